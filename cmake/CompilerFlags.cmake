@@ -1,0 +1,17 @@
+# stemhaven_flags: what every target of ours is compiled with.
+add_library(stemhaven_flags INTERFACE)
+target_compile_options(stemhaven_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+target_compile_definitions(stemhaven_flags INTERFACE QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(STEMHAVEN_SANITIZE STREQUAL "address")
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+elseif(STEMHAVEN_SANITIZE STREQUAL "thread")
+    add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=thread)
+    # GCC warns that it cannot model fences in the standard library's own headers.
+    target_compile_options(stemhaven_flags INTERFACE -Wno-tsan)
+elseif(NOT STEMHAVEN_SANITIZE STREQUAL "")
+    message(FATAL_ERROR "STEMHAVEN_SANITIZE is '${STEMHAVEN_SANITIZE}'; it must be address, thread or empty")
+endif()

@@ -1,0 +1,154 @@
+#include "plist/PropertyList.h"
+
+#include "plist/BinaryReader.h"
+#include "plist/BinaryWriter.h"
+#include "plist/XmlReader.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <fstream>
+#include <istream>
+#include <string_view>
+
+namespace Plist {
+
+namespace {
+
+constexpr off_t maxFileSize = 64 << 20;
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
+
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+
+    ~FileDescriptor() {
+        if (isOpen())
+            close(m_descriptor);
+    }
+
+    bool isOpen() const { return m_descriptor >= 0; }
+
+    int get() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
+
+// Opening must not wait for the other end of a pipe, so the file is asked what it is only once it is open.
+std::vector<char> readPlainFile(const char* fileName) {
+    const FileDescriptor file(open(fileName, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file.isOpen())
+        throw Error("Can't open file.");
+
+    struct stat status {};
+
+    if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        throw Error("Plist: not a plain file");
+    if (status.st_size > maxFileSize)
+        throw Error("Plist: file is too large");
+
+    std::vector<char> data(static_cast<std::size_t>(status.st_size));
+    std::size_t filled = 0;
+    while (filled < data.size()) {
+        const ssize_t count = read(file.get(), data.data() + filled, data.size() - filled);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            throw Error("Can't read file.");
+        if (count == 0)
+            break;
+        filled += static_cast<std::size_t>(count);
+    }
+    data.resize(filled);
+    return data;
+}
+
+void readWhole(const std::vector<char>& data, Value& out) {
+    if (data.empty())
+        throw Error("Can't read zero length data");
+    readPlist(data.data(), static_cast<std::int64_t>(data.size()), out);
+}
+
+void writeTo(std::ostream& stream, const std::vector<char>& data) {
+    stream.write(data.data(), static_cast<std::streamsize>(data.size()));
+}
+
+class VectorWriter : public pugi::xml_writer {
+public:
+    explicit VectorWriter(std::vector<char>& out) : m_out(out) {}
+
+    void write(const void* data, std::size_t size) override {
+        const char* bytes = static_cast<const char*>(data);
+        m_out.insert(m_out.end(), bytes, bytes + size);
+    }
+
+private:
+    std::vector<char>& m_out;
+};
+
+} // namespace
+
+void readPlist(const char* data, std::int64_t size, Value& out) {
+    if (data == nullptr || size <= 0)
+        throw Error("Plist: Empty plist data");
+    const std::string_view bytes(data, static_cast<std::size_t>(size));
+    out = bytes.starts_with("bplist00") ? BinaryReader(bytes).read() : readXML(bytes);
+}
+
+void readPlist(std::istream& stream, Value& out) {
+    std::vector<char> data;
+    std::array<char, 16384> chunk{};
+    do {
+        stream.read(chunk.data(), chunk.size());
+        data.insert(data.end(), chunk.data(), chunk.data() + stream.gcount());
+    } while (stream);
+    readWhole(data, out);
+}
+
+void readPlistFile(const char* fileName, Value& out) {
+    readWhole(readPlainFile(fileName), out);
+}
+
+void writePlistBinary(std::vector<char>& out, const Value& value) {
+    out = BinaryWriter().write(value);
+}
+
+void writePlistBinary(std::ostream& stream, const Value& value) {
+    writeTo(stream, BinaryWriter().write(value));
+}
+
+void writePlistBinary(const char* fileName, const Value& value) {
+    const std::vector<char> data = BinaryWriter().write(value);
+    std::ofstream file(fileName, std::ios::binary | std::ios::trunc);
+    writeTo(file, data);
+}
+
+void writePlistXML(std::vector<char>& out, const Value& value) {
+    pugi::xml_document document;
+    writePlistXML(document, value);
+    out.clear();
+    VectorWriter writer(out);
+    document.save(writer, "\t");
+}
+
+void writePlistXML(std::ostream& stream, const Value& value) {
+    pugi::xml_document document;
+    writePlistXML(document, value);
+    document.save(stream, "\t");
+}
+
+void writePlistXML(const char* fileName, const Value& value) {
+    pugi::xml_document document;
+    writePlistXML(document, value);
+    std::ofstream file(fileName, std::ios::binary | std::ios::trunc);
+    document.save(file, "\t");
+}
+
+} // namespace Plist

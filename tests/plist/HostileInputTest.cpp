@@ -1,0 +1,177 @@
+#include "ListBytes.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+const std::string outOfBounds = "Out of bounds getRange";
+const std::string unsupported = "This type is not supported";
+
+ListBytes one(const std::string& object) {
+    return {.objects = {object}};
+}
+
+// count containers of one element each, around a true.
+std::string nestedBinary(unsigned count) {
+    ListBytes list{.offsetSize = 2, .referenceSize = 2};
+    for (unsigned i = 1; i <= count; ++i)
+        list.objects.push_back("\xA1" + bigEndian(i, 2));
+    list.objects.push_back("\x09");
+    return list.bytes();
+}
+
+std::string nestedXml(std::size_t count) {
+    return "<plist>" + repeated("<array>", count) + "<true/>" + repeated("</array>", count) + "</plist>";
+}
+
+// Forty arrays, each of which holds the next one twice.
+std::string doublings() {
+    ListBytes list;
+    for (unsigned i = 1; i <= 40; ++i)
+        list.objects.push_back("\xA2" + bigEndian(i, 1) + bigEndian(i, 1));
+    list.objects.push_back("\x09");
+    return list.bytes();
+}
+
+std::string longStringOftenShared() {
+    ListBytes list{.offsetSize = 3};
+    list.objects.push_back("\xAF\x11\xFF\xFF" + repeated("\x01", 0xFFFF));
+    list.objects.push_back("\x5F\x12" + bigEndian(100000, 4) + std::string(100000, 'x'));
+    return list.bytes();
+}
+
+TEST(HostileInput, BinaryListsAreRefused) {
+    const struct {
+        const char* name;
+        std::string bytes;
+        std::string message;
+    } cases[] = {
+        {"32 bytes", "bplist00" + bigEndian(0, 24), outOfBounds},
+        {"trailer alone", "bplist00" + bigEndian(0, 32), ""},
+        {"no objects", ListBytes{}.bytes(), outOfBounds},
+        {"offsets of no bytes", ListBytes{.objects = {"\x09"}, .offsetSize = 0}.bytes(), ""},
+        {"offsets of nine bytes", ListBytes{.objects = {"\x09"}, .offsetSize = 9}.bytes(), ""},
+        {"references of no bytes", ListBytes{.objects = {"\x09"}, .referenceSize = 0}.bytes(), ""},
+        {"references of nine bytes", ListBytes{.objects = {"\x09"}, .referenceSize = 9}.bytes(), ""},
+        {"table past the trailer", ListBytes{.objects = {"\x09"}, .tableOffset = 11}.bytes(), outOfBounds},
+        {"table far away", ListBytes{.objects = {"\x09"}, .tableOffset = ~0ULL}.bytes(), outOfBounds},
+        {"more objects than offsets", ListBytes{.objects = {"\x09"}, .objectCount = 2}.bytes(), outOfBounds},
+        {"offset past the objects", "bplist00\x09\x09" + ListBytes{.tableOffset = 9}.bytes().substr(8), ""},
+        {"offset of eight bytes past the objects",
+         "bplist00\x09\x01" + bigEndian(8, 7) +
+             ListBytes{.offsetSize = 8, .tableOffset = 9}.bytes().substr(8),
+         outOfBounds},
+        {"reference past the table", one("\xA1\x01").bytes(), outOfBounds},
+        {"null", one(std::string(1, '\0')).bytes(), "Plist: null byte encountered, unsure how to parse"},
+        {"fill", one("\x0F").bytes(), "Plist: fill byte encountered, unsure how to parse"},
+        {"unknown constant", one("\x0A").bytes(), "Plist: unknown header 10"},
+        {"UID", one("\x80\x01").bytes(), unsupported},
+        {"set", one("\xC0").bytes(), unsupported},
+        {"integer of 16 bytes", one("\x14" + bigEndian(1, 16)).bytes(), ""},
+        {"integer cut short", one("\x13\x01").bytes(), outOfBounds},
+        {"real of two bytes", one("\x21\x01\x01").bytes(), ""},
+        {"real cut short", one("\x23\x01").bytes(), outOfBounds},
+        {"date that is not a number", one("\x33\x7F\xF8" + bigEndian(0, 6)).bytes(), ""},
+        {"date at infinity", one("\x33\x7F\xF0" + bigEndian(0, 6)).bytes(), ""},
+        {"date out of range", one("\x33\x7F\xE0" + bigEndian(0, 6)).bytes(), ""},
+        {"string cut short", one("\x55xyz").bytes(), outOfBounds},
+        {"UTF-16 cut short", one(std::string("\x62\x00\x61\x00", 4)).bytes(), outOfBounds},
+        {"data cut short", one("\x4F\x13" + bigEndian(1ULL << 40, 8)).bytes(), outOfBounds},
+        {"length missing", one("\x5F").bytes(), outOfBounds},
+        {"length that is a string", one("\x5F\x51x").bytes(), ""},
+        {"length below zero", one("\x5F\x13" + bigEndian(~0ULL, 8)).bytes(), outOfBounds},
+        {"count times size overflows",
+         ListBytes{.objects = {"\xAF\x13" + bigEndian(1ULL << 61U, 8)}, .referenceSize = 8}.bytes(),
+         outOfBounds},
+        {"dictionary of too many", one("\xDF\x12\x7F\xFF\xFF\xFF").bytes(), outOfBounds},
+        {"key that is an integer", ListBytes{.objects = {"\xD1\x01\x02", "\x10\x01", "\x09"}}.bytes(),
+         "Error parsing dictionary.  Key can't be parsed as a string"},
+        {"array in itself", one({"\xA1\x00", 2}).bytes(), "Plist: nested too deeply"},
+        {"dictionary in itself", ListBytes{.objects = {{"\xD1\x01\x00", 3}, "\x51k"}}.bytes(),
+         "Plist: nested too deeply"},
+        {"513 deep", nestedBinary(513), "Plist: nested too deeply"},
+        {"doublings", doublings(), "Plist: unfolds to more than its size allows"},
+        {"long string often", longStringOftenShared(), "Plist: unfolds to more than its size allows"},
+    };
+
+    for (const auto& [name, bytes, message] : cases) {
+        const std::string error = errorOf(bytes);
+        EXPECT_NE(error, "read") << name;
+        if (!message.empty()) {
+            EXPECT_EQ(error, message) << name;
+        }
+    }
+}
+
+TEST(HostileInput, LoneSurrogatesAreAConversionFailure) {
+    for (const char* units : {"\xD8\x3C\x20\x20", "\x20\x20\xD8\x3C", "\xDF\xB9\xD8\x3C"})
+        EXPECT_THROW(read(one("\x62" + std::string(units, 4)).bytes()), std::range_error);
+}
+
+TEST(HostileInput, DepthEndsAt512) {
+    EXPECT_EQ(errorOf(nestedBinary(512)), "read");
+    EXPECT_EQ(errorOf(nestedXml(512)), "read");
+    EXPECT_EQ(errorOf(nestedXml(513)), "Plist: nested too deeply");
+    EXPECT_EQ(errorOf(nestedXml(500000)), "Plist: nested too deeply");
+
+    Plist::Value deepest = read(nestedBinary(512));
+    EXPECT_EQ(binary(read(xml(deepest))), binary(deepest));
+    const Plist::Value tooDeep = Plist::Array{std::move(deepest)};
+    EXPECT_THROW(binary(tooDeep), Plist::Error);
+    EXPECT_THROW(xml(tooDeep), Plist::Error);
+}
+
+// Overwrites, repeats or cuts out a few bytes, with a taste for those that mean something.
+std::string mutated(std::string bytes, std::mt19937& random) {
+    const std::string telling("\x00\xFF\x7F\x80\x0F\x5F\x6F\xAF\xDF<>&", 12);
+    for (std::size_t changes = 1 + random() % 3; changes > 0 && !bytes.empty(); --changes) {
+        const std::size_t at = random() % bytes.size();
+        switch (random() % 4) {
+        case 0:
+            bytes.erase(at, 1 + random() % 8);
+            break;
+        case 1:
+            bytes.insert(at, bytes.substr(random() % bytes.size(), 1 + random() % 40));
+            break;
+        case 2:
+            bytes[at] = telling[random() % telling.size()];
+            break;
+        default:
+            bytes[at] = static_cast<char>(random());
+        }
+    }
+    return bytes;
+}
+
+// Whatever could be read is also written, since its texts and dates may be odd.
+bool survives(const std::string& bytes) {
+    try {
+        const Plist::Value value = read(bytes);
+        EXPECT_EQ(errorOf(binary(value)), "read");
+        xml(value);
+        return true;
+    } catch (const Plist::Error&) {
+        return false;
+    } catch (const std::range_error&) {
+        return false;
+    }
+}
+
+TEST(HostileInput, BrokenListsDoNoHarm) {
+    const std::string folder = TEST_DATA_DIR "/plist/";
+    std::mt19937 random(20240229);
+    int read = 0;
+    int refused = 0;
+    for (const char* name : {"types-binary.plist", "types-xml.plist", "uid.plist"}) {
+        const std::string whole = contentsOf(folder + name);
+        for (int i = 0; i < 10000; ++i)
+            ++(survives(mutated(whole, random)) ? read : refused);
+    }
+    // Both ways must be walked often for this to mean anything.
+    EXPECT_GT(read, 2000);
+    EXPECT_GT(refused, 2000);
+}
+
+} // namespace

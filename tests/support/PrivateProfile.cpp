@@ -1,0 +1,53 @@
+#include "support/PrivateProfile.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr const char* marker = "STEMHAVEN_TEST_HOME";
+
+void startAgainIn(const std::string& home, char** argv) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    setenv(marker, home.c_str(), 1);
+    setenv("HOME", home.c_str(), 1);
+    setenv("XDG_DATA_HOME", (home + "/data").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (home + "/config").c_str(), 1);
+    setenv("XDG_CACHE_HOME", (home + "/cache").c_str(), 1);
+    setenv("TMPDIR", (home + "/tmp").c_str(), 1);
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    execv("/proc/self/exe", argv);
+    std::perror("execv");
+    _exit(127);
+}
+
+} // namespace
+
+int runWithPrivateProfile(int /*argc*/, char** argv, const std::function<int()>& run) {
+    if (std::getenv(marker) != nullptr)
+        return run();
+
+    std::string home = std::filesystem::temp_directory_path() / "stemhaven-test-XXXXXX";
+    if (mkdtemp(home.data()) == nullptr) {
+        std::perror("mkdtemp");
+        return 127;
+    }
+    std::filesystem::create_directories(home + "/tmp");
+    std::filesystem::create_directories(home + "/data");
+
+    const pid_t child = fork();
+    if (child == 0)
+        startAgainIn(home, argv);
+    int status = 127 << 8;
+    if (child > 0)
+        waitpid(child, &status, 0);
+    std::error_code ignored;
+    std::filesystem::remove_all(home, ignored);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
