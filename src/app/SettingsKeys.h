@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+/// The keys of the application's default QSettings.
+namespace Stemhaven::SettingsKeys {
+
+inline const QString logLevel = QStringLiteral("logLevel");
+inline const QString genreFromDir = QStringLiteral("genreFromDir");
+inline const QString fields = QStringLiteral("fields");
+inline const QString lastEventId = QStringLiteral("lastEventId");
+inline const QString eventCatchupAttempts = QStringLiteral("eventCatchupAttempts");
+inline const QString searchWasInProgress = QStringLiteral("searchWasInProgress");
+inline const QString lastSearchTerm = QStringLiteral("lastSearchTerm");
+inline const QString windowGeo = QStringLiteral("windowGeo");
+inline const QString lastSortOrder = QStringLiteral("lastSortOrder");
+inline const QString lastSortOrderIndex = QStringLiteral("lastSortOrderIndex");
+inline const QString lastSortOrderName = QStringLiteral("lastSortOrderName");
+
+} // namespace Stemhaven::SettingsKeys

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/errors/Exception.h"
+
+class QSqlDatabase;
+class QSqlQuery;
+
+namespace Stemhaven {
+
+/// A failure of a database, with what is needed to understand it from the log alone.
+class DbException : public Exception {
+public:
+    explicit DbException(const QString& message);
+    DbException(const QSqlDatabase& db, const QString& message);
+    /// query may be null; its text is taken as it was prepared.
+    DbException(const QSqlDatabase& db, const QSqlQuery* query, const QString& message);
+    /// The query's text is taken as it was executed.
+    DbException(const QSqlQuery* query, const QString& message);
+
+    QString getDatabaseName() const;
+    QString getDatabaseErrorMessage() const;
+    QString getQueryErrorMessage() const;
+    QString getExecutedQuery() const;
+
+    DbException* clone() const override;
+    void raise() const override;
+
+private:
+    QString m_databaseName;
+    QString m_databaseErrorMessage;
+    QString m_queryErrorMessage;
+    QString m_executedQuery;
+};
+
+QDebug operator<<(QDebug debug, const DbException& exception);
+std::ostream& operator<<(std::ostream& stream, const DbException& exception);
+
+} // namespace Stemhaven
