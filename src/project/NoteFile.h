@@ -1,0 +1,27 @@
+#pragma once
+
+#include "project/ProjectDetails.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+/// The small property list that the program leaves in each bundle it has recorded: the record's id, and the
+/// identity that the bundle had then. It tells a moved project from a copied one.
+namespace Stemhaven {
+
+/// Writes the note in one step, so that none is ever seen half written. A note that says the same already is
+/// left alone. A path that cannot be written is passed over in silence; an invalid identity is logged and
+/// nothing is written.
+void updateStemhavenPlist(const ProjectDetails& details, std::int64_t projectId);
+
+/// The note's path, in the file system's encoding, when there is one. Invalid details or an invalid identity
+/// give nothing without a look at the disk.
+std::optional<std::string> hasStemhavenPlist(const ProjectDetails& details);
+
+/// The record's id and the identity's text from the note. Nothing when there is no note or it lacks them; a
+/// note that is no property list throws Plist::Error or std::bad_cast.
+std::optional<std::pair<std::int64_t, std::string>> loadStemhavenPlistDetails(const ProjectDetails& details);
+
+} // namespace Stemhaven
