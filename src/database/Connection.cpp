@@ -1,0 +1,57 @@
+#include "database/Connection.h"
+
+#include "app/errors/DbException.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace Stemhaven {
+
+namespace {
+
+void run(QSqlDatabase& database, const char* statement) {
+    QSqlQuery query(database);
+    if (!query.exec(QLatin1String(statement)))
+        qWarning() << "Could not set up the database connection!" << DbException(database, &query, statement);
+}
+
+} // namespace
+
+void openDatabase(QSqlDatabase& database, const QString& path, const QString& failureMessage) {
+    if (database.isOpen())
+        return;
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    database.setDatabaseName(path);
+    if (!database.open())
+        throw DbException(database, failureMessage);
+    run(database, "PRAGMA busy_timeout=5000");
+}
+
+void prepareMainConnection(QSqlDatabase& database) {
+    run(database, "PRAGMA journal_mode=WAL");
+    run(database, "PRAGMA synchronous=NORMAL");
+    ensureLookUpIndexes(database);
+}
+
+void ensureLookUpIndexes(QSqlDatabase& database) {
+    QSqlQuery table(database);
+    if (!table.exec(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type='table' AND name='projects'")) ||
+        !table.next())
+        return;
+    table.finish();
+    run(database, "CREATE INDEX IF NOT EXISTS projects_by_sufid ON projects(SUFID)");
+    run(database, "CREATE INDEX IF NOT EXISTS projects_by_path ON projects(filename, filepath)");
+}
+
+void checkpoint(QSqlDatabase& database) {
+    if (!database.isOpen())
+        return;
+    // Nothing is lost where this fails: the log stays, and the next checkpoint takes it up.
+    QSqlQuery(database).exec(QStringLiteral("PRAGMA wal_checkpoint(PASSIVE)"));
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,23 @@
+#pragma once
+
+class QSqlDatabase;
+class QString;
+
+/// Opening of the database connections. On the worker thread only.
+namespace Stemhaven {
+
+/// Opens the file at path, with its folder made where it is missing. Does nothing when it is open already.
+/// Throws DbException with failureMessage where it does not open.
+void openDatabase(QSqlDatabase& database, const QString& path, const QString& failureMessage);
+
+/// What the main connection has beyond that: write-ahead logging, and the indexes for the checks of a bundle,
+/// so that their cost does not grow with the catalogue.
+void prepareMainConnection(QSqlDatabase& database);
+
+/// Makes the indexes, if the table of projects is there.
+void ensureLookUpIndexes(QSqlDatabase& database);
+
+/// Moves what has been written from the log into the database file, so that a power cut finds it there.
+void checkpoint(QSqlDatabase& database);
+
+} // namespace Stemhaven

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "project/ProjectDetails.h"
+
+#include <QString>
+
+namespace Stemhaven {
+
+class ProjectData;
+
+/// Statements over the records of projects. Texts are given as they are; times are seconds since the epoch,
+/// UTC.
+namespace ProjectStatements {
+
+QString selectPaths();
+QString selectBySufid(const QString& sufid);
+/// As selectBySufid, for the identity that a note names.
+QString selectByNotedSufid(const QString& sufid);
+QString selectByPath(const QString& filepath, const QString& filename);
+
+/// Both read data and throw IOException where it lacks what a record needs.
+QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated);
+QString
+update(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated, long long projectId);
+
+/// Takes the identity from a record whose number the file system has given to another bundle.
+QString giveUpIdentity(long long projectId);
+
+QString selectPossibleDuplicate(long long firstId, long long secondId);
+QString insertPossibleDuplicate(long long firstId, long long secondId);
+
+} // namespace ProjectStatements
+
+} // namespace Stemhaven

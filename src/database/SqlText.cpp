@@ -1,0 +1,58 @@
+#include "database/SqlText.h"
+
+#include <QSet>
+
+namespace Stemhaven {
+
+QString escape(const QString& text) {
+    QString escaped = text;
+    return escaped.replace(QLatin1Char('\''), QLatin1String("''"));
+}
+
+QString unescape(const QString& text) {
+    QString unescaped = text;
+    return unescaped.replace(QLatin1String("''"), QLatin1String("'"));
+}
+
+bool isValidProjectsFieldName(const QString& name) {
+    static const QSet<QString> columns = {
+        "project_id",
+        "filepath",
+        "filename",
+        "SUFID",
+        "artist",
+        "release_name",
+        "publicly_released",
+        "ISRC",
+        "UPC",
+        "album",
+        "name",
+        "project_type",
+        "logic_version",
+        "bpm",
+        "song_key",
+        "song_gender_key",
+        "song_signature_numerator",
+        "song_signature_denominator",
+        "song_signature",
+        "genre_id",
+        "number_of_tracks",
+        "sample_rate",
+        "notes",
+        "progress",
+        "completed",
+        "ignored",
+        "created",
+        "last_modified",
+        "last_updated",
+        "release_date",
+        "star_rating",
+        "arrangement_status",
+        "lyrics_status",
+        "recording_status",
+        "mix_master_status",
+        "alternative_count"};
+    return columns.contains(name);
+}
+
+} // namespace Stemhaven

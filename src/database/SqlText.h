@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// Text that becomes part of an SQL statement.
+namespace Stemhaven {
+
+/// Doubles every single quote, for a value between single quotes.
+QString escape(const QString& text);
+QString unescape(const QString& text);
+
+/// Whether name is exactly that of a column of the projects table. Guards every column name from outside.
+bool isValidProjectsFieldName(const QString& name);
+
+} // namespace Stemhaven

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "database/Task.h"
+
+#include <QObject>
+#include <QSqlDatabase>
+#include <QString>
+
+#include <atomic>
+#include <deque>
+#include <thread>
+
+class QSqlQuery;
+
+namespace Stemhaven {
+
+class DbException;
+struct ProjectDetails;
+
+/// The one road to the databases: owns both connections and the worker thread that alone uses them.
+///
+/// Tasks run in the order in which they were added. The worker lives while there are tasks; when it runs out
+/// of them it checkpoints the main database. All functions may be called from any thread and none waits for
+/// the worker.
+class TaskManager : public QObject {
+    Q_OBJECT
+
+public:
+    /// The manager of the program's own databases.
+    static TaskManager& instance();
+
+    /// Nothing is opened before the first task. Connection names are fixed, so there is one manager at a
+    /// time.
+    TaskManager(QString mainPath, QString rootPathsPath);
+    /// Shuts down.
+    ~TaskManager() override;
+
+    /// Finishes the task that is running, drops the others and closes the connections, for good. Waits for the worker.
+    /// Called in main, since the SQL library does not outlive it: its own statics are the first to go.
+    void shutDown();
+
+    void addTask(std::shared_ptr<Task> task);
+    /// As addTask, or as a follow-up of parent when there is one.
+    void addTask(std::shared_ptr<Task> task, const std::shared_ptr<Task>& parent);
+
+    /// Lets the running task finish, keeps the others queued and closes the connections; then wasStopped() is
+    /// emitted from a pool thread.
+    void stop();
+    /// Runs what was queued while stopped.
+    void restart();
+
+    /// Destroys the query on the worker.
+    void deleteQuery(QSqlQuery* query);
+
+    /// What tasks are to use. Nobody but the worker touches the connections themselves.
+    QSqlDatabase& mainDatabase() { return m_mainDatabase; }
+
+    QSqlDatabase& rootPathsDatabase() { return m_rootPathsDatabase; }
+
+    const QString& mainPath() const { return m_mainPath; }
+
+    const QString& rootPathsPath() const { return m_rootPathsPath; }
+
+    using RecordCallback = std::function<void(const std::shared_ptr<Task>&, long long projectId)>;
+    using RecordErrorCallback = std::function<void(const DbException&)>;
+
+    /// Inserts a record for a bundle, writes the bundle's note and, where the user wishes it, gives it the
+    /// genre named after its folder. Reads the bundle at once and throws where that fails (Exception,
+    /// IOException, Plist::Error); nothing is queued then. The callbacks run on the GUI thread.
+    void addProject(
+        const ProjectDetails& details, const std::shared_ptr<Task>& parent = {},
+        RecordCallback onSuccess = {}, RecordErrorCallback onError = {});
+
+    /// Rewrites what the record has from the bundle, never what it has from the user, and the bundle's note.
+    /// Throws as addProject does.
+    void updateProject(
+        const ProjectDetails& details, long long projectId, const std::shared_ptr<Task>& parent = {},
+        RecordCallback onSuccess = {}, RecordErrorCallback onError = {});
+
+    /// Gives every project without a genre the genre named after its folder, making genres as needed.
+    void retroactivelyAssignGenreByDir();
+
+signals:
+    void wasStopped();
+
+private:
+    friend class Task;
+
+    void startWorker();
+    void runTasks();
+    void runQueuedTasks();
+    std::shared_ptr<Task> takeTask();
+    void openConnections();
+    void closeConnections();
+    bool mayRun() const;
+
+    QString m_mainPath;
+    QString m_rootPathsPath;
+    QSqlDatabase m_mainDatabase;
+    QSqlDatabase m_rootPathsDatabase;
+
+    std::mutex m_queueMutex; // the queue, and every change of the flags
+    std::deque<std::shared_ptr<Task>> m_queue;
+    std::atomic<bool> m_stopRequested = false;
+    std::atomic<bool> m_stopped = false;
+    std::atomic<bool> m_running = false;
+    /// Shared with the tasks, whose callbacks are dropped from then on.
+    const std::shared_ptr<std::atomic<bool>> m_ending = std::make_shared<std::atomic<bool>>(false);
+
+    std::mutex m_transitionMutex; // the thread object; held while joining, so never taken by the worker
+    std::thread m_worker;
+};
+
+} // namespace Stemhaven

@@ -1,0 +1,137 @@
+#include "database/DatabaseInitStatements.h"
+#include "database/DatabaseVersion.h"
+#include "database/SqlText.h"
+#include "support/LogCapture.h"
+#include "support/TestDatabase.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+using namespace Stemhaven;
+
+namespace {
+
+const QString tablesSql = "SELECT count(*) FROM sqlite_master WHERE type='table'";
+const QString statusSql =
+    "SELECT (SELECT count(*) FROM arrangement_status), (SELECT count(*) FROM lyrics_status), "
+    "(SELECT count(*) FROM recording_status), (SELECT count(*) FROM mix_master_status)";
+
+void writeFile(const QString& path, const QByteArray& contents) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(contents);
+}
+
+} // namespace
+
+TEST(DatabaseInit, MakesBothDatabasesOnce) {
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    EXPECT_EQ(database.rows(tablesSql), QStringList("15"));
+    EXPECT_EQ(database.rows(statusSql), QStringList("7|5|6|6"));
+    EXPECT_EQ(
+        database.rows("SELECT name FROM mix_master_status WHERE mix_master_status_id=4"),
+        QStringList("Needs Playtesting"));
+    EXPECT_EQ(database.rows("SELECT * FROM details"), QStringList("v1.2"));
+    EXPECT_TRUE(database.rootRows("SELECT root_search_path FROM root_project_search_paths").isEmpty());
+    EXPECT_EQ(database.rows("PRAGMA journal_mode"), QStringList("wal"));
+    EXPECT_EQ(database.rows("PRAGMA synchronous"), QStringList("1"));
+    EXPECT_EQ(
+        database.rows("EXPLAIN QUERY PLAN SELECT project_id FROM projects WHERE SUFID='1-2'")
+            .filter("projects_by_sufid")
+            .size(),
+        1);
+
+    // Every column of the table is a valid field name, and there are no others.
+    const auto columns = database.rows("SELECT name FROM pragma_table_info('projects')");
+    EXPECT_EQ(columns.size(), 36);
+    for (const auto& column : columns)
+        EXPECT_TRUE(isValidProjectsFieldName(column)) << column.toStdString();
+    for (const auto* other : {"Project_ID", "genres", "name;", ""})
+        EXPECT_FALSE(isValidProjectsFieldName(other)) << other;
+
+    database.rows("UPDATE lyrics_status SET name='Mine' WHERE lyrics_status_id=0");
+    database.rows("INSERT INTO tags VALUES(1, 'kept')");
+    database.reopen();
+    ASSERT_TRUE(database.initialise());
+    EXPECT_EQ(database.rows(statusSql), QStringList("7|5|6|6"));
+    EXPECT_EQ(database.rows("SELECT name FROM lyrics_status WHERE lyrics_status_id=0"), QStringList("Mine"));
+    EXPECT_EQ(database.rows("SELECT name FROM tags"), QStringList("kept"));
+    EXPECT_EQ(database.rows("SELECT * FROM details"), QStringList("v1.2"));
+}
+
+TEST(DatabaseInit, BringsEveryVersionToItsOwnAndWarnsOfDoubles) {
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    database.rows("UPDATE details SET database_version='v1.0'");
+    database.rows("INSERT INTO details VALUES('v9.9')");
+    database.rows("DROP TABLE tags");
+    database.reopen();
+    LogCapture messages;
+    ASSERT_TRUE(database.initialise());
+    EXPECT_EQ(database.rows("SELECT * FROM details"), QStringList({"v1.2", "v1.2"}));
+    EXPECT_EQ(database.rows(tablesSql), QStringList("15"));
+    EXPECT_EQ(messages.count("W: Multiple entries in details table for database_version! Count:  2"), 1);
+}
+
+TEST(DatabaseInit, WarnsOfADatabaseFromANewerProgram) {
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    database.rows("UPDATE details SET database_version='v1.3'");
+    database.reopen();
+    LogCapture messages;
+    ASSERT_TRUE(database.initialise());
+    EXPECT_EQ(messages.count("\"v1.3\""), 1);
+}
+
+TEST(DatabaseInit, KeepsTheUsersLabelsWhereOnlyTheCompanionIsMissing) {
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    database.rows("UPDATE lyrics_status SET name='Mine' WHERE lyrics_status_id=1");
+    database.reopen();
+    writeFile(database.rootPathsPath(), {});
+    ASSERT_TRUE(database.initialise());
+    EXPECT_EQ(database.rows(statusSql), QStringList("7|5|6|6"));
+    EXPECT_EQ(database.rows("SELECT name FROM lyrics_status WHERE lyrics_status_id=1"), QStringList("Mine"));
+    EXPECT_TRUE(database.rootRows("SELECT root_search_path FROM root_project_search_paths").isEmpty());
+}
+
+TEST(DatabaseInit, SurvivesAFileThatIsNoDatabase) {
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    database.reopen();
+    const QByteArray garbage(5000, 'x');
+    writeFile(database.mainPath(), garbage);
+    EXPECT_FALSE(database.initialise());
+    database.reopen();
+    QFile file(database.mainPath());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), garbage);
+}
+
+TEST(DatabaseInit, LeavesACheckpointedFileBehindWhenItRunsOutOfTasks) {
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    database.rows("INSERT INTO tags VALUES(1, 'written')");
+    // The main file alone, as after a loss of the log.
+    const QString copy = database.folder.path() + "/copy.db";
+    const auto holdsTag = [&] {
+        QFile::remove(copy);
+        if (!QFile::copy(database.mainPath(), copy))
+            return false;
+        QFile file(copy);
+        return file.open(QIODevice::ReadOnly) && file.readAll().contains("written");
+    };
+    EXPECT_TRUE(waitUntil(holdsTag));
+}
+
+TEST(DatabaseVersions, AreReadExactly) {
+    for (const auto* text : {"v1.0", "v1.1", "v1.2", "v1.3"})
+        EXPECT_EQ(DatabaseVersionToString(DatabaseVersionFromString(text)), text);
+    for (const auto* text : {"V1.2", "v1.2 ", "", "v2"})
+        EXPECT_EQ(DatabaseVersionFromString(text), DatabaseVersion::Unknown);
+    EXPECT_EQ(DatabaseVersionToString(DatabaseVersion::Unknown), "Unknown");
+    EXPECT_EQ(escape("it's ''"), "it''s ''''");
+    EXPECT_EQ(unescape(escape("it's ''")), "it's ''");
+}

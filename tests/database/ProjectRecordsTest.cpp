@@ -1,0 +1,161 @@
+#include "app/SettingsKeys.h"
+#include "database/GenreStatements.h"
+#include "project/NoteFile.h"
+#include "project/ProjectDetails.h"
+#include "support/LogCapture.h"
+#include "support/TestBundle.h"
+#include "support/TestDatabase.h"
+
+#include <QDir>
+#include <QSettings>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace Stemhaven;
+
+namespace {
+
+class ProjectRecords : public testing::Test {
+protected:
+    void SetUp() override {
+        QCoreApplication::setOrganizationDomain("stemhaven.app");
+        QCoreApplication::setApplicationName("Stemhaven");
+        QSettings().setValue(SettingsKeys::genreFromDir, false);
+        ASSERT_TRUE(m_database.initialise());
+    }
+
+    ProjectDetails makeBundle(const QString& relativePath, const TestBundle& bundle = {}) {
+        const auto path = m_library.path() + '/' + relativePath;
+        bundle.write(path.toStdString());
+        return ProjectDetails(path);
+    }
+
+    /// Adds records for all, as one burst, and returns the last one's id.
+    long long add(const QList<ProjectDetails>& projects) {
+        long long id = 0;
+        qsizetype answers = 0;
+        for (const auto& details : projects) {
+            m_database.tasks->addProject(
+                details, {},
+                [&](const std::shared_ptr<Task>&, long long newId) {
+                    id = newId;
+                    ++answers;
+                },
+                [&](const DbException&) { ++answers; });
+        }
+        EXPECT_TRUE(waitUntil([&] { return answers == projects.size(); }));
+        return id;
+    }
+
+    QTemporaryDir m_library;
+    TestDatabase m_database;
+};
+
+} // namespace
+
+TEST_F(ProjectRecords, HoldWhatTheBundleSaysWhateverItsTextsAre) {
+    for (const QString name :
+         {"It's %1 [Mix %2]", "Ω ʻokina e\u0301 é", "a';DROP TABLE projects;--", "percent %%L1"}) {
+        TestBundle bundle;
+        bundle.metaData["BeatsPerMinute"] = 92.5;
+        bundle.metaData["SongKey"] = std::string("C'%9");
+        bundle.metaData["SongSignatureNumerator"] = std::int64_t{7};
+        bundle.metaData["SongSignatureDenominator"] = std::int64_t{8};
+        const auto details = makeBundle(name + ".logicx", bundle);
+        const auto id = add({details});
+        const auto where = QString(" FROM projects WHERE project_id=%1").arg(id);
+        EXPECT_EQ(
+            m_database.rows("SELECT filepath, filename, name, project_type" + where),
+            QStringList(details.filepath + '|' + name + ".logicx|" + name + "|logicx"));
+        EXPECT_EQ(
+            m_database.rows("SELECT bpm, song_key, song_signature, SUFID" + where),
+            QStringList("92.5|C'%9|7/8|" + details.sufid.toString()));
+        EXPECT_EQ(
+            m_database.rows(
+                "SELECT abs(last_updated-strftime('%s','now'))<100, last_modified>1000000000" + where),
+            QStringList("1|1"));
+        const auto note = loadStemhavenPlistDetails(details);
+        ASSERT_TRUE(note.has_value());
+        EXPECT_EQ(note->first, id);
+        EXPECT_EQ(note->second, details.sufid.toString().toStdString());
+    }
+}
+
+TEST_F(ProjectRecords, AreRewrittenWithoutTouchingWhatIsTheUsers) {
+    const auto details = makeBundle("Song.logicx");
+    const auto id = add({details});
+    const QString users =
+        "star_rating=4, progress=0.57, completed=1, arrangement_status=3, lyrics_status=2, "
+        "recording_status=1, mix_master_status=5, genre_id=9, notes='n', release_name='r', ISRC='i'";
+    m_database.rows("UPDATE projects SET " + users);
+    const QString usersSql =
+        "SELECT star_rating, progress, completed, arrangement_status, lyrics_status, "
+        "recording_status, mix_master_status, genre_id, notes, release_name, ISRC, created FROM projects";
+    const auto before = m_database.rows(usersSql);
+
+    TestBundle changed;
+    changed.metaData["BeatsPerMinute"] = std::int64_t{140};
+    changed.metaData["NumberOfTracks"] = std::int64_t{77};
+    const auto moved = makeBundle("Elsewhere/New 'Name'.logicx", changed);
+    bool updated = false;
+    m_database.tasks->updateProject(
+        moved, id, {}, [&](const std::shared_ptr<Task>&, long long) { updated = true; });
+    ASSERT_TRUE(waitUntil([&] { return updated; }));
+    EXPECT_EQ(m_database.rows(usersSql), before);
+    EXPECT_EQ(
+        m_database.rows("SELECT bpm, number_of_tracks, name, filepath, SUFID FROM projects"),
+        QStringList("140.0|77|New 'Name'|" + moved.filepath + '|' + moved.sufid.toString())
+            .replaceInStrings("140.0", "140"));
+    EXPECT_EQ(loadStemhavenPlistDetails(moved)->first, id);
+}
+
+TEST_F(ProjectRecords, AreNotMadeFromWhatCannotBeRead) {
+    auto gone = makeBundle("Gone.logicx");
+    QDir(gone.bundlePath()).removeRecursively();
+    EXPECT_THROW(m_database.tasks->addProject(gone), Exception);
+    EXPECT_THROW(m_database.tasks->updateProject(gone, 1), Exception);
+    EXPECT_THROW(m_database.tasks->addProject(ProjectDetails(m_library.path())), Exception);
+    TestBundle incomplete;
+    incomplete.metaData.erase("NumberOfTracks");
+    EXPECT_THROW(m_database.tasks->addProject(makeBundle("Incomplete.logicx", incomplete)), Exception);
+    EXPECT_EQ(m_database.rows("SELECT count(*) FROM projects"), QStringList("0"));
+
+    TestBundle strange;
+    strange.metaData["BeatsPerMinute"] = std::numeric_limits<double>::infinity();
+    add({makeBundle("Strange.logicx", strange)});
+    EXPECT_EQ(m_database.rows("SELECT name FROM projects"), QStringList("Strange"));
+}
+
+TEST_F(ProjectRecords, GetOneGenreAFolderNameWhenTheUserWishesIt) {
+    LogCapture messages;
+    add({makeBundle("Jazz/Before.logicx")});
+    EXPECT_EQ(m_database.rows("SELECT count(*) FROM genres"), QStringList("0"));
+
+    QSettings().setValue(SettingsKeys::genreFromDir, true);
+    add(
+        {makeBundle("Pop/A.logicx"), makeBundle("x/Pop/B.logicx"), makeBundle("Rock 'n' %1/C.logicx"),
+         makeBundle("Logic/D.logicx"), makeBundle("GarageBand/E.logicx")});
+    m_database.rows("SELECT 1");
+    EXPECT_EQ(m_database.rows("SELECT name FROM genres ORDER BY name"), QStringList({"Pop", "Rock 'n' %1"}));
+    EXPECT_EQ(
+        m_database.rows("SELECT projects.name FROM projects JOIN genres USING(genre_id) ORDER BY 1"),
+        QStringList({"A", "B", "C"}));
+}
+
+TEST_F(ProjectRecords, GetGenresRetroactivelyWhereTheyHaveNone) {
+    LogCapture messages;
+    add(
+        {makeBundle("Pop/A.logicx"), makeBundle("deep/Pop/B.logicx"), makeBundle("Soul/C.logicx"),
+         makeBundle("Soul/D.logicx"), makeBundle("Logic/E.logicx"), makeBundle("NotPop/F.logicx")});
+    m_database.rows("INSERT INTO genres VALUES(7, 'Pop', NULL)");
+    m_database.rows("UPDATE projects SET genre_id=99 WHERE name='D'");
+    m_database.tasks->retroactivelyAssignGenreByDir();
+    m_database.rows("SELECT 1");
+    EXPECT_EQ(
+        m_database.rows("SELECT p.name, g.name FROM projects p JOIN genres g USING(genre_id) ORDER BY 1"),
+        QStringList({"A|Pop", "B|Pop", "C|Soul", "F|NotPop"}));
+    EXPECT_EQ(m_database.rows("SELECT genre_id FROM projects WHERE name='D'"), QStringList("99"));
+    EXPECT_EQ(m_database.rows("SELECT genre_id FROM genres WHERE name='Pop'"), QStringList("7"));
+}

@@ -1,0 +1,173 @@
+#include "database/QueryBuilder.h"
+
+#include "app/SettingsKeys.h"
+#include "support/LogCapture.h"
+#include "support/TestDatabase.h"
+
+#include <QSettings>
+
+#include <gtest/gtest.h>
+
+using namespace Stemhaven;
+
+namespace {
+
+Field field(const QString& name, bool visible, bool searchable, unsigned order) {
+    return {name, name.toUpper(), Format::Text, visible ? 1 : 0, searchable ? 1 : 0, order};
+}
+
+/// Over the visible and searchable columns name and artist, with nothing hidden.
+std::unique_ptr<QueryBuilder> plainBuilder() {
+    auto builder = std::make_unique<QueryBuilder>();
+    builder->setFields(
+        {field("artist", true, true, 1), field("name", true, true, 0), field("album", false, true, 2)});
+    builder->hideCompletedTracks(false);
+    builder->hideIgnoredTracks(false);
+    return builder;
+}
+
+const QString head = "SELECT  name as 'NAME ', artist as 'ARTIST ', project_id FROM projects";
+
+void useOwnSettings() {
+    QCoreApplication::setOrganizationDomain("stemhaven.app");
+    QCoreApplication::setApplicationName("Stemhaven");
+    QSettings().clear();
+}
+
+} // namespace
+
+TEST(QueryBuilder, PutsTheClausesTogether) {
+    using Setup = std::function<void(QueryBuilder&)>;
+    const QList<std::pair<Setup, QString>> cases = {
+        {[](QueryBuilder&) {}, ""},
+        {[](QueryBuilder& b) { b.setGenreID(5); }, " WHERE genre_id='5'"},
+        {[](QueryBuilder& b) { b.search("x"); }, " WHERE (name LIKE '%x%' OR artist LIKE '%x%')"},
+        {[](QueryBuilder& b) { b.hideIgnoredTracks(true); }, " WHERE ignored=0"},
+        {[](QueryBuilder& b) {
+             b.setTagID(4);
+             b.hideCompletedTracks(true);
+         },
+         " WHERE project_id IN (SELECT project_id FROM project_tag_map WHERE tag_id=4)  AND completed=0"},
+        {[](QueryBuilder& b) {
+             b.setCollectionID(1);
+             b.setLyricsStatusID(3);
+             b.search("x");
+             b.hideCompletedTracks(true);
+             b.hideIgnoredTracks(true);
+         },
+         " WHERE lyrics_status=3 AND (name LIKE '%x%' OR artist LIKE '%x%') AND completed=0 AND ignored=0"},
+        {[](QueryBuilder& b) {
+             b.setCollectionID(9);
+             b.search("%1");
+             b.sortBy("bpm", Qt::DescendingOrder);
+         },
+         " WHERE project_id IN (SELECT project_id FROM collections_projects_map WHERE collection_id=9)  AND "
+         "(name LIKE '%%1%' OR artist LIKE '%%1%') ORDER BY bpm COLLATE NOCASE DESC"},
+        {[](QueryBuilder& b) {
+             b.setArrangementStatusID(2);
+             b.clearFilter();
+             b.search("x");
+             b.clearSearch();
+             b.sortBy("bpm", Qt::AscendingOrder);
+             b.clearSorting();
+         },
+         ""},
+        {[](QueryBuilder& b) {
+             b.setRecordingStatusID(0);
+             b.sortBy("name", Qt::AscendingOrder);
+         },
+         " WHERE recording_status=0 ORDER BY name COLLATE NOCASE ASC"},
+        {[](QueryBuilder& b) { b.setMixMasterStatusID(1); }, " WHERE mix_master_status=1"},
+    };
+    for (const auto& [setup, expected] : cases) {
+        const auto builder = plainBuilder();
+        builder->select();
+        setup(*builder);
+        EXPECT_EQ(builder->select(), head + expected);
+    }
+
+    QueryBuilder empty;
+    empty.search("x");
+    EXPECT_EQ(empty.select(), "SELECT  project_id FROM projects WHERE completed=0 AND ignored=0");
+}
+
+TEST(QueryBuilder, CountsColumnsAmongTheVisibleOnes) {
+    const auto builder = plainBuilder();
+    EXPECT_EQ(builder->visibleFieldAt(1).name, "artist");
+    EXPECT_TRUE(builder->visibleFieldAt(2).name.isEmpty());
+    EXPECT_EQ(builder->fieldAt(2).name, "album");
+    EXPECT_TRUE(builder->fieldAt(3).name.isEmpty());
+    EXPECT_EQ(builder->fieldIndexByName("artist"), 1);
+    EXPECT_EQ(builder->fieldIndexByName("album"), 0xFFFF);
+    EXPECT_TRUE(builder->fieldHasFormat(2, Format::Text));
+    EXPECT_FALSE(builder->fieldHasFormat(3, Format::Text));
+}
+
+TEST(QueryBuilder, ListsADefaultCatalogueWithItsDefaults) {
+    useOwnSettings();
+    const std::unique_ptr<QueryBuilder> builder(QueryBuilder::defaultProjectsTableBuilder());
+    builder->sortBy("name", Qt::AscendingOrder);
+    const auto sql = builder->select();
+    EXPECT_TRUE(sql.startsWith(
+        "SELECT  progress as 'Progress  ', name as 'Name ', star_rating as 'Rating ', bpm as 'Tempo ',"));
+    EXPECT_TRUE(sql.endsWith(
+        " project_id FROM projects WHERE completed=0 AND ignored=0 ORDER BY name COLLATE NOCASE ASC"));
+    EXPECT_EQ(builder->getFields().size(), 22);
+
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    EXPECT_TRUE(database.rows(sql).isEmpty());
+}
+
+TEST(QueryBuilder, TakesAStoredListOfTwentySixColumnsAndNoOther) {
+    const QStringList names = {"project_id",
+                               "filepath",
+                               "filename",
+                               "SUFID",
+                               "artist",
+                               "release_name",
+                               "publicly_released",
+                               "ISRC",
+                               "UPC",
+                               "album",
+                               "name",
+                               "project_type",
+                               "logic_version",
+                               "bpm",
+                               "song_key",
+                               "song_gender_key",
+                               "song_signature",
+                               "genre_id",
+                               "number_of_tracks",
+                               "sample_rate",
+                               "notes",
+                               "progress",
+                               "completed",
+                               "ignored",
+                               "created",
+                               "last_modified",
+                               "last_updated"};
+    for (const int count : {25, 26, 27}) {
+        useOwnSettings();
+        QueryBuilder stored;
+        QList<Field> fields;
+        for (int i = 0; i < count; ++i)
+            fields.append(field(names[i], i % 2 == 0, true, static_cast<unsigned>(count - i)));
+        stored.setFields(fields);
+        stored.saveSettings();
+        QSettings().setValue("fields/no_such_column/order", 3);
+
+        LogCapture messages;
+        QueryBuilder loaded;
+        loaded.loadSettings();
+        EXPECT_EQ(messages.count("C: Invalid field name read from settings!"), 1);
+        if (count != 26) {
+            EXPECT_EQ(loaded.getFields().size(), 22);
+            continue;
+        }
+        ASSERT_EQ(loaded.getFields().size(), 26);
+        EXPECT_EQ(loaded.fieldAt(0).name, names[25]);
+        EXPECT_EQ(loaded.fieldAt(25).displayName, "PROJECT_ID");
+        EXPECT_EQ(loaded.visibleFieldAt(0).name, names[24]);
+    }
+}
