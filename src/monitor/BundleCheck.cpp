@@ -1,0 +1,245 @@
+#include "monitor/BundleCheck.h"
+
+#include "app/errors/DbException.h"
+#include "app/errors/Guarded.h"
+#include "database/ProjectStatements.h"
+#include "database/QueryTask.h"
+#include "database/SqlText.h"
+#include "database/TaskManager.h"
+#include "project/NoteFile.h"
+
+#include <QDebug>
+#include <QFileInfo>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <algorithm>
+#include <optional>
+
+namespace Stemhaven {
+
+BundleCheck::BundleCheck(
+    TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, ProjectDetails details,
+    WrittenCallback onWritten)
+    : m_tasks(tasks),
+      m_checks(std::move(checks)),
+      m_details(std::move(details)),
+      m_onWritten(std::move(onWritten)) {}
+
+std::shared_ptr<BundleCheck> BundleCheck::begin(
+    TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, const ProjectDetails& details,
+    WrittenCallback onWritten) {
+    if (!checks->begin(details))
+        return nullptr;
+    return std::shared_ptr<BundleCheck>(
+        new BundleCheck(tasks, std::move(checks), details, std::move(onWritten)));
+}
+
+BundleCheck::~BundleCheck() {
+    m_checks->finish(m_details);
+}
+
+void BundleCheck::start() {
+    auto task = std::make_shared<QueryTask>(
+        ProjectStatements::selectBySufid(m_details.sufid.toString()), m_tasks.mainDatabase());
+    task->setQueryCallback([this, self = shared_from_this()](const TaskPointer& done, int, QSqlQuery* query) {
+        QList<Record> records;
+        while (query->next()) {
+            bool converted = false;
+            const auto id = query->value(0).toLongLong(&converted);
+            if (converted)
+                records.append(
+                    {id, unescape(query->value(1).toString()), unescape(query->value(2).toString())});
+            else
+                qCritical() << "Could not convert project_id!";
+        }
+        if (records.isEmpty())
+            sufidUnknown(done);
+        else
+            sufidKnown(done, records);
+    });
+    task->setSqlErrorCallback([self = shared_from_this()](const TaskPointer&, const DbException& error) {
+        qCritical() << "Could not select projects matching SUFID!" << error;
+    });
+    m_tasks.addTask(task);
+}
+
+void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& records) {
+    std::optional<Note> note;
+    bool noteIsRead = false;
+    // The file system gives the number of a deleted bundle to the next new one, so the number alone proves
+    // nothing.
+    const auto isThisBundle = [&](const Record& record) {
+        if (record.path() == m_details.bundlePath())
+            return true;
+        if (!noteIsRead)
+            note = loadStemhavenPlistDetails(m_details);
+        noteIsRead = true;
+        return note && (note->first == record.id || note->second == m_details.sufid.toString().toStdString());
+    };
+
+    skippingUnreadable("Skipping... Could not read project data for project: ", [&] {
+        const auto chosen = std::find_if(records.begin(), records.end(), isThisBundle);
+        if (chosen != records.end()) {
+            qDebug() << "Project modified. project id:" << chosen->id << " SUFID:" << m_details;
+            logDuplicates(task, *chosen, records);
+            update(task, chosen->id);
+            return;
+        }
+        for (const auto& record : records) {
+            qInfo() << "Another bundle has the identity of a recorded project now. project_id:" << record.id;
+            m_tasks.addTask(
+                std::make_shared<QueryTask>(
+                    ProjectStatements::giveUpIdentity(record.id), m_tasks.mainDatabase()),
+                task);
+        }
+        sufidUnknown(task);
+    });
+}
+
+void BundleCheck::logDuplicates(const TaskPointer& task, const Record& chosen, const QList<Record>& records) {
+    if (records.size() < 2)
+        return;
+    qWarning().noquote().nospace() << "Warning. Duplicate entry found for project '" << m_details.name
+                                   << "'. Only one will be updated with project_id:" << chosen.id;
+    for (const auto& record : records) {
+        if (record.id == chosen.id)
+            continue;
+        qWarning().noquote().nospace()
+            << "\tPossible duplicate found for '" << m_details.name << "'. project_id:" << record.id;
+        auto select = std::make_shared<QueryTask>(
+            ProjectStatements::selectPossibleDuplicate(chosen.id, record.id), m_tasks.mainDatabase());
+        select->setQueryCallback([this, self = shared_from_this(), first = chosen.id,
+                                  second = record.id](const TaskPointer& done, int rows, QSqlQuery*) {
+            if (rows > 0)
+                return;
+            auto insert = std::make_shared<QueryTask>(
+                ProjectStatements::insertPossibleDuplicate(first, second), m_tasks.mainDatabase());
+            insert->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
+                qCritical() << "Possible duplicate insertion failed!";
+            });
+            m_tasks.addTask(insert, done);
+        });
+        select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
+            qCritical() << "Could not select from possible_duplicates table!";
+        });
+        m_tasks.addTask(select, task);
+    }
+}
+
+void BundleCheck::sufidUnknown(const TaskPointer& task) {
+    if (!m_details.sufid.valid || !QFileInfo::exists(m_details.bundlePath())) {
+        qWarning() << "Could not find project on drive. Project will not be added: " << m_details;
+        return;
+    }
+    skippingUnreadable("Skipping... Could not read project data for new project: ", [&] {
+        if (const auto note = loadStemhavenPlistDetails(m_details))
+            lookUpNote(task, *note);
+        else
+            insert(task);
+    });
+}
+
+void BundleCheck::lookUpNote(const TaskPointer& task, const Note& note) {
+    auto select = std::make_shared<QueryTask>(
+        ProjectStatements::selectByNotedSufid(QString::fromStdString(note.second)), m_tasks.mainDatabase());
+    select->setQueryCallback(
+        [this, self = shared_from_this(), note](const TaskPointer& done, int, QSqlQuery* query) {
+            if (!query->next()) {
+                lookUpPath(done);
+                return;
+            }
+            bool converted = false;
+            const auto id = query->value(0).toULongLong(&converted);
+            if (!converted) {
+                qCritical() << "Could not convert project_id!";
+                return;
+            }
+            noteMatched(
+                done,
+                {static_cast<long long>(id), unescape(query->value(1).toString()),
+                 unescape(query->value(2).toString())},
+                note);
+        });
+    select->setSqlErrorCallback([self = shared_from_this()](const TaskPointer&, const DbException&) {
+        qCritical() << "Could not select matching SUFID matches for Stemhaven.plist!";
+    });
+    m_tasks.addTask(select, task);
+}
+
+void BundleCheck::noteMatched(const TaskPointer& task, const Record& record, const Note& note) {
+    if (record.id == note.first)
+        qDebug() << "Found project_id match from Stemhaven.plist: " << record.id;
+    const ProjectDetails old(record.path());
+    if (!old.isValid) {
+        qWarning() << "Old project details are invalid! Possibly corrupt or incorrect path information.";
+        qDebug() << "\tOld project_id: " << record.id << " oldFilepath: " << record.filepath
+                 << " oldFilename: " << record.filename;
+        qWarning()
+            << "Since it is corrupted it is unusable. Replacing with newly found project with matching SFUID";
+        qDebug() << "\t" << m_details;
+        update(task, record.id);
+    } else if (old.sufid.valid && old.sufid != m_details.sufid) {
+        qDebug() << "Previous project found with matching SUFID with project_id: " << record.id;
+        qDebug() << "Copy of project will be added as a new record.";
+        insert(task);
+    } else {
+        update(task, record.id);
+    }
+}
+
+void BundleCheck::lookUpPath(const TaskPointer& task) {
+    auto select = std::make_shared<QueryTask>(
+        ProjectStatements::selectByPath(m_details.filepath, m_details.filename), m_tasks.mainDatabase());
+    select->setQueryCallback(
+        [this, self = shared_from_this()](const TaskPointer& done, int, QSqlQuery* query) {
+            if (!query->next()) {
+                insert(done);
+                return;
+            }
+            bool converted = false;
+            const auto id = query->value(0).toULongLong(&converted);
+            if (!converted) {
+                qCritical() << "Could not convert project_id!";
+                return;
+            }
+            qDebug() << "Found project_id match from Stemhaven.plist: " << id;
+            update(done, static_cast<long long>(id));
+        });
+    select->setSqlErrorCallback([self = shared_from_this()](const TaskPointer&, const DbException&) {
+        qCritical() << "Could not select matching filepath/filename";
+    });
+    m_tasks.addTask(select, task);
+}
+
+void BundleCheck::insert(const TaskPointer& task) {
+    skippingUnreadable("Skipping... Could not read project data for new project: ", [&] {
+        m_tasks.addProject(
+            m_details, task,
+            [this, self = shared_from_this()](const TaskPointer&, long long) { m_onWritten(m_details); },
+            [self = shared_from_this()](const DbException&) {
+                qCritical() << "Could not insert new project record!";
+            });
+    });
+}
+
+void BundleCheck::update(const TaskPointer& task, long long projectId) {
+    skippingUnreadable("Skipping... Could not read project data for project: ", [&] {
+        m_tasks.updateProject(
+            m_details, projectId, task,
+            [this, self = shared_from_this()](const TaskPointer&, long long) {
+                qDebug() << "Found moved/renamed project during search: " << m_details;
+                m_onWritten(m_details);
+            },
+            [self = shared_from_this(), projectId](const DbException&) {
+                qCritical().noquote()
+                    << QStringLiteral("Could not update project record. project_id:%1").arg(projectId);
+            });
+    });
+}
+
+void BundleCheck::skippingUnreadable(const char* what, const std::function<void()>& body) const {
+    loggingFailures(QLatin1String(what) + m_details.bundlePath(), body);
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,79 @@
+#include "monitor/FolderWalk.h"
+
+#include "project/BundleSuffixes.h"
+
+#include <QDebug>
+#include <QFile>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace Stemhaven {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Entry names are compared as they are on disk: most entries of a library are neither bundles nor folders,
+/// and turning each into a QString would cost more than reading it.
+std::vector<std::string> encodedSuffixes() {
+    std::vector<std::string> suffixes;
+    for (const auto& suffix : bundleSuffixes())
+        suffixes.push_back(QFile::encodeName(suffix).toStdString());
+    return suffixes;
+}
+
+bool endsInSuffix(std::string_view path, const std::vector<std::string>& suffixes) {
+    for (const auto& suffix : suffixes) {
+        if (path.ends_with(suffix))
+            return true;
+    }
+    return false;
+}
+
+bool isHidden(std::string_view path) {
+    return path.substr(path.rfind('/') + 1).starts_with('.');
+}
+
+void logUnreadable(const std::string& folder, const std::error_code& error) {
+    qWarning() << "Could not read folder. Skipping: " << QFile::decodeName(folder.c_str())
+               << QString::fromLocal8Bit(error.message());
+}
+
+} // namespace
+
+FolderWalk::FolderWalk(std::function<void(const QString&)> onBundle, std::function<bool()> isStopped)
+    : m_onBundle(std::move(onBundle)),
+      m_isStopped(std::move(isStopped)) {}
+
+void FolderWalk::walk(const QString& root) const {
+    const auto suffixes = encodedSuffixes();
+    std::vector<std::string> folders{QFile::encodeName(root).toStdString()};
+    while (!folders.empty()) {
+        const std::string folder = std::move(folders.back());
+        folders.pop_back();
+        std::error_code error;
+        fs::directory_iterator entries(folder, error);
+        for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
+            if (m_isStopped())
+                return;
+            const auto& entry = *entries;
+            std::error_code unknown;
+            if (entry.is_symlink(unknown))
+                continue;
+            const std::string& path = entry.path().native();
+            if (endsInSuffix(path, suffixes))
+                m_onBundle(QFile::decodeName(path.c_str()));
+            else if (!isHidden(path) && entry.is_directory(unknown))
+                folders.push_back(path);
+        }
+        if (error)
+            logUnreadable(folder, error);
+    }
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "monitor/ChecksInProgress.h"
+#include "monitor/ProjectSearch.h"
+#include "monitor/WatchedFolders.h"
+#include "project/ProjectDetails.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+class QSqlQuery;
+
+namespace Stemhaven {
+
+class Task;
+class TaskManager;
+
+/// Keeps the catalogue in step with the disk: finds the bundles below the user's root folders and sees to it
+/// that each has the record that is its own. Records are never deleted here.
+///
+/// Made on the GUI thread, where its signals come from too, after the log and the application's identity are
+/// set.
+class ProjectMonitor : public QObject {
+    Q_OBJECT
+
+public:
+    /// The monitor of the program's own databases. The first call starts their initialisation and, after it,
+    /// the loading of what is known and the search that an earlier run left unfinished.
+    static ProjectMonitor& instance();
+    static void stop();
+    static void restart();
+    static bool isRunning();
+    static QStringList getRootSearchPaths();
+
+    /// tasks outlives the monitor.
+    explicit ProjectMonitor(TaskManager& tasks);
+    ~ProjectMonitor() override;
+
+    void start();
+    void stopMonitoring();
+    void restartMonitoring();
+    QStringList rootSearchPaths() const;
+
+    /// Whether a search is going on, or is owed by an earlier run or a request that has not come to it yet.
+    /// From any thread.
+    bool isSearching() const;
+
+    /// Makes the next start read the root folders anew and search them.
+    void requestUpdateWatchedDirs();
+
+    /// Reads the root folders anew. Then starts, or else searches them and starts after that.
+    void updateWatchedDirs(bool startWhenDone);
+
+    /// Searches the root folders for bundles without a record, in the background. During a search it has that
+    /// look once more. A restart that was asked for is done at the end, whichever request brought it.
+    void searchForProjects(bool restartWhenDone);
+
+    /// Reads the paths of all records anew, then calls continuation on the GUI thread.
+    void loadProjectPaths(const std::function<void()>& continuation);
+
+    /// Decides what the bundle is (new, known, moved, copied) and has its record written. Returns as soon as
+    /// the first query is queued. fromEvent: notify once it is written; a search notifies once, at its end.
+    /// From any thread.
+    void directoryChanged(const QString& bundlePath, bool fromEvent);
+
+    void finishedCheckingProject(const ProjectDetails& details);
+
+signals:
+    void wasStarted();
+    void wasStopped();
+    void isRestarting();
+    void projectsDbModified();
+    void rootSearchPathChanged(QString path);
+    void databaseInitialized();
+    void databaseInitFailed();
+
+private:
+    ProjectSearch::Callbacks searchCallbacks();
+    void takeRoots(QSqlQuery& query);
+    void findAncestors(const std::shared_ptr<Task>& parent, bool startWhenDone);
+    void searchWalked(const QSet<QString>& knownBefore, bool restartWanted);
+    void rememberUnsettledSearch() const;
+
+    TaskManager& m_tasks;
+    mutable std::recursive_mutex m_mutex; // what follows, up to the atomics
+    WatchedFolders m_folders;
+    QSet<QString> m_knownPaths;
+    QDateTime m_rootPathsDatabaseTime;
+    std::shared_ptr<ChecksInProgress> m_checks = std::make_shared<ChecksInProgress>();
+    std::atomic<bool> m_running = false;
+    std::atomic<bool> m_updateRequested = false;
+    std::atomic<bool> m_searchOwed = false;
+    ProjectSearch m_search;
+};
+
+} // namespace Stemhaven

@@ -1,0 +1,88 @@
+#include "monitor/ProjectSearch.h"
+
+#include "app/Shutdown.h"
+#include "app/errors/Guarded.h"
+#include "monitor/FolderWalk.h"
+
+#include <QDebug>
+#include <QThreadPool>
+#include <QtConcurrent/QtConcurrentRun>
+
+#include <utility>
+
+namespace Stemhaven {
+
+ProjectSearch::ProjectSearch(Callbacks callbacks) : m_callbacks(std::move(callbacks)) {}
+
+ProjectSearch::~ProjectSearch() {
+    m_stop = true;
+    m_future.waitForFinished();
+}
+
+void ProjectSearch::request(bool restartWhenDone) {
+    const std::lock_guard lock(m_mutex);
+    m_restartWanted = m_restartWanted || restartWhenDone;
+    if (m_inProgress) {
+        m_again = true;
+        return;
+    }
+    m_inProgress = true;
+    ++m_unsettledWalks;
+    m_again = false;
+    m_future = QtConcurrent::run(QThreadPool::globalInstance(), [this] {
+        loggingFailures(QStringLiteral("Search for projects failed."), [this] { run(); });
+    });
+}
+
+void ProjectSearch::settled() {
+    const std::lock_guard lock(m_mutex);
+    --m_unsettledWalks;
+}
+
+bool ProjectSearch::isUnsettled() const {
+    const std::lock_guard lock(m_mutex);
+    return m_unsettledWalks > 0;
+}
+
+void ProjectSearch::run() {
+    const auto known = m_callbacks.knownPaths();
+    qDebug() << "ProjectMonitor: Beginning search for new projects";
+    bool restartWanted = false;
+    bool passWanted = true;
+    while (passWanted) {
+        m_again = false;
+        loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(known); });
+        const std::lock_guard lock(m_mutex);
+        passWanted = m_again && !isInterrupted();
+        if (!passWanted) {
+            m_inProgress = false;
+            restartWanted = std::exchange(m_restartWanted, false);
+        }
+    }
+    if (!isInterrupted())
+        m_callbacks.walked(known, restartWanted);
+}
+
+void ProjectSearch::walkRoots(const QSet<QString>& known) {
+    const auto giveUp = [this] {
+        return m_again || isInterrupted();
+    };
+    const FolderWalk walk(
+        [&](const QString& bundlePath) {
+            if (known.contains(bundlePath))
+                return;
+            m_callbacks.waitForRoom(giveUp);
+            if (!giveUp())
+                m_callbacks.check(bundlePath);
+        },
+        giveUp);
+    const auto roots = m_callbacks.roots();
+    for (const auto& root : roots)
+        walk.walk(root);
+}
+
+bool ProjectSearch::isInterrupted() const {
+    return m_stop || Shutdown::hasBegun();
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QFuture>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+
+namespace Stemhaven {
+
+/// The walk over all root folders for bundles without a record, one at a time, on the global thread pool.
+///
+/// A request during a walk has it make one more pass; however many requests come, it is one. The walk ends
+/// early when the shut-down begins or the search is destroyed, and counts as unsettled then.
+class ProjectSearch {
+public:
+    struct Callbacks {
+        // On the pool thread:
+        std::function<QStringList()> roots;
+        std::function<QSet<QString>()> knownPaths;
+        /// Blocks while too many checks are under way. Returns early when giveUp says so.
+        std::function<void(const std::function<bool()>& giveUp)> waitForRoom;
+        std::function<void(const QString& bundlePath)> check;
+        /// The last pass is over; the checks may not be. Answered by a call of settled() when they are.
+        std::function<void(const QSet<QString>& knownBefore, bool restartWanted)> walked;
+    };
+
+    explicit ProjectSearch(Callbacks callbacks);
+    /// Ends the walk and waits for it.
+    ~ProjectSearch();
+    ProjectSearch(const ProjectSearch&) = delete;
+    ProjectSearch& operator=(const ProjectSearch&) = delete;
+
+    void request(bool restartWhenDone);
+
+    /// Everything that the last walk caused has been written.
+    void settled();
+
+    /// Whether a walk is going on or has not been settled: what is on disk may not be in the catalogue yet.
+    bool isUnsettled() const;
+
+private:
+    void run();
+    void walkRoots(const QSet<QString>& known);
+    bool isInterrupted() const;
+
+    Callbacks m_callbacks;
+    mutable std::mutex m_mutex; // the transitions between going on and having ended
+    bool m_inProgress = false;
+    bool m_restartWanted = false;
+    int m_unsettledWalks = 0;
+    std::atomic<bool> m_again = false;
+    std::atomic<bool> m_stop = false;
+    QFuture<void> m_future;
+};
+
+} // namespace Stemhaven

@@ -1,0 +1,54 @@
+#include "monitor/FolderWalk.h"
+
+#include "support/LogCapture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Stemhaven;
+
+namespace {
+
+QStringList walk(
+    const QString& root, const std::function<bool()>& stopped = [] { return false; }) {
+    QStringList found;
+    FolderWalk([&](const QString& path) { found.append(path.mid(root.size() + 1)); }, stopped).walk(root);
+    found.sort();
+    return found;
+}
+
+} // namespace
+
+TEST(FolderWalk, FindsWhatIsNamedLikeABundleAndNoMore) {
+    const QTemporaryDir root;
+    const QDir dir(root.path());
+    for (const auto* folder :
+         {"A.logicx/Media/Inner.logicx", "deep/er/B 'x' %1.logicx", ".hidden/C.logicx", "D.LOGICX",
+          "E.logicx.old/F.logicx", "e\u0301/G.logicx", ".H.logicx", "empty"})
+        ASSERT_TRUE(dir.mkpath(folder));
+    QFile file(root.path() + "/File.logicx");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QFile::link(root.path(), root.path() + "/deep/loop"));
+    ASSERT_TRUE(QFile::link(root.path() + "/A.logicx", root.path() + "/Link.logicx"));
+
+    QStringList expected = {
+        ".H.logicx",       "A.logicx", "E.logicx.old/F.logicx", "File.logicx", "deep/er/B 'x' %1.logicx",
+        "e\u0301/G.logicx"};
+    expected.sort();
+    EXPECT_EQ(walk(root.path()), expected);
+}
+
+TEST(FolderWalk, StopsWhenToldAndLogsAFolderThatIsNotThere) {
+    const QTemporaryDir root;
+    for (int i = 0; i < 20; ++i)
+        ASSERT_TRUE(QDir(root.path()).mkpath(QString("%1.logicx").arg(i)));
+    int looks = 0;
+    EXPECT_LT(walk(root.path(), [&] { return ++looks > 5; }).size(), 20);
+
+    LogCapture messages;
+    EXPECT_TRUE(walk(root.path() + "/gone").isEmpty());
+    EXPECT_EQ(messages.count("W: Could not read folder. Skipping: "), 1);
+}

@@ -1,0 +1,282 @@
+#include "monitor/ProjectMonitor.h"
+
+#include "app/SettingsKeys.h"
+#include "database/ProjectStatements.h"
+#include "database/RootPathStatements.h"
+#include "plist/PropertyList.h"
+#include "project/NoteFile.h"
+#include "support/LogCapture.h"
+#include "support/TestBundle.h"
+#include "support/TestDatabase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+
+#include <gtest/gtest.h>
+
+using namespace Stemhaven;
+
+namespace {
+
+/// A root folder, a profile and the monitor over them.
+class ProjectMonitorTest : public testing::Test {
+protected:
+    void SetUp() override {
+        QCoreApplication::setOrganizationDomain("stemhaven.app");
+        QCoreApplication::setApplicationName("Stemhaven");
+        QSettings().clear();
+        ASSERT_TRUE(m_database.initialise());
+        m_database.rootRows(RootPathStatements::insert(m_root.path()));
+    }
+
+    QString at(const QString& relativePath) const { return m_root.path() + '/' + relativePath; }
+
+    void makeBundle(const QString& relativePath, const TestBundle& bundle = {}) const {
+        bundle.write(at(relativePath).toStdString());
+    }
+
+    /// Starts a monitor that searches at once and waits for the search's end. How often it notified by then.
+    int search() {
+        QSettings().setValue(SettingsKeys::searchWasInProgress, true);
+        int notifications = 0;
+        bool started = false;
+        m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks);
+        QObject::connect(m_monitor.get(), &ProjectMonitor::projectsDbModified, [&] { ++notifications; });
+        QObject::connect(m_monitor.get(), &ProjectMonitor::wasStarted, [&] { started = true; });
+        EXPECT_TRUE(waitUntil([&] { return started && notifications > 0; }));
+        settle();
+        QObject::disconnect(m_monitor.get(), nullptr, nullptr, nullptr);
+        return notifications;
+    }
+
+    /// Has one bundle checked as after an event; returns whether the window would have been told.
+    bool change(const QString& relativePath) {
+        bool notified = false;
+        const auto connection =
+            QObject::connect(m_monitor.get(), &ProjectMonitor::projectsDbModified, [&] { notified = true; });
+        m_monitor->directoryChanged(at(relativePath), true);
+        settle();
+        QObject::disconnect(connection);
+        return notified;
+    }
+
+    /// Everything queued so far has run.
+    void settle() { m_database.rows("SELECT 1"); }
+
+    QStringList names() { return m_database.rows("SELECT name FROM projects ORDER BY name"); }
+
+    QStringList row(const QString& name) {
+        return m_database.rows(
+            "SELECT project_id, filepath, star_rating FROM projects WHERE name='" + name + "' ORDER BY 1");
+    }
+
+    void end() {
+        m_monitor.reset();
+        m_database.reopen();
+    }
+
+    QTemporaryDir m_root;
+    TestDatabase m_database;
+    std::unique_ptr<ProjectMonitor> m_monitor;
+};
+
+} // namespace
+
+TEST_F(ProjectMonitorTest, RecordsEveryBundleBelowTheRootsAndNotifiesOnce) {
+    for (int i = 0; i < 60; ++i)
+        makeBundle(QString("%1/Song %2.logicx").arg(i % 7).arg(i));
+    makeBundle("Untitled 3.logicx");
+    EXPECT_EQ(search(), 1);
+    EXPECT_EQ(names().size(), 60);
+    EXPECT_FALSE(names().contains("Untitled 3"));
+    const auto note = loadStemhavenPlistDetails(ProjectDetails(at("0/Song 0.logicx")));
+    ASSERT_TRUE(note.has_value());
+    EXPECT_EQ(row("Song 0").value(0).section('|', 0, 0).toLongLong(), note->first);
+
+    // A second start finds nothing new and writes nothing again.
+    const auto before = m_database.rows("SELECT * FROM projects");
+    end();
+    ASSERT_TRUE(m_database.initialise());
+    search();
+    EXPECT_EQ(m_database.rows("SELECT * FROM projects"), before);
+}
+
+TEST_F(ProjectMonitorTest, PassesOverWhatCannotBeReadAndRecordsTheRest) {
+    makeBundle("Good.logicx");
+    ASSERT_TRUE(QDir().mkpath(at("Empty.logicx")));
+    QFile plain(at("Plain.logicx"));
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+    makeBundle("Damaged.logicx");
+    QFile damaged(at("Damaged.logicx/Resources/ProjectInformation.plist"));
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("bplist00 but no more");
+    damaged.close();
+    TestBundle wrongType;
+    wrongType.metaData["SongKey"] = true;
+    makeBundle("Wrong.logicx", wrongType);
+    makeBundle("Last 'one' %1.logicx");
+
+    LogCapture messages;
+    search();
+    EXPECT_EQ(names(), QStringList({"Good", "Last 'one' %1"}));
+    for (const auto* skipped : {"Empty.logicx", "Plain.logicx", "Damaged.logicx", "Wrong.logicx"}) {
+        EXPECT_EQ(
+            messages.count(
+                QString("C: Skipping... Could not read project data for new project: ") + at(skipped)),
+            1)
+            << skipped;
+    }
+}
+
+TEST_F(ProjectMonitorTest, KeepsTheRecordOfABundleThatMovesAndGivesACopyItsOwn) {
+    makeBundle("Song.logicx");
+    makeBundle("Gone.logicx");
+    search();
+    m_database.rows("UPDATE projects SET star_rating=5 WHERE name='Song'");
+    const auto id = row("Song").value(0).section('|', 0, 0);
+
+    // Renamed and moved on the same volume: the same identity.
+    ASSERT_TRUE(QDir().mkpath(at("sub")));
+    ASSERT_TRUE(QDir().rename(at("Song.logicx"), at("sub/Renamed.logicx")));
+    EXPECT_TRUE(change("sub/Renamed.logicx"));
+    EXPECT_EQ(row("Renamed"), QStringList(id + '|' + at("sub/") + "|5"));
+    EXPECT_TRUE(row("Song").isEmpty());
+
+    // Copied, its note along with it.
+    const auto copy = [&](const QString& from, const QString& to) {
+        std::filesystem::copy(
+            at(from).toStdString(), at(to).toStdString(), std::filesystem::copy_options::recursive);
+    };
+    copy("sub/Renamed.logicx", "Copy.logicx");
+    EXPECT_TRUE(change("Copy.logicx"));
+    EXPECT_EQ(row("Renamed"), QStringList(id + '|' + at("sub/") + "|5"));
+    EXPECT_EQ(row("Copy").value(0).section('|', 2), "0");
+
+    // Moved across volumes: copied, then the first one deleted.
+    copy("sub/Renamed.logicx", "Moved.logicx");
+    ASSERT_TRUE(QDir(at("sub/Renamed.logicx")).removeRecursively());
+    EXPECT_TRUE(change("Moved.logicx"));
+    EXPECT_EQ(row("Moved"), QStringList(id + '|' + m_root.path() + "/|5"));
+    EXPECT_TRUE(row("Renamed").isEmpty());
+
+    // Vanished: nothing is written, and it can be checked again.
+    ASSERT_TRUE(QDir(at("Gone.logicx")).removeRecursively());
+    const auto before = m_database.rows("SELECT * FROM projects");
+    EXPECT_FALSE(change("Gone.logicx"));
+    EXPECT_EQ(m_database.rows("SELECT * FROM projects"), before);
+    makeBundle("Gone.logicx");
+    EXPECT_TRUE(change("Gone.logicx"));
+}
+
+TEST_F(ProjectMonitorTest, UpdatesAChangedBundleAndReadsANoteOfAnUnknownRecordByItsPath) {
+    makeBundle("Song.logicx");
+    search();
+    m_database.rows("UPDATE projects SET star_rating=3");
+    TestBundle faster;
+    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
+    makeBundle("Song.logicx", faster);
+    EXPECT_TRUE(change("Song.logicx"));
+    EXPECT_EQ(m_database.rows("SELECT bpm, star_rating FROM projects"), QStringList("180|3"));
+
+    // Neither the bundle's identity nor that of its note is on record, but its place is.
+    m_database.rows("UPDATE projects SET SUFID='7-7'");
+    EXPECT_TRUE(change("Song.logicx"));
+    EXPECT_EQ(m_database.rows("SELECT star_rating, SUFID='7-7' FROM projects"), QStringList("3|0"));
+}
+
+TEST_F(ProjectMonitorTest, DoesNotGiveTheStarsOfADeletedSongToTheNextOneWithItsNumber) {
+    makeBundle("Old.logicx");
+    search();
+    m_database.rows("UPDATE projects SET star_rating=5, notes='mine'");
+    const auto number = ProjectDetails(at("Old.logicx")).sufid.toString();
+
+    // The file system gives the freed number to one of the next new folders; where it does not, the record is
+    // given the new bundle's, which is the same to the program.
+    ASSERT_TRUE(QDir(at("Old.logicx")).removeRecursively());
+    makeBundle("New.logicx");
+    const auto newNumber = ProjectDetails(at("New.logicx")).sufid.toString();
+    if (newNumber != number)
+        m_database.rows("UPDATE projects SET SUFID='" + newNumber + "'");
+
+    EXPECT_TRUE(change("New.logicx"));
+    EXPECT_EQ(
+        m_database.rows("SELECT name, star_rating, notes, SUFID IS NULL FROM projects WHERE name='Old'"),
+        QStringList("Old|5|mine|1"));
+    EXPECT_EQ(
+        m_database.rows("SELECT star_rating, SUFID FROM projects WHERE name='New'"),
+        QStringList("0|" + newNumber));
+}
+
+TEST_F(ProjectMonitorTest, UpdatesTheFirstOfTwoRecordsWithOneIdentityAndStoresNoPair) {
+    makeBundle("Song.logicx");
+    search();
+    m_database.rows(
+        "INSERT INTO projects (filepath, filename, name, SUFID, bpm, number_of_tracks, sample_rate) "
+        "SELECT filepath, filename, 'Twin', SUFID, 1, 1, 1 FROM projects");
+    LogCapture messages;
+    EXPECT_TRUE(change("Song.logicx"));
+    EXPECT_EQ(
+        messages.count("W: Warning. Duplicate entry found for project 'Song'. Only one will be updated with "
+                       "project_id:1"),
+        1);
+    EXPECT_EQ(messages.count("W: \tPossible duplicate found for 'Song'. project_id:2"), 1);
+    EXPECT_EQ(messages.count("C: Possible duplicate insertion failed!"), 1);
+    EXPECT_EQ(m_database.rows("SELECT bpm FROM projects WHERE project_id=2"), QStringList("1"));
+    EXPECT_EQ(m_database.rows("SELECT count(*) FROM possible_duplicates"), QStringList("0"));
+}
+
+TEST_F(ProjectMonitorTest, SkipsABundleWithADamagedNoteUntilItIsMended) {
+    makeBundle("Song.logicx");
+    QFile note(at("Song.logicx/Resources/Stemhaven.plist"));
+    ASSERT_TRUE(note.open(QIODevice::WriteOnly));
+    note.close();
+    {
+        LogCapture messages;
+        search();
+        EXPECT_TRUE(names().isEmpty());
+        EXPECT_EQ(messages.count("C: Skipping... Could not read project data for new project: "), 1);
+    }
+    ASSERT_TRUE(note.remove());
+    EXPECT_TRUE(change("Song.logicx"));
+    EXPECT_EQ(names(), QStringList("Song"));
+}
+
+TEST_F(ProjectMonitorTest, TakesUpAnInterruptedSearchAndForgetsNoRestart) {
+    for (int i = 0; i < 200; ++i)
+        makeBundle(QString("Song %1.logicx").arg(i));
+    QSettings().setValue(SettingsKeys::searchWasInProgress, true);
+    m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks);
+    ASSERT_TRUE(waitUntil([&] { return !names().isEmpty(); }));
+    end();
+    EXPECT_TRUE(QSettings().value(SettingsKeys::searchWasInProgress).toBool());
+
+    ASSERT_TRUE(m_database.initialise());
+    EXPECT_LT(names().size(), 200);
+    int starts = 0;
+    m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks);
+    QObject::connect(m_monitor.get(), &ProjectMonitor::wasStarted, [&] { ++starts; });
+    ASSERT_TRUE(waitUntil([&] { return !names().isEmpty() && !m_monitor->rootSearchPaths().isEmpty(); }));
+    m_monitor->searchForProjects(true);
+    m_monitor->searchForProjects(false);
+    ASSERT_TRUE(waitUntil([&] { return names().size() == 200 && starts > 0; }));
+    end();
+    EXPECT_FALSE(QSettings().value(SettingsKeys::searchWasInProgress).toBool());
+}
+
+TEST_F(ProjectMonitorTest, ReadsTheRootsAnewWhenAskedTo) {
+    const QTemporaryDir second;
+    makeBundle("Song.logicx");
+    search();
+    TestBundle().write((second.path() + "/Other.logicx").toStdString());
+    m_database.rootRows(RootPathStatements::insert(second.path()));
+    m_monitor->requestUpdateWatchedDirs();
+    m_monitor->restartMonitoring();
+    EXPECT_TRUE(waitUntil([&] { return names() == QStringList({"Other", "Song"}); }));
+    EXPECT_EQ(m_monitor->rootSearchPaths(), QStringList({m_root.path() + '/', second.path() + '/'}));
+
+    m_database.rootRows("DELETE FROM root_project_search_paths");
+    m_monitor->updateWatchedDirs(true);
+    EXPECT_TRUE(waitUntil([&] { return m_monitor->rootSearchPaths().isEmpty(); }));
+    EXPECT_EQ(names().size(), 2);
+}
