@@ -41,7 +41,12 @@ bool Shutdown::post(std::function<void()> call) {
     QCoreApplication* application = QCoreApplication::instance();
     if (state().begun || application == nullptr)
         return false;
-    return QMetaObject::invokeMethod(application, std::move(call), Qt::QueuedConnection);
+    auto run = [call = std::move(call)] {
+        // Waits for the posting thread to let go of the call, which thus always ends on the GUI thread.
+        std::unique_lock(state().mutex).unlock();
+        call();
+    };
+    return QMetaObject::invokeMethod(application, std::move(run), Qt::QueuedConnection);
 }
 
 } // namespace Stemhaven

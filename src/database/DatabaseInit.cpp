@@ -25,23 +25,16 @@ namespace {
 using TaskPointer = std::shared_ptr<Task>;
 using Step = std::function<void(const TaskPointer&)>;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("DatabaseInit", text);
-}
-
 bool isPresent(const QString& path) {
     const QFileInfo file(path);
     return file.exists() && file.size() > 0;
 }
 
-void alertFolders(const DbException& error) {
-    ErrorHandler::instance().reportError(
-        tr("Could not setup main folders to monitor! Please restart Stemhaven"), error, QtFatalMsg);
-}
-
 /// One run of the initialisation. Each step is appended, once the step before it has succeeded, to the task
 /// of that step; the tasks' callbacks keep the run alive.
 class Initialisation : public std::enable_shared_from_this<Initialisation> {
+    Q_DECLARE_TR_FUNCTIONS(Stemhaven::DatabaseInit)
+
 public:
     Initialisation(TaskManager& tasks, std::function<void()> onSuccess, std::function<void()> onFailure)
         : m_tasks(tasks),
@@ -194,6 +187,11 @@ private:
             qCritical() << error;
             fail();
         };
+    }
+
+    static void alertFolders(const DbException& error) {
+        ErrorHandler::instance().reportError(
+            tr("Could not setup main folders to monitor! Please restart Stemhaven"), error, QtFatalMsg);
     }
 
     void fail() {

@@ -2,7 +2,6 @@
 
 #include "database/SqlText.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 
 namespace Stemhaven {
@@ -24,10 +23,6 @@ statusRows(const QString& table, const QStringList& labels, const QString& failu
                                     .arg(table, QString::number(id), escape(labels[id])));
     }
     return defaults;
-}
-
-QString tr(const char* text) {
-    return QCoreApplication::translate("DatabaseInitStatements", text);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "database/DatabaseVersion.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -9,6 +10,8 @@ namespace Stemhaven {
 
 /// The schema of both databases and the rows that a new one starts with.
 class DatabaseInitStatements {
+    Q_DECLARE_TR_FUNCTIONS(Stemhaven::DatabaseInitStatements)
+
 public:
     /// The labels and rows of one of the four kinds of status.
     struct StatusDefaults {

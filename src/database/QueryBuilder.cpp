@@ -20,32 +20,29 @@ QList<Field> defaultFields() {
                         bool searchable) {
         return Field{QString::fromLatin1(name), displayName, format, visible ? 1 : 0, searchable ? 1 : 0, 0};
     };
-    const auto tr = [](const char* text) {
-        return QueryBuilder::tr(text);
-    };
     QList<Field> fields = {
-        row("progress", tr("Progress "), Format::Progress, true, false),
-        row("name", tr("Name"), Format::Text, true, true),
-        row("release_name", tr("Release Name"), Format::Text, false, true),
-        row("artist", tr("Artist"), Format::Text, false, true),
-        row("album", tr("Album"), Format::Text, false, true),
-        row("star_rating", tr("Rating"), Format::StarRating, true, false),
-        row("bpm", tr("Tempo"), Format::Text, true, true),
-        row("created", tr("Created "), Format::DateTime, true, false),
-        row("last_modified", tr("Last Modified "), Format::DateTime, true, false),
-        row("publicly_released", tr("Released"), Format::Boolean, true, false),
-        row("completed", tr("Completed "), Format::Boolean, true, false),
-        row("ignored", tr("Ignored "), Format::Boolean, false, false),
-        row("number_of_tracks", tr("Tracks"), Format::Text, true, true),
-        row("song_key", tr("Key"), Format::Text, true, true),
-        row("song_signature", tr("Time Signature"), Format::Text, true, true),
-        row("release_date", tr("Release Date"), Format::Date, false, false),
-        row("ISRC", tr("ISRC"), Format::Text, false, true),
-        row("UPC", tr("UPC"), Format::Text, false, true),
-        row("logic_version", tr("Logic Version"), Format::Text, false, true),
-        row("sample_rate", tr("Sample Rate"), Format::Text, false, true),
-        row("filepath", tr("Filepath"), Format::Text, false, true),
-        row("filename", tr("Filename"), Format::Text, false, false),
+        row("progress", QueryBuilder::tr("Progress "), Format::Progress, true, false),
+        row("name", QueryBuilder::tr("Name"), Format::Text, true, true),
+        row("release_name", QueryBuilder::tr("Release Name"), Format::Text, false, true),
+        row("artist", QueryBuilder::tr("Artist"), Format::Text, false, true),
+        row("album", QueryBuilder::tr("Album"), Format::Text, false, true),
+        row("star_rating", QueryBuilder::tr("Rating"), Format::StarRating, true, false),
+        row("bpm", QueryBuilder::tr("Tempo"), Format::Text, true, true),
+        row("created", QueryBuilder::tr("Created "), Format::DateTime, true, false),
+        row("last_modified", QueryBuilder::tr("Last Modified "), Format::DateTime, true, false),
+        row("publicly_released", QueryBuilder::tr("Released"), Format::Boolean, true, false),
+        row("completed", QueryBuilder::tr("Completed "), Format::Boolean, true, false),
+        row("ignored", QueryBuilder::tr("Ignored "), Format::Boolean, false, false),
+        row("number_of_tracks", QueryBuilder::tr("Tracks"), Format::Text, true, true),
+        row("song_key", QueryBuilder::tr("Key"), Format::Text, true, true),
+        row("song_signature", QueryBuilder::tr("Time Signature"), Format::Text, true, true),
+        row("release_date", QueryBuilder::tr("Release Date"), Format::Date, false, false),
+        row("ISRC", QueryBuilder::tr("ISRC"), Format::Text, false, true),
+        row("UPC", QueryBuilder::tr("UPC"), Format::Text, false, true),
+        row("logic_version", QueryBuilder::tr("Logic Version"), Format::Text, false, true),
+        row("sample_rate", QueryBuilder::tr("Sample Rate"), Format::Text, false, true),
+        row("filepath", QueryBuilder::tr("Filepath"), Format::Text, false, true),
+        row("filename", QueryBuilder::tr("Filename"), Format::Text, false, false),
     };
     for (std::uint32_t order = 0; auto& field : fields)
         field.order = order++;

@@ -24,6 +24,7 @@ struct ProjectDetails;
 /// the worker.
 class TaskManager : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(TaskManager)
 
 public:
     /// The manager of the program's own databases.
@@ -35,8 +36,9 @@ public:
     /// Shuts down.
     ~TaskManager() override;
 
-    /// Finishes the task that is running, drops the others and closes the connections, for good. Waits for the worker.
-    /// Called in main, since the SQL library does not outlive it: its own statics are the first to go.
+    /// Finishes the task that is running, drops the others and closes the connections, for good. Waits for
+    /// the worker. Called in main, since the SQL library does not outlive it: its own statics are the first
+    /// to go.
     void shutDown();
 
     void addTask(std::shared_ptr<Task> task);

@@ -30,6 +30,7 @@ class TaskManager;
 /// set.
 class ProjectMonitor : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ProjectMonitor)
 
 public:
     /// The monitor of the program's own databases. The first call starts their initialisation and, after it,

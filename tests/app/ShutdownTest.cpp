@@ -16,20 +16,32 @@ using Stemhaven::Shutdown;
 
 namespace {
 
-TEST(Shutdown, PostsToTheGuiThreadBeforeItHasBegun) {
+TEST(Shutdown, RunsAndDestroysCallsOnTheGuiThreadBeforeItHasBegun) {
+    constexpr int calls = 2000;
+    int ran = 0;
+    const auto expectGuiThread = [](void* /*nothing*/) {
+        EXPECT_EQ(QThread::currentThread(), qApp->thread());
+    };
     QEventLoop loop;
-    std::thread([&] {
-        EXPECT_TRUE(Shutdown::post([&] {
-            EXPECT_EQ(QThread::currentThread(), qApp->thread());
-            loop.quit();
-        }));
-    }).join();
+    std::thread poster([&] {
+        for (int i = 0; i < calls; ++i)
+            EXPECT_TRUE(Shutdown::post([&, witness = std::shared_ptr<void>(nullptr, expectGuiThread)] {
+                EXPECT_EQ(QThread::currentThread(), qApp->thread());
+                if (++ran == calls)
+                    loop.quit();
+            }));
+    });
     loop.exec();
+    poster.join();
     EXPECT_FALSE(Shutdown::hasBegun());
 }
 
 /// Ends the process with 0 when the end of the application went as it must.
 void endTheApplicationUnderFire() {
+    auto waiting = std::make_shared<int>();
+    const std::weak_ptr<int> heldWaiting = waiting;
+    Shutdown::post([waiting = std::move(waiting)] {});
+
     auto token = std::make_shared<int>();
     const std::weak_ptr<int> heldByCalls = token;
     std::atomic<bool> isRun = false;
@@ -46,11 +58,12 @@ void endTheApplicationUnderFire() {
         std::this_thread::yield();
 
     { const Stemhaven::ShutdownGuard guard; }
+    const bool waitingIsDropped = heldWaiting.expired();
     qApp->~QCoreApplication();
     for (std::thread& poster : posters)
         poster.join();
     // A call queued on the application after its end would hold the token for ever.
-    _exit(heldByCalls.expired() && !isRun && Shutdown::hasBegun() ? 0 : 1);
+    _exit(waitingIsDropped && heldByCalls.expired() && !isRun && Shutdown::hasBegun() ? 0 : 1);
 }
 
 TEST(ShutdownDeathTest, DropsQueuedCallsAndTakesNoMore) {

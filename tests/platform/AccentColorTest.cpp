@@ -65,8 +65,7 @@ TEST(AccentColor, IsWhatTheDesktopSaysIfItIsAColour) {
 
     QProcess bus;
     bus.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-    if (!bus.waitForStarted())
-        GTEST_SKIP() << "there is no dbus-daemon";
+    ASSERT_TRUE(bus.waitForStarted());
     ASSERT_TRUE(bus.waitForReadyRead());
     const QByteArray address = bus.readLine().trimmed();
     qputenv("DBUS_SESSION_BUS_ADDRESS", address);
