@@ -1,0 +1,44 @@
+#include "ui/Screenshot.h"
+
+#include "database/SimpleTask.h"
+#include "database/TaskManager.h"
+#include "monitor/ProjectMonitor.h"
+#include "ui/MainWindow.h"
+
+#include <QCoreApplication>
+#include <QPixmap>
+#include <QPointer>
+
+#include <cstdio>
+#include <utility>
+
+using Stemhaven::ProjectMonitor;
+
+Screenshot::Screenshot(MainWindow& window, QString file) : m_window(window), m_file(std::move(file)) {
+    connect(&window, &MainWindow::firstLoaded, this, &Screenshot::takeWhenSearched);
+}
+
+void Screenshot::takeWhenSearched() {
+    auto& monitor = ProjectMonitor::instance();
+    if (monitor.isSearching())
+        connect(&monitor, &ProjectMonitor::projectsDbModified, this, &Screenshot::takeWhenReloaded);
+    else
+        QMetaObject::invokeMethod(this, &Screenshot::take, Qt::QueuedConnection);
+}
+
+void Screenshot::takeWhenReloaded() {
+    // Behind the reload that the window has just asked for.
+    auto task = std::make_shared<Stemhaven::SimpleTask>([] {});
+    task->setSuccessCallback([self = QPointer(this)](const std::shared_ptr<Stemhaven::Task>&) {
+        if (self)
+            self->take();
+    });
+    Stemhaven::TaskManager::instance().addTask(task);
+}
+
+void Screenshot::take() {
+    const bool written = m_window.grab().save(m_file);
+    if (!written)
+        std::fprintf(stderr, "Could not write the picture to %s\n", qUtf8Printable(m_file));
+    QCoreApplication::exit(written ? 0 : 1);
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class MainWindow;
+
+/// Writes a picture of the main window once its table has its rows, those of a search that is going on
+/// included, and quits. Exit status 1 where the picture cannot be written.
+class Screenshot : public QObject {
+    Q_OBJECT
+
+public:
+    /// window outlives this object.
+    Screenshot(MainWindow& window, QString file);
+
+private:
+    void takeWhenSearched();
+    void takeWhenReloaded();
+    void take();
+
+    MainWindow& m_window;
+    QString m_file;
+};

@@ -1,0 +1,39 @@
+#include "ui/dialogs/AlertQueue.h"
+
+#include "ui/dialogs/Alert.h"
+
+#include <QMessageBox>
+
+AlertQueue::AlertQueue(QObject* parent) : QObject(parent) {}
+
+AlertQueue::~AlertQueue() {
+    delete m_shown;
+}
+
+Stemhaven::ErrorHandler::Presenter AlertQueue::presenter() {
+    return [queue = QPointer(this)](const Stemhaven::ErrorHandler::ErrorDetails& details) {
+        if (queue)
+            queue->add(details);
+    };
+}
+
+void AlertQueue::add(const Stemhaven::ErrorHandler::ErrorDetails& details) {
+    m_waiting.push_back(details);
+    if (!m_shown)
+        showNext();
+}
+
+void AlertQueue::showNext() {
+    if (m_waiting.empty())
+        return;
+    const auto details = m_waiting.front();
+    m_waiting.pop_front();
+    const auto icon = details.isCritical() ? QMessageBox::Critical : QMessageBox::Warning;
+    m_shown = makeAlert(nullptr, icon, details.title, details.message);
+    m_shown->setWindowModality(Qt::ApplicationModal);
+    connect(m_shown, &QMessageBox::finished, this, [this] {
+        m_shown.clear();
+        showNext();
+    });
+    m_shown->show();
+}

@@ -1,0 +1,110 @@
+#include "ui/table/EmptyState.h"
+
+#include "ui/widgets/TracksEmblem.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int textWidth = 400;
+constexpr int longestTerm = 60;
+
+QLabel* makeLabel(QWidget* parent) {
+    auto* label = new QLabel(parent);
+    // A term may look like markup.
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    label->setFixedWidth(textWidth);
+    return label;
+}
+
+QString shortened(const QString& term) {
+    return term.size() <= longestTerm ? term : term.left(longestTerm) + QStringLiteral("…");
+}
+
+} // namespace
+
+EmptyState::EmptyState(QWidget* parent)
+    : QWidget(parent),
+      m_emblem(new TracksEmblem(this)),
+      m_title(makeLabel(this)),
+      m_help(makeLabel(this)),
+      m_action(new QPushButton(this)) {
+    QFont titleFont = font();
+    titleFont.setPointSizeF(titleFont.pointSizeF() * 1.4);
+    titleFont.setWeight(QFont::DemiBold);
+    m_title->setFont(titleFont);
+    m_help->setForegroundRole(QPalette::PlaceholderText);
+    m_action->setDefault(true);
+
+    // A column of its own width, in which the texts get the height that they wrap to.
+    auto* column = new QVBoxLayout;
+    column->setSpacing(0);
+    column->addStretch(2);
+    column->addWidget(m_emblem, 0, Qt::AlignHCenter);
+    column->addSpacing(24);
+    column->addWidget(m_title);
+    column->addSpacing(8);
+    column->addWidget(m_help);
+    column->addSpacing(24);
+    column->addWidget(m_action, 0, Qt::AlignHCenter);
+    column->addStretch(3);
+    auto* layout = new QHBoxLayout(this);
+    layout->addStretch();
+    layout->addLayout(column);
+    layout->addStretch();
+
+    connect(m_action, &QPushButton::clicked, this, &EmptyState::performAction);
+    present(m_reason);
+}
+
+void EmptyState::present(Reason reason, const QString& term) {
+    m_reason = reason;
+    m_emblem->setAccented(reason == Reason::NoProjects || reason == Reason::Searching);
+    switch (reason) {
+    case Reason::NoProjects:
+        setTexts(
+            tr("No projects yet"),
+            tr("Choose the folder where you keep your Logic projects, or drop it here."), tr("Add Folder…"));
+        break;
+    case Reason::Searching:
+        setTexts(
+            tr("Looking for projects…"),
+            tr("They appear here as soon as your folders have been looked through."), tr("Add Folder…"));
+        break;
+    case Reason::AllHidden:
+        setTexts(
+            tr("All projects are hidden"),
+            tr("Every project is completed or ignored, and those are not shown at the moment."),
+            tr("Show Hidden Projects"));
+        break;
+    case Reason::NothingFound:
+        setTexts(
+            tr("Nothing found"), tr("No project matches “%1”.").arg(shortened(term)), tr("Clear Search"));
+        break;
+    }
+}
+
+void EmptyState::setTexts(const QString& title, const QString& help, const QString& action) {
+    m_title->setText(title);
+    m_help->setText(help);
+    m_action->setText(action);
+}
+
+void EmptyState::performAction() {
+    switch (m_reason) {
+    case Reason::NoProjects:
+    case Reason::Searching:
+        emit addFolderRequested();
+        break;
+    case Reason::AllHidden:
+        emit showHiddenRequested();
+        break;
+    case Reason::NothingFound:
+        emit clearSearchRequested();
+        break;
+    }
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+class TracksEmblem;
+
+/// What stands in the place of the table when it has no rows: why, and the next step.
+class EmptyState : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Reason {
+        NoProjects,  ///< nothing has been catalogued yet
+        Searching,   ///< as NoProjects, while the folders are being looked through
+        AllHidden,   ///< every project is completed or ignored
+        NothingFound ///< no project matches the search
+    };
+
+    explicit EmptyState(QWidget* parent = nullptr);
+
+    /// term is what was searched, for NothingFound.
+    void present(Reason reason, const QString& term = {});
+
+    Reason reason() const { return m_reason; }
+
+signals:
+    void addFolderRequested();
+    void showHiddenRequested();
+    void clearSearchRequested();
+
+private:
+    void performAction();
+    void setTexts(const QString& title, const QString& help, const QString& action);
+
+    TracksEmblem* m_emblem;
+    QLabel* m_title;
+    QLabel* m_help;
+    QPushButton* m_action;
+    Reason m_reason = Reason::NoProjects;
+};

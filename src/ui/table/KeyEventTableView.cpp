@@ -1,0 +1,78 @@
+#include "ui/table/KeyEventTableView.h"
+
+#include "ui/table/ProjectsTableModel.h"
+
+#include <QAccessible>
+#include <QDebug>
+#include <QHeaderView>
+#include <QItemSelection>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+void KeyEventTableView::keyboardSearch(const QString& search) {
+    // Keys such as Delete come with a text, too.
+    if (!search.isEmpty() && search.front().isPrint())
+        emit textTyped(search);
+}
+
+void KeyEventTableView::keyReleaseEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        emit enterPressed();
+        break;
+    case Qt::Key_Home:
+        emit homePressed();
+        break;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        emit selectionChangedByKeyboard(currentIndex());
+        break;
+    default:
+        QTableView::keyReleaseEvent(event);
+    }
+}
+
+void KeyEventTableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    try {
+        const auto* projects = qobject_cast<ProjectsTableModel*>(model());
+        if (!projects) {
+            QTableView::selectionChanged(selected, deselected);
+            return;
+        }
+        if (projects->isReloading())
+            return;
+        const std::lock_guard lock(*projects);
+        if (knowsAccessibleCells(selected) && knowsAccessibleCells(deselected))
+            QTableView::selectionChanged(selected, deselected);
+        else
+            qDebug() << "Expected row out of bounds for accesssibility table element!";
+    } catch (const std::exception& error) {
+        qCritical() << "Project selection exception: " << error.what();
+        qCritical() << "Could not perform selectionChanged!";
+    } catch (...) {
+        qCritical() << "Project selection exception: Unknown";
+        qCritical() << "Could not perform selectionChanged!";
+    }
+}
+
+/// A screen reader's bridge numbers the cells through, headers first, and must not be asked for a cell beyond
+/// the last.
+bool KeyEventTableView::knowsAccessibleCells(const QItemSelection& selection) const {
+    if (!QAccessible::isActive() || selection.isEmpty())
+        return true;
+    const auto* table = QAccessible::queryAccessibleInterface(const_cast<KeyEventTableView*>(this));
+    if (!table)
+        return true;
+
+    // The bridge counts a header whether it is hidden or not.
+    const int headerRows = horizontalHeader() ? 1 : 0;
+    const int headerColumns = verticalHeader() ? 1 : 0;
+    const int columns = model()->columnCount() + headerColumns;
+    const int cells = table->childCount();
+    return std::all_of(selection.begin(), selection.end(), [&](const QItemSelectionRange& range) {
+        // The last cell of a range has the highest number.
+        return (range.bottom() + headerRows) * columns + range.right() + headerColumns < cells;
+    });
+}

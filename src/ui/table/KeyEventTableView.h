@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QTableView>
+
+/// A table view that reports the keys that mean something to its window, and looks away while its model
+/// reloads.
+class KeyEventTableView : public QTableView {
+    Q_OBJECT
+
+public:
+    using QTableView::QTableView;
+
+    /// Nothing is searched, which would read every row; the text is reported instead.
+    void keyboardSearch(const QString& search) override;
+
+signals:
+    void enterPressed();
+    void homePressed();
+    void selectionChangedByKeyboard(const QModelIndex& index);
+    void textTyped(const QString& text);
+
+protected:
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+
+private:
+    bool knowsAccessibleCells(const QItemSelection& selection) const;
+};

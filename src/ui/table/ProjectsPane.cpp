@@ -1,0 +1,206 @@
+#include "ui/table/ProjectsPane.h"
+
+#include "app/errors/Guarded.h"
+#include "database/QueryBuilder.h"
+#include "ui/table/CatalogueCheck.h"
+#include "ui/table/ColumnWidths.h"
+#include "ui/table/EmptyState.h"
+#include "ui/table/HeaderSorting.h"
+#include "ui/table/KeyEventTableView.h"
+#include "ui/table/ProjectsTableModel.h"
+#include "ui/table/SearchField.h"
+#include "ui/table/SelectionKeeper.h"
+#include "ui/table/StarDelegate.h"
+#include "ui/table/TableHeader.h"
+#include "ui/table/TableSearch.h"
+#include "ui/widgets/ElidedLabel.h"
+
+#include <QHBoxLayout>
+#include <QScrollBar>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int margin = 16;
+constexpr int rowHeight = 32;
+constexpr int widestSearch = 400;
+
+} // namespace
+
+ProjectsPane::ProjectsPane(Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder& builder, QWidget* parent)
+    : QWidget(parent),
+      m_builder(builder),
+      m_model(new ProjectsTableModel(tasks, &builder, this)),
+      m_searchEdit(new SearchField(this)),
+      m_table(new KeyEventTableView(this)),
+      m_emptyState(new EmptyState(this)),
+      m_statusLabel(new ElidedLabel(this)),
+      m_reloads(new ReloadScheduler(*m_model, this)),
+      m_catalogue(new CatalogueCheck(tasks, this)),
+      m_search(new TableSearch(*m_searchEdit, builder, this)) {
+    setUpTable();
+    m_sorting = new HeaderSorting(*m_table, builder, this);
+    m_columns = new ColumnWidths(*m_table, builder, this);
+    m_selection = new SelectionKeeper(*m_table, *m_model, this);
+    layOut();
+    setUpEvents();
+    setFocusProxy(m_table);
+}
+
+void ProjectsPane::setUpTable() {
+    m_table->setHorizontalHeader(new TableHeader(m_table));
+    m_table->setModel(m_model);
+    m_table->setItemDelegate(new StarDelegate(m_table));
+    m_table->setAccessibleName(tr("Projects"));
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_table->setAlternatingRowColors(true);
+    m_table->setShowGrid(false);
+    m_table->setWordWrap(false);
+    m_table->setTabKeyNavigation(false);
+    m_table->setFrameShape(QFrame::NoFrame);
+    // Rows of one fixed height keep the cost of a reload apart from the number of rows.
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setMinimumSectionSize(0);
+    m_table->verticalHeader()->setDefaultSectionSize(std::max(rowHeight, fontMetrics().height() + 12));
+}
+
+void ProjectsPane::layOut() {
+    m_searchEdit->setObjectName(QStringLiteral("searchEdit"));
+    m_table->setObjectName(QStringLiteral("projectsTableView"));
+    m_statusLabel->setObjectName(QStringLiteral("statusLabel"));
+
+    auto* top = new QHBoxLayout;
+    top->setContentsMargins(margin, 12, margin, 12);
+    m_searchEdit->setMaximumWidth(widestSearch);
+    top->addWidget(m_searchEdit, 1);
+    top->addStretch(1);
+
+    auto* rows = new QWidget(this);
+    rows->setBackgroundRole(QPalette::Base);
+    rows->setAutoFillBackground(true);
+    m_pages = new QStackedLayout(rows);
+    m_tablePage = new QWidget(rows);
+    auto* tableLayout = new QHBoxLayout(m_tablePage);
+    tableLayout->setContentsMargins(margin, 0, 4, 0);
+    tableLayout->addWidget(m_table);
+    m_pages->addWidget(m_tablePage);
+    m_pages->addWidget(m_emptyState);
+
+    m_statusLabel->setForegroundRole(QPalette::PlaceholderText);
+    m_statusLabel->setContentsMargins(margin, 8, margin, 8);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addLayout(top);
+    layout->addWidget(rows, 1);
+    layout->addWidget(m_statusLabel);
+}
+
+void ProjectsPane::setUpEvents() {
+    using Reason = ReloadScheduler::Reason;
+    connect(m_search, &TableSearch::changed, this, [this] { request(Reason::NewQuery); });
+    connect(m_sorting, &HeaderSorting::changed, this, [this] { request(Reason::NewQuery); });
+    connect(m_reloads, &ReloadScheduler::reloaded, this, &ProjectsPane::showReloaded);
+    connect(m_catalogue, &CatalogueCheck::finished, this, &ProjectsPane::showCatalogue);
+
+    connect(m_table, &KeyEventTableView::homePressed, m_table, &QTableView::scrollToTop);
+    connect(m_table, &KeyEventTableView::textTyped, this, &ProjectsPane::searchFor);
+    connect(m_searchEdit, &SearchField::downPressed, this, &ProjectsPane::goToTable);
+
+    connect(m_emptyState, &EmptyState::addFolderRequested, this, &ProjectsPane::addFolderRequested);
+    connect(m_emptyState, &EmptyState::showHiddenRequested, this, &ProjectsPane::showHidden);
+    connect(m_emptyState, &EmptyState::clearSearchRequested, m_search, &TableSearch::clear);
+}
+
+void ProjectsPane::reloadProjects(bool lookingForProjects) {
+    m_lookingForProjects = lookingForProjects;
+    request(ReloadScheduler::Reason::Refresh);
+}
+
+void ProjectsPane::request(ReloadScheduler::Reason reason) {
+    Stemhaven::guarded(tr("Reload projects failed."), [&] { m_reloads->request(reason); });
+}
+
+void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
+    Stemhaven::guarded(tr("Table restoration has failed"), [&] {
+        m_columns->fit();
+        m_selection->restore(reason);
+        showStatus();
+        showRowsOrReason();
+    });
+}
+
+void ProjectsPane::showStatus() {
+    const QString term = m_search->term();
+    const QString description =
+        term.isEmpty() ? tr("All projects") : tr("All projects matching '%1'").arg(term);
+    // Both at once: the term may look like a placeholder.
+    m_statusLabel->setText(tr("%1 (%3 found)").arg(description, QString::number(m_model->rowCount())));
+}
+
+void ProjectsPane::showRowsOrReason() {
+    if (m_model->rowCount() > 0) {
+        showPage(m_tablePage);
+    } else if (!m_search->term().isEmpty()) {
+        m_emptyState->present(EmptyState::Reason::NothingFound, m_search->term());
+        showPage(m_emptyState);
+    } else {
+        m_catalogue->start();
+    }
+}
+
+void ProjectsPane::showCatalogue(bool isEmpty) {
+    // The answer may be to a question that the user has left behind.
+    if (m_model->isReloading() || m_model->rowCount() > 0 || !m_search->term().isEmpty())
+        return;
+    if (!isEmpty)
+        m_emptyState->present(EmptyState::Reason::AllHidden);
+    else
+        m_emptyState->present(
+            m_lookingForProjects ? EmptyState::Reason::Searching : EmptyState::Reason::NoProjects);
+    showPage(m_emptyState);
+}
+
+void ProjectsPane::showPage(QWidget* page) {
+    m_pages->setCurrentWidget(page);
+    if (m_hasLoaded)
+        return;
+    m_hasLoaded = true;
+    emit firstLoaded();
+}
+
+void ProjectsPane::showHidden() {
+    m_builder.hideCompletedTracks(false);
+    m_builder.hideIgnoredTracks(false);
+    request(ReloadScheduler::Reason::NewQuery);
+}
+
+void ProjectsPane::focusSearch() {
+    m_searchEdit->setFocus(Qt::ShortcutFocusReason);
+    m_searchEdit->selectAll();
+}
+
+void ProjectsPane::searchFor(const QString& text) {
+    m_searchEdit->setFocus(Qt::OtherFocusReason);
+    m_searchEdit->setText(text);
+}
+
+void ProjectsPane::goToTable() {
+    if (!m_table->isVisible() || m_model->isReloading())
+        return;
+    m_table->setFocus(Qt::OtherFocusReason);
+    if (!m_table->selectionModel()->hasSelection())
+        m_table->selectRow(0);
+}
+
+void ProjectsPane::storeState() {
+    m_search->storeTerm();
+}

@@ -1,0 +1,171 @@
+#include "ui/table/ProjectsTableModel.h"
+
+#include "app/errors/DbException.h"
+#include "database/QueryBuilder.h"
+#include "database/SimpleTask.h"
+#include "database/SqlQueryModelTask.h"
+#include "database/TaskManager.h"
+#include "ui/table/CellValue.h"
+
+#include <QAccessible>
+#include <QDebug>
+#include <QPointer>
+#include <QSqlQueryModel>
+
+#include <utility>
+
+std::recursive_mutex projectsModelMutex; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+namespace {
+
+constexpr Qt::ItemFlags rowFlags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+
+/// Frees a slot together with the model in it.
+void freeSlot(QSqlQueryModel** slot) {
+    delete *slot;
+    delete slot;
+}
+
+/// What a failed reload says of itself, by kind.
+void logFailure(const Stemhaven::Exception& error) {
+    const char* const headline = "Could not reload projects table!";
+    if (const auto* databaseError = dynamic_cast<const Stemhaven::DbException*>(&error))
+        qCritical() << headline << *databaseError;
+    else
+        qCritical() << headline << error;
+}
+
+} // namespace
+
+ProjectsTableModel::ProjectsTableModel(
+    Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder* builder, QObject* parent)
+    : QAbstractItemModel(parent),
+      m_tasks(tasks),
+      m_builder(builder),
+      m_queryModel(new QSqlQueryModel*(new QSqlQueryModel), freeSlot),
+      m_announcedModel(*m_queryModel) {
+    registerCellTexts();
+}
+
+ProjectsTableModel::~ProjectsTableModel() {
+    // Behind the reloads that are under way, so that the worker frees what they leave. Where the task is
+    // never run, its end releases the slot.
+    m_tasks.addTask(std::make_shared<Stemhaven::SimpleTask>(
+        [slot = std::move(m_queryModel)] { delete std::exchange(*slot, nullptr); }));
+}
+
+void ProjectsTableModel::reload() {
+    {
+        const std::lock_guard lock(projectsModelMutex);
+        ++m_pendingReloads;
+    }
+    auto task = std::make_shared<Stemhaven::SqlQueryModelTask>(
+        m_builder->select(), projectsModelMutex, m_queryModel, m_tasks.mainDatabase());
+    // The callbacks may outlive this model.
+    task->setSuccessCallback([model = QPointer(this)](const auto& /*task*/) {
+        if (model)
+            model->finishReload();
+    });
+    task->setErrorCallback([model = QPointer(this)](const auto& /*task*/, const auto& error) {
+        if (model)
+            model->forgetReload();
+        logFailure(error);
+        if (model)
+            emit model->reloadFailed();
+    });
+    m_tasks.addTask(std::move(task));
+}
+
+void ProjectsTableModel::finishReload() {
+    QAccessibleTableModelChangeEvent event(this, QAccessibleTableModelChangeEvent::ModelReset);
+    QAccessible::updateAccessibility(&event);
+    {
+        const std::lock_guard lock(projectsModelMutex);
+        m_announcedModel = *m_queryModel;
+    }
+    emit layoutChanged();
+    forgetReload();
+    emit reloaded();
+}
+
+void ProjectsTableModel::forgetReload() {
+    const std::lock_guard lock(projectsModelMutex);
+    --m_pendingReloads;
+}
+
+bool ProjectsTableModel::isReloading() const {
+    const std::lock_guard lock(projectsModelMutex);
+    return m_pendingReloads > 0;
+}
+
+bool ProjectsTableModel::hasUnannouncedRows() const {
+    const std::lock_guard lock(projectsModelMutex);
+    return *m_queryModel != m_announcedModel;
+}
+
+QModelIndex ProjectsTableModel::index(int row, int column, const QModelIndex& parent) const {
+    const std::lock_guard lock(projectsModelMutex);
+    // The hidden column of the ids has indexes too.
+    if (parent.isValid() || row < 0 || row >= rowCount() || column < 0 || column > columnCount())
+        return {};
+    return createIndex(row, column);
+}
+
+QModelIndex ProjectsTableModel::parent(const QModelIndex& /*child*/) const {
+    return {};
+}
+
+int ProjectsTableModel::rowCount(const QModelIndex& parent) const {
+    const std::lock_guard lock(projectsModelMutex);
+    return parent.isValid() ? 0 : (*m_queryModel)->rowCount();
+}
+
+int ProjectsTableModel::columnCount(const QModelIndex& parent) const {
+    const std::lock_guard lock(projectsModelMutex);
+    return parent.isValid() ? 0 : (*m_queryModel)->columnCount() - 1;
+}
+
+bool ProjectsTableModel::hasChildren(const QModelIndex& /*parent*/) const {
+    return false;
+}
+
+Qt::ItemFlags ProjectsTableModel::flags(const QModelIndex& /*index*/) const {
+    return rowFlags;
+}
+
+QVariant ProjectsTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    const std::lock_guard lock(projectsModelMutex);
+    return (*m_queryModel)->headerData(section, orientation, role);
+}
+
+QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {
+    const std::lock_guard lock(projectsModelMutex);
+    const QSqlQueryModel& rows = **m_queryModel;
+    if (index.row() < 0 || index.row() >= rows.rowCount() || index.column() < 0 ||
+        index.column() >= rows.columnCount())
+        return {};
+    const auto format = m_builder->visibleFieldFormat(static_cast<unsigned short>(index.column()));
+    return cellValue(rows.data(rows.index(index.row(), index.column()), role), format, index);
+}
+
+int ProjectsTableModel::rowForProjectID(qint64 id) const {
+    const std::lock_guard lock(projectsModelMutex);
+    // Past data(): every row is looked at after each reload, and the ids need no conversion.
+    const QSqlQueryModel& rows = **m_queryModel;
+    const int count = rows.rowCount();
+    const int idColumn = rows.columnCount() - 1;
+    for (int row = 0; row < count; ++row) {
+        bool ok = false;
+        const qint64 rowId = rows.data(rows.index(row, idColumn)).toLongLong(&ok);
+        if (ok && rowId == id)
+            return row;
+    }
+    return -1;
+}
+
+qint64 ProjectsTableModel::projectIDForRow(int row) const {
+    const QVariant value = data(index(row, columnCount()));
+    bool ok = false;
+    const qint64 id = value.toLongLong(&ok);
+    return ok && !value.isNull() && id >= 0 ? id : -1;
+}

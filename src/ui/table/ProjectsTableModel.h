@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QAbstractItemModel>
+
+#include <memory>
+#include <mutex>
+
+class QSqlQueryModel;
+
+namespace Stemhaven {
+class QueryBuilder;
+class TaskManager;
+} // namespace Stemhaven
+
+/// Held for every look at the rows and for their exchange on the worker. One for all models.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+extern std::recursive_mutex projectsModelMutex;
+
+/// The projects as the table shows them.
+///
+/// The rows are a query's result, made on the worker and exchanged there as a whole; until layoutChanged() is
+/// emitted a view may ask for rows that are gone, and gets nothing. Used on the GUI thread. Column i is the
+/// builder's i-th visible field; the last column of the query, the project's id, comes after them and is
+/// hidden.
+class ProjectsTableModel : public QAbstractItemModel {
+    Q_OBJECT
+
+public:
+    /// tasks and builder outlive the model. Loads nothing yet: until the first reload there are -1 columns.
+    ProjectsTableModel(
+        Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder* builder, QObject* parent = nullptr);
+    /// Reloads that are under way come to nothing; the rows are freed on the worker.
+    ~ProjectsTableModel() override;
+
+    /// Asks for the builder's statement of this moment to be run. Several may be under way.
+    void reload();
+    bool isReloading() const;
+    /// Whether the rows have been exchanged and the views not been told yet.
+    bool hasUnannouncedRows() const;
+
+    /// Hold the rows as they are for several reads in a row.
+    void lock() const { projectsModelMutex.lock(); }
+
+    void unlock() const { projectsModelMutex.unlock(); }
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    bool hasChildren(const QModelIndex& parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// The value as the format of its column wants it, whatever the role.
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+    /// The first row of the project, -1 when it is not in the result.
+    int rowForProjectID(qint64 id) const;
+    /// -1 for a row that has none.
+    qint64 projectIDForRow(int row) const;
+
+signals:
+    /// After layoutChanged(), when the reload is no longer counted as under way.
+    void reloaded();
+    void reloadFailed();
+
+private:
+    void finishReload();
+    void forgetReload();
+
+    Stemhaven::TaskManager& m_tasks;
+    Stemhaven::QueryBuilder* m_builder;
+    std::shared_ptr<QSqlQueryModel*> m_queryModel;
+    const QSqlQueryModel* m_announcedModel;
+    int m_pendingReloads = 0;
+};

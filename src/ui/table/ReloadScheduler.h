@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+class ProjectsTableModel;
+
+/// Reloads the table's model, one reload at a time: what is asked for meanwhile becomes one reload after it,
+/// so that fast typing never queues up work.
+class ReloadScheduler : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Reason {
+        Refresh, ///< the projects may have changed
+        NewQuery ///< other projects, or another order, are wanted
+    };
+
+    /// model outlives this object.
+    ReloadScheduler(ProjectsTableModel& model, QObject* parent);
+
+    void request(Reason reason);
+
+signals:
+    /// reason is NewQuery when one of the requests that the reload stands for was.
+    void reloaded(ReloadScheduler::Reason reason);
+
+private:
+    void start();
+    void finish(bool succeeded);
+
+    ProjectsTableModel& m_model;
+    Reason m_runningReason = Reason::Refresh;
+    Reason m_waitingReason = Reason::Refresh;
+    bool m_isWaiting = false;
+};

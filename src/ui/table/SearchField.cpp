@@ -1,0 +1,38 @@
+#include "ui/table/SearchField.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr int lensDiameter = 9;
+constexpr int lensMargin = 12;
+
+} // namespace
+
+SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
+    setPlaceholderText(tr("Search Projects"));
+    setAccessibleName(tr("Search Projects"));
+    setClearButtonEnabled(true);
+    setTextMargins(lensMargin + lensDiameter, 0, 0, 0);
+}
+
+void SearchField::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Down)
+        emit downPressed();
+    else if (event->key() == Qt::Key_Escape && !text().isEmpty())
+        clear();
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void SearchField::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::PlaceholderText), 1.5, Qt::SolidLine, Qt::RoundCap));
+    const QRectF lens(lensMargin, (height() - lensDiameter) / 2.0 - 1, lensDiameter, lensDiameter);
+    painter.drawEllipse(lens);
+    const QPointF handle = lens.center() + QPointF(1, 1) * (lensDiameter * 0.36);
+    painter.drawLine(handle, handle + QPointF(4, 4));
+}

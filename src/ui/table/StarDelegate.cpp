@@ -1,0 +1,97 @@
+#include "ui/table/StarDelegate.h"
+
+#include "ui/table/BoolDot.h"
+#include "ui/table/CellAlignment.h"
+#include "ui/table/ProgressBar.h"
+#include "ui/table/StarEditor.h"
+#include "ui/table/StarRating.h"
+
+#include <QApplication>
+#include <QPainter>
+
+namespace {
+
+/// The part of a cell that the base class paints below its text.
+void paintBackground(QPainter* painter, const QStyleOptionViewItem& option) {
+    const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+}
+
+/// The view leaves the palette of an inactive window's cells at the active colours.
+QPalette cellPalette(const QStyleOptionViewItem& option) {
+    QPalette palette = option.palette;
+    if (palette.currentColorGroup() == QPalette::Active && !option.state.testFlag(QStyle::State_Active))
+        palette.setCurrentColorGroup(QPalette::Inactive);
+    return palette;
+}
+
+} // namespace
+
+void StarDelegate::paint(
+    QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const QVariant value = index.data(Qt::DisplayRole);
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    if (value.canConvert<StarRating>()) {
+        paintBackground(painter, option);
+        value.value<StarRating>().paint(
+            painter, option.rect, cellPalette(option), StarRating::EditMode::ReadOnly, selected);
+    } else if (value.canConvert<ProgressBar>()) {
+        paintBackground(painter, option);
+        value.value<ProgressBar>().paint(painter, cellPalette(option), option.rect, selected);
+    } else if (value.canConvert<BoolDot>()) {
+        paintBackground(painter, option);
+        value.value<BoolDot>().paint(painter, cellPalette(option), option.rect, selected);
+    } else {
+        QStyledItemDelegate::paint(painter, option, index);
+    }
+}
+
+QSize StarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const QVariant value = index.data(Qt::DisplayRole);
+    if (value.canConvert<StarRating>())
+        return value.value<StarRating>().sizeHint();
+    if (value.canConvert<ProgressBar>())
+        return value.value<ProgressBar>().sizeHint();
+    if (value.canConvert<BoolDot>())
+        return value.value<BoolDot>().sizeHint();
+    return QStyledItemDelegate::sizeHint(option, index);
+}
+
+void StarDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->displayAlignment = cellAlignment(index.data(Qt::DisplayRole));
+    // Whole rows are selected: a frame around one cell of them would say nothing.
+    option->state &= ~QStyle::State_HasFocus;
+}
+
+QWidget* StarDelegate::createEditor(
+    QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    if (!index.data(Qt::DisplayRole).canConvert<StarRating>())
+        return QStyledItemDelegate::createEditor(parent, option, index);
+    auto* editor = new StarEditor(parent);
+    connect(editor, &StarEditor::editingFinished, this, &StarDelegate::commitAndCloseEditor);
+    return editor;
+}
+
+void StarDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    const QVariant value = index.data(Qt::DisplayRole);
+    auto* starEditor = qobject_cast<StarEditor*>(editor);
+    if (starEditor && value.canConvert<StarRating>())
+        starEditor->setStarRating(value.value<StarRating>());
+    else
+        QStyledItemDelegate::setEditorData(editor, index);
+}
+
+void StarDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
+    auto* starEditor = qobject_cast<StarEditor*>(editor);
+    if (starEditor && index.data(Qt::DisplayRole).canConvert<StarRating>())
+        model->setData(index, QVariant::fromValue(starEditor->starRating()), Qt::EditRole);
+    else
+        QStyledItemDelegate::setModelData(editor, model, index);
+}
+
+void StarDelegate::commitAndCloseEditor() {
+    auto* editor = qobject_cast<StarEditor*>(sender());
+    emit commitData(editor);
+    emit closeEditor(editor, QAbstractItemDelegate::NoHint);
+}

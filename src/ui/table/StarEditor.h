@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ui/table/StarRating.h"
+
+#include <QWidget>
+
+/// Lets the user give a rating: the stars follow the pointer and stay where it is released.
+class StarEditor : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit StarEditor(QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+    void setStarRating(const StarRating& rating);
+
+    /// The rating that is shown, which follows the pointer.
+    StarRating starRating() const { return m_rating; }
+
+    /// The number of stars up to the position x, which is in pixels from the left edge; -1 beside the stars.
+    int starAtPosition(int x) const;
+
+signals:
+    void editingFinished();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    StarRating m_rating;
+    int m_committedCount = 0;
+};

@@ -1,0 +1,69 @@
+#include "ui/table/StarRating.h"
+
+#include "ui/table/CellBrush.h"
+#include "ui/widgets/AccentColor.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+
+namespace {
+
+constexpr int starSide = 20;
+
+// In units of a star's side. Copies share their points.
+
+const QPolygonF& star() {
+    static const QPolygonF polygon{
+        {0.5000006, 0.0},
+        {0.7938929, 0.9045083},
+        {0.0244713, 0.3454928},
+        {0.9755275, 0.3454893},
+        {0.2061102, 0.9045106}};
+    return polygon;
+}
+
+const QPolygonF& diamond() {
+    static const QPolygonF polygon{{0.4, 0.5}, {0.5, 0.4}, {0.6, 0.5}, {0.5, 0.6}, {0.4, 0.5}};
+    return polygon;
+}
+
+} // namespace
+
+StarRating::StarRating(int starCount, int maxStarCount)
+    : m_star(star()),
+      m_diamond(diamond()),
+      m_starCount(starCount),
+      m_maxStarCount(maxStarCount) {}
+
+QSize StarRating::sizeHint() const {
+    return {starSide * m_maxStarCount, starSide};
+}
+
+QString StarRating::accessibleText() const {
+    if (m_starCount <= 0)
+        return {};
+    return QCoreApplication::translate("StarRating", "%1 of %2 stars").arg(m_starCount).arg(m_maxStarCount);
+}
+
+void StarRating::paint(
+    QPainter* painter, const QRect& rect, const QPalette& palette, EditMode mode, bool selected) {
+    m_paintRect = rect;
+    const bool editable = mode == EditMode::Editable;
+    const QSize block = sizeHint();
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(editable ? QBrush(getAccentColor()) : cellBrush(palette, selected));
+    painter->translate(
+        rect.left() + (rect.width() - block.width()) / 2, rect.top() + (rect.height() - starSide) / 2);
+    painter->scale(starSide, starSide);
+    for (int i = 0; i < m_maxStarCount; ++i) {
+        if (i < m_starCount)
+            painter->drawPolygon(m_star, Qt::WindingFill);
+        else if (editable)
+            painter->drawPolygon(m_diamond, Qt::WindingFill);
+        painter->translate(1.0, 0.0);
+    }
+    painter->restore();
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QMetaType>
+#include <QPolygonF>
+#include <QRect>
+#include <QSize>
+
+class QPainter;
+class QPalette;
+class QString;
+
+/// A rating as a row of stars, with a small diamond for each star that can still be given while it is edited.
+class StarRating {
+public:
+    enum class EditMode { Editable = 0, ReadOnly = 1 };
+
+    explicit StarRating(int starCount = 0, int maxStarCount = 5);
+
+    int starCount() const { return m_starCount; }
+
+    void setStarCount(int count) { m_starCount = count; }
+
+    int maxStarCount() const { return m_maxStarCount; }
+
+    QSize sizeHint() const;
+    /// For a screen reader; empty for no star.
+    QString accessibleText() const;
+
+    /// Remembers rect as the place of the stars.
+    void paint(QPainter* painter, const QRect& rect, const QPalette& palette, EditMode mode, bool selected);
+
+    /// The rectangle of the last paint, null before it.
+    QRect paintRect() const { return m_paintRect; }
+
+private:
+    QPolygonF m_star;
+    QPolygonF m_diamond;
+    int m_starCount;
+    int m_maxStarCount;
+    QRect m_paintRect;
+};
+
+Q_DECLARE_METATYPE(StarRating)

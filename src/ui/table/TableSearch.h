@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QSettings>
+#include <QString>
+
+class QLineEdit;
+
+namespace Stemhaven {
+class QueryBuilder;
+}
+
+/// Narrows the projects to the term in the search field as it is typed, and remembers the term.
+class TableSearch : public QObject {
+    Q_OBJECT
+
+public:
+    /// Starts with the remembered term. Both outlive this object.
+    TableSearch(QLineEdit& field, Stemhaven::QueryBuilder& builder, QObject* parent);
+
+    /// As typed; empty when nothing is searched.
+    QString term() const;
+    void clear();
+    void storeTerm();
+
+signals:
+    void changed();
+
+private:
+    void searchTextChanged(const QString& text);
+    void applyToBuilder(const QString& text);
+
+    QLineEdit& m_field;
+    Stemhaven::QueryBuilder& m_builder;
+    QSettings m_settings;
+};

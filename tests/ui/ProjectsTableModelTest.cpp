@@ -1,0 +1,198 @@
+#include "ProjectsFixture.h"
+#include "ui/table/BoolDot.h"
+#include "ui/table/KeyEventTableView.h"
+#include "ui/table/ProgressBar.h"
+#include "ui/table/StarRating.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QSignalSpy>
+#include <QtTest/QTest>
+
+namespace {
+
+class ProjectsTableModelTest : public ProjectsFixture {
+protected:
+    void SetUp() override {
+        ProjectsFixture::SetUp();
+        builder.loadSettings();
+    }
+
+    bool load() {
+        model->reload();
+        return waitForReloads(*model);
+    }
+
+    /// Waits, with the event loop standing still, until the worker has exchanged the rows.
+    bool exchangeUnseen() {
+        model->reload();
+        const QDeadlineTimer deadline(60'000);
+        while (!model->hasUnannouncedRows() && !deadline.hasExpired())
+            QThread::usleep(200);
+        return model->hasUnannouncedRows();
+    }
+
+    QVariant value(int row, const char* field) const {
+        return model->index(row, builder.fieldIndexByName(QString::fromLatin1(field))).data();
+    }
+
+    Stemhaven::QueryBuilder builder;
+    std::unique_ptr<ProjectsTableModel> model = std::make_unique<ProjectsTableModel>(tasks(), &builder);
+};
+
+struct PaintCounter : QObject {
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+
+    int count = 0;
+};
+
+} // namespace
+
+TEST_F(ProjectsTableModelTest, ShowsTheVisibleFields) {
+    insert(QStringLiteral("Tide"), QStringLiteral("progress=0.5, star_rating=3, publicly_released=1"));
+    ASSERT_TRUE(load());
+    EXPECT_EQ(model->rowCount(), 1);
+    EXPECT_EQ(model->columnCount(), 11);
+    EXPECT_EQ(model->headerData(0, Qt::Horizontal, Qt::DisplayRole), QStringLiteral("Progress  "));
+    EXPECT_EQ(value(0, "name"), QStringLiteral("Tide"));
+    EXPECT_FLOAT_EQ(value(0, "progress").value<ProgressBar>().progress(), 0.5F);
+    EXPECT_EQ(value(0, "star_rating").value<StarRating>().starCount(), 3);
+    EXPECT_TRUE(value(0, "publicly_released").value<BoolDot>().value());
+    EXPECT_FALSE(model->index(0, 11).data().canConvert<BoolDot>());
+    EXPECT_FALSE(model->index(0, 12).isValid());
+    EXPECT_FALSE(model->index(0, 0).parent().isValid());
+}
+
+TEST_F(ProjectsTableModelTest, FindsRowsById) {
+    insert({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    EXPECT_EQ(model->rowForProjectID(1), -1);
+    builder.sortBy(QStringLiteral("name"), Qt::DescendingOrder);
+    ASSERT_TRUE(load());
+    EXPECT_EQ(model->rowForProjectID(1), 2);
+    EXPECT_EQ(model->rowForProjectID(3), 0);
+    EXPECT_EQ(model->rowForProjectID(99), -1);
+    EXPECT_EQ(model->projectIDForRow(0), 3);
+    EXPECT_EQ(model->projectIDForRow(3), -1);
+    EXPECT_EQ(model->projectIDForRow(-1), -1);
+}
+
+TEST_F(ProjectsTableModelTest, ViewBearsTheModelBeforeItsFirstRows) {
+    EXPECT_EQ(model->columnCount(), -1);
+    KeyEventTableView view;
+    view.setModel(model.get());
+    view.setSortingEnabled(true);
+    view.resize(400, 300);
+    view.show();
+    view.grab();
+    insert({QStringLiteral("a")});
+    ASSERT_TRUE(load());
+    view.grab();
+    EXPECT_EQ(view.horizontalHeader()->count(), 11);
+    EXPECT_EQ(view.verticalHeader()->count(), 1);
+}
+
+TEST_F(ProjectsTableModelTest, RowsMayVanishUnderTheView) {
+    insertNumbered(500);
+    KeyEventTableView view;
+    view.setModel(model.get());
+    view.resize(600, 400);
+    view.show();
+    ASSERT_TRUE(load());
+    const QPersistentModelIndex last =
+        model->index(499, builder.fieldIndexByName(QStringLiteral("progress")));
+    view.scrollToBottom();
+
+    builder.search(QStringLiteral("000007"));
+    ASSERT_TRUE(exchangeUnseen());
+    EXPECT_EQ(model->rowCount(), 1);
+    EXPECT_EQ(last.data(), QVariant());
+    view.grab();
+    ASSERT_TRUE(waitForReloads(*model));
+    EXPECT_FALSE(model->hasUnannouncedRows());
+    view.grab();
+    EXPECT_EQ(value(0, "name"), QStringLiteral("Song 000007"));
+}
+
+TEST_F(ProjectsTableModelTest, ReadsAreSafeWhileTheWorkerExchanges) {
+    insertNumbered(300);
+    ASSERT_TRUE(load());
+    QSignalSpy reloaded(model.get(), &ProjectsTableModel::reloaded);
+    constexpr int reloads = 60;
+    for (int i = 0; i < reloads; ++i) {
+        builder.search(i % 2 == 0 ? QStringLiteral("Song 00000") : QString());
+        model->reload();
+    }
+    int read = 0;
+    while (reloaded.count() < reloads) {
+        for (int row = 0; row < 300; row += 7) {
+            const std::lock_guard rows(*model);
+            const QString name = value(row, "name").toString();
+            EXPECT_EQ(name.isEmpty(), row >= model->rowCount());
+            ++read;
+        }
+        QCoreApplication::processEvents();
+    }
+    EXPECT_GT(read, 0);
+    EXPECT_EQ(model->rowCount(), 300);
+}
+
+TEST_F(ProjectsTableModelTest, MayEndWhileReloadsAreUnderWay) {
+    insertNumbered(2000);
+    model->reload();
+    model->reload();
+    model.reset();
+    // The worker has come to the end of everything queued before.
+    EXPECT_EQ(database.rows(QStringLiteral("SELECT 1")), QStringList(QStringLiteral("1")));
+
+    // A worker that never comes to them: what it would have freed goes with its manager.
+    QSignalSpy stopped(&tasks(), &Stemhaven::TaskManager::wasStopped);
+    tasks().stop();
+    ASSERT_TRUE(waitUntil([&] { return stopped.count() == 1; }));
+    auto unlucky = std::make_unique<ProjectsTableModel>(tasks(), &builder);
+    unlucky->reload();
+    unlucky.reset();
+    database.tasks.reset();
+}
+
+TEST_F(ProjectsTableModelTest, FailedReloadKeepsTheRows) {
+    insert({QStringLiteral("a")});
+    ASSERT_TRUE(load());
+    QSignalSpy failed(model.get(), &ProjectsTableModel::reloadFailed);
+    QSignalSpy changed(model.get(), &QAbstractItemModel::layoutChanged);
+    builder.sortBy(QStringLiteral("no_such_column"), Qt::AscendingOrder);
+    ASSERT_TRUE(load());
+    EXPECT_EQ(failed.count(), 1);
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_EQ(value(0, "name"), QStringLiteral("a"));
+    EXPECT_EQ(log.count(QStringLiteral("C: Could not reload projects table!")), 1);
+}
+
+TEST_F(ProjectsTableModelTest, ViewDropsSelectionChangesDuringAReload) {
+    insert({QStringLiteral("a"), QStringLiteral("b")});
+    ASSERT_TRUE(load());
+    KeyEventTableView view;
+    view.setModel(model.get());
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    PaintCounter paints;
+    view.viewport()->installEventFilter(&paints);
+    const auto paintsAfterSelecting = [&](int row) {
+        QApplication::processEvents();
+        paints.count = 0;
+        view.selectionModel()->select(model->index(row, 0), QItemSelectionModel::Select);
+        QApplication::processEvents();
+        return paints.count;
+    };
+    EXPECT_GT(paintsAfterSelecting(0), 0);
+
+    QSignalSpy stopped(&tasks(), &Stemhaven::TaskManager::wasStopped);
+    tasks().stop();
+    ASSERT_TRUE(waitUntil([&] { return stopped.count() == 1; }));
+    model->reload();
+    EXPECT_EQ(paintsAfterSelecting(1), 0);
+    tasks().restart();
+    ASSERT_TRUE(waitForReloads(*model));
+}
