@@ -1,0 +1,73 @@
+#include "program/Profile.h"
+#include "support/TestBundle.h"
+#include "support/Waiting.h"
+
+#include <QFile>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray contentsOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+TEST(DamagedDatabase, ThatIsNoDatabaseIsLeftAsItIsAndTheProgramStaysUp) {
+    Profile profile;
+    profile.oweSearch();
+    QFile file(profile.mainDatabase());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QByteArray garbage(20'000, '\x7f');
+    file.write(garbage);
+    file.close();
+
+    profile.start();
+    EXPECT_TRUE(waitUntil([&] {
+        return profile.log().contains(
+            "(FATAL): Could not retrieve database version. Database initialization incomplete...");
+    }));
+    EXPECT_TRUE(waitUntil([&] { return profile.log().contains("Could not reload projects table!"); }));
+    EXPECT_TRUE(profile.isRunning());
+    EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
+    EXPECT_EQ(contentsOf(profile.mainDatabase()), garbage);
+    EXPECT_TRUE(profile.searchIsOwed());
+}
+
+TEST(DamagedDatabase, ThatIsLockedByAnotherProgramIsWaitedForAndThenReported) {
+    Profile profile;
+    TestBundle().write((profile.projects() + "/Song.logicx").toStdString());
+    profile.oweSearch();
+    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
+    profile.execute("UPDATE projects SET star_rating=4");
+
+    QProcess other;
+    other.start("sqlite3", {profile.mainDatabase()});
+    ASSERT_TRUE(other.waitForStarted());
+    other.write("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; SELECT 'locked';\n");
+    ASSERT_TRUE(other.waitForReadyRead());
+
+    profile.start();
+    EXPECT_TRUE(waitUntil([&] { return profile.log().contains("database is locked"); }, 90));
+    EXPECT_TRUE(profile.isRunning());
+    other.closeWriteChannel();
+    other.waitForFinished();
+    EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
+    EXPECT_EQ(profile.rows("SELECT name, star_rating FROM projects"), QStringList("Song|4"));
+}
+
+TEST(DamagedDatabase, FromANewerProgramIsUsedWithAWarning) {
+    Profile profile;
+    TestBundle().write((profile.projects() + "/Song.logicx").toStdString());
+    profile.oweSearch();
+    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
+    profile.execute("UPDATE details SET database_version='v7.0'");
+    profile.execute("ALTER TABLE projects ADD COLUMN from_the_future TEXT DEFAULT 'kept'");
+    // Warnings are below the default level.
+    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
+    EXPECT_EQ(profile.rows("SELECT name, from_the_future FROM projects"), QStringList("Song|kept"));
+    EXPECT_EQ(profile.rows("SELECT * FROM details"), QStringList("v1.2"));
+}

@@ -1,0 +1,43 @@
+#include "program/Profile.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QMap<QString, QByteArray> treeAt(const QString& folder) {
+    QMap<QString, QByteArray> tree;
+    QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        if (file.open(QIODevice::ReadOnly) && !file.fileName().endsWith("Stemhaven.plist"))
+            tree[QDir(folder).relativeFilePath(file.fileName())] = file.readAll();
+    }
+    return tree;
+}
+
+} // namespace
+
+TEST(DemoLibrary, IsTheSameEachTimeAndReadableToItsLastProject) {
+    Profile first;
+    ASSERT_EQ(first.runToEnd({"--projects", "80", "--catalogue", first.projects()}, DEMO_LIBRARY), 0)
+        << first.output().toStdString();
+    EXPECT_EQ(first.rows("SELECT count(*) FROM projects"), QStringList("80"));
+    EXPECT_EQ(
+        first.rows(
+            "SELECT count(DISTINCT star_rating)>3, count(DISTINCT progress)>5, count(DISTINCT song_key)>5, "
+            "sum(completed)>0, max(created)-min(created)>365*86400, count(DISTINCT alternative_count)>1 FROM "
+            "projects"),
+        QStringList("1|1|1|1|1|1"));
+    ASSERT_EQ(first.runToEnd({"--screenshot", first.picture()}), 0) << first.output().toStdString();
+
+    Profile second;
+    ASSERT_EQ(second.runToEnd({"--projects", "80", second.projects()}, DEMO_LIBRARY), 0);
+    EXPECT_EQ(treeAt(first.projects()), treeAt(second.projects()));
+    second.oweSearch();
+    ASSERT_EQ(second.runToEnd({"--screenshot", second.picture()}), 0);
+    EXPECT_EQ(second.rows("SELECT count(*) FROM projects"), QStringList("80"));
+}

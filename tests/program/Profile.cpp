@@ -1,0 +1,141 @@
+#include "program/Profile.h"
+
+#include "app/SettingsKeys.h"
+#include "database/DatabaseInitStatements.h"
+#include "database/RootPathStatements.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <QSettings>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QVariant>
+
+using namespace Stemhaven;
+
+namespace {
+
+constexpr int longestRun = 120'000;
+
+/// A connection of our own to a file that the program may be using.
+class Connection {
+public:
+    explicit Connection(const QString& path) {
+        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        m_database.setDatabaseName(path);
+        m_database.open();
+    }
+
+    ~Connection() {
+        m_database = {};
+        QSqlDatabase::removeDatabase(name);
+    }
+
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    QSqlQuery execute(const QString& sql) const {
+        QSqlQuery query(m_database);
+        query.exec(sql);
+        return query;
+    }
+
+private:
+    inline static const QString name = QStringLiteral("outside");
+    QSqlDatabase m_database;
+};
+
+} // namespace
+
+Profile::Profile() {
+    QDir().mkpath(projects());
+    QDir().mkpath(m_folder.path() + QStringLiteral("/data/Stemhaven"));
+}
+
+Profile::~Profile() {
+    kill();
+}
+
+QString Profile::rootPathsDatabase() const {
+    return m_folder.path() + QStringLiteral("/data/Stemhaven/stemhaven-root-paths.db");
+}
+
+QString Profile::settingsPath() const {
+    return m_folder.path() + QStringLiteral("/config/stemhaven.app/Stemhaven.conf");
+}
+
+void Profile::oweSearch() const {
+    const Connection roots(rootPathsDatabase());
+    roots.execute(DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
+    roots.execute(RootPathStatements::insert(projects()));
+    QSettings(settingsPath(), QSettings::IniFormat).setValue(SettingsKeys::searchWasInProgress, true);
+}
+
+bool Profile::searchIsOwed() const {
+    return QSettings(settingsPath(), QSettings::IniFormat).value(SettingsKeys::searchWasInProgress).toBool();
+}
+
+QString Profile::log() const {
+    QFile file(m_folder.path() + QStringLiteral("/data/Stemhaven/stemhaven.log"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QStringList Profile::rows(const QString& sql) const {
+    QStringList rows;
+    const Connection connection(mainDatabase());
+    auto query = connection.execute(sql);
+    while (query.next()) {
+        QStringList columns;
+        for (int column = 0; query.value(column).isValid(); ++column)
+            columns.append(query.value(column).toString());
+        rows.append(columns.join(QLatin1Char('|')));
+    }
+    return rows;
+}
+
+void Profile::execute(const QString& sql) const {
+    Connection(mainDatabase()).execute(sql);
+}
+
+std::unique_ptr<QProcess> Profile::makeProcess() const {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), m_folder.path() + QStringLiteral("/data"));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder.path() + QStringLiteral("/config"));
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(environment);
+    process->setProcessChannelMode(QProcess::MergedChannels);
+    return process;
+}
+
+void Profile::start(const QStringList& arguments) {
+    m_process = makeProcess();
+    m_process->start(QStringLiteral(PROGRAM), arguments);
+    m_process->waitForStarted();
+}
+
+int Profile::runToEnd(const QStringList& arguments, const QString& program) {
+    const auto process = makeProcess();
+    process->start(program, arguments);
+    return statusAtEnd(*process);
+}
+
+int Profile::terminate() {
+    m_process->terminate();
+    return statusAtEnd(*m_process);
+}
+
+int Profile::statusAtEnd(QProcess& process) {
+    const bool ended = process.waitForFinished(longestRun);
+    m_output = QString::fromUtf8(process.readAll());
+    if (!ended)
+        process.kill();
+    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+void Profile::kill() {
+    if (!isRunning())
+        return;
+    m_process->kill();
+    m_process->waitForFinished();
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// A private profile and a folder of projects, and the real program started on them.
+class Profile {
+public:
+    Profile();
+    /// Ends the program if it is running.
+    ~Profile();
+    Profile(const Profile&) = delete;
+    Profile& operator=(const Profile&) = delete;
+
+    QString projects() const { return m_folder.path() + QStringLiteral("/projects"); }
+
+    QString mainDatabase() const {
+        return m_folder.path() + QStringLiteral("/data/Stemhaven/stemhaven-main.db");
+    }
+
+    QString rootPathsDatabase() const;
+
+    QString picture() const { return m_folder.path() + QStringLiteral("/picture.png"); }
+
+    /// Has the next start search the folder of projects, as a run does that was interrupted in a search.
+    void oweSearch() const;
+    bool searchIsOwed() const;
+
+    /// What the log says so far.
+    QString log() const;
+
+    /// The rows of a select over the main database, columns joined by "|".
+    QStringList rows(const QString& sql) const;
+    /// Runs a statement on the main database from outside.
+    void execute(const QString& sql) const;
+
+    /// Starts the program and leaves it running.
+    void start(const QStringList& arguments = {});
+    /// Runs the program, or another one, to its end and gives its exit status, -1 when it crashed or hung.
+    int runToEnd(const QStringList& arguments, const QString& program = QStringLiteral(PROGRAM));
+    /// Sends SIGTERM and gives the exit status, as runToEnd does.
+    int terminate();
+    void kill();
+
+    bool isRunning() const { return m_process && m_process->state() == QProcess::Running; }
+
+    QString output() const { return m_output; }
+
+private:
+    std::unique_ptr<QProcess> makeProcess() const;
+    int statusAtEnd(QProcess& process);
+    QString settingsPath() const;
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<QProcess> m_process;
+    QString m_output;
+};

@@ -1,0 +1,92 @@
+#include "program/Profile.h"
+#include "project/NoteFile.h"
+#include "support/TestBundle.h"
+#include "support/Waiting.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void makeBundles(const Profile& profile, int count) {
+    for (int i = 0; i < count; ++i)
+        TestBundle().write(
+            QString("%1/%2/Song %3.logicx").arg(profile.projects()).arg(i % 5).arg(i).toStdString());
+}
+
+const QString countSql = "SELECT count(*) FROM projects";
+
+} // namespace
+
+TEST(Program, AnswersTextualOptionsWithoutAProfile) {
+    Profile profile;
+    EXPECT_EQ(profile.runToEnd({"--version"}), 0);
+    EXPECT_TRUE(profile.output().startsWith("Stemhaven ")) << profile.output().toStdString();
+    EXPECT_EQ(profile.runToEnd({"--help"}), 0);
+    EXPECT_TRUE(profile.output().contains("--screenshot"));
+    EXPECT_TRUE(profile.log().isEmpty());
+    EXPECT_NE(profile.runToEnd({"--no-such-option"}), 0);
+    EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture(), "--size", "wide"}), 1);
+    EXPECT_FALSE(QFile::exists(profile.mainDatabase()));
+}
+
+TEST(Program, FindsTheProjectsOfAFolderAndShowsThem) {
+    Profile profile;
+    makeBundles(profile, 40);
+    profile.oweSearch();
+    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture(), "--size", "900x600"}), 0)
+        << profile.output().toStdString();
+    EXPECT_EQ(profile.rows(countSql), QStringList("40"));
+    EXPECT_EQ(QImage(profile.picture()).size(), QSize(900, 600));
+    EXPECT_FALSE(profile.searchIsOwed());
+    const Stemhaven::ProjectDetails details(profile.projects() + "/3/Song 3.logicx");
+    EXPECT_EQ(
+        profile.rows("SELECT project_id FROM projects WHERE name='Song 3'"),
+        QStringList(QString::number(Stemhaven::loadStemhavenPlistDetails(details).value().first)));
+    EXPECT_FALSE(QFile::exists(profile.mainDatabase() + "-wal"));
+}
+
+TEST(Program, EndsOnASignalAndTakesUpTheSearchThatItWasKilledIn) {
+    Profile profile;
+    makeBundles(profile, 400);
+    profile.oweSearch();
+    const auto someAreRecorded = [&] {
+        return profile.rows(countSql).value(0).toInt() > 20;
+    };
+
+    profile.start();
+    ASSERT_TRUE(waitUntil(someAreRecorded));
+    profile.execute("UPDATE projects SET star_rating=5 WHERE project_id<=20");
+    profile.kill();
+    EXPECT_TRUE(profile.searchIsOwed());
+
+    profile.start();
+    ASSERT_TRUE(waitUntil([&] { return profile.log().count("New project successfully added") > 30; }));
+    EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
+
+    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
+    EXPECT_EQ(
+        profile.rows("SELECT count(*), count(DISTINCT filepath || filename) FROM projects"),
+        QStringList("400|400"));
+    EXPECT_EQ(profile.rows("SELECT count(*) FROM projects WHERE star_rating=5"), QStringList("20"));
+    EXPECT_FALSE(profile.searchIsOwed());
+}
+
+TEST(Program, RefusesASecondStartOnTheSameProfile) {
+    Profile profile;
+    profile.start();
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(profile.mainDatabase()); }));
+    EXPECT_EQ(profile.runToEnd({}), 1);
+    EXPECT_TRUE(profile.output().contains("Stemhaven is already running.")) << profile.output().toStdString();
+    EXPECT_TRUE(profile.isRunning());
+    EXPECT_EQ(profile.terminate(), 0);
+
+    // A killed program leaves nothing behind that keeps the next one from starting.
+    profile.start();
+    ASSERT_TRUE(waitUntil([&] { return profile.log().count("Restoring window state") > 1; }));
+    profile.kill();
+    EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
+}
