@@ -23,6 +23,7 @@ public:
     /// Both outlive the window.
     MainWindow(Stemhaven::TaskManager& tasks, Stemhaven::ProjectMonitor& monitor, QWidget* parent = nullptr);
     ~MainWindow() override;
+    Q_DISABLE_COPY(MainWindow)
 
 signals:
     /// Once, when what the first reload brought is shown.

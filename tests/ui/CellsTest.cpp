@@ -131,7 +131,7 @@ TEST(CellValueTest, ScreenReadersGetText) {
 
 TEST(CellPaintingTest, BarFillsItsShareOfTheCell) {
     struct Case {
-        float progress;
+        float progress = 0;
         QRect expected;
     };
 

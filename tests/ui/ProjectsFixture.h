@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 /// Databases of their own with the schema, no settings, and words to fill them with.
 class ProjectsFixture : public testing::Test {
 protected:
@@ -46,6 +48,18 @@ protected:
 
     static bool waitForReloads(const ProjectsTableModel& model) {
         return waitUntil([&] { return !model.isReloading(); });
+    }
+
+    /// Whether the worker has stopped; tasks stay queued from then on.
+    bool stopWorker() {
+        // The signal comes from another thread.
+        std::atomic<bool> stopped = false;
+        const auto connection =
+            QObject::connect(&tasks(), &Stemhaven::TaskManager::wasStopped, [&stopped] { stopped = true; });
+        tasks().stop();
+        const bool inTime = waitUntil([&stopped] { return stopped.load(); });
+        QObject::disconnect(connection);
+        return inTime;
     }
 
     LogCapture log;

@@ -148,9 +148,7 @@ TEST_F(ProjectsTableModelTest, MayEndWhileReloadsAreUnderWay) {
     EXPECT_EQ(database.rows(QStringLiteral("SELECT 1")), QStringList(QStringLiteral("1")));
 
     // A worker that never comes to them: what it would have freed goes with its manager.
-    QSignalSpy stopped(&tasks(), &Stemhaven::TaskManager::wasStopped);
-    tasks().stop();
-    ASSERT_TRUE(waitUntil([&] { return stopped.count() == 1; }));
+    ASSERT_TRUE(stopWorker());
     auto unlucky = std::make_unique<ProjectsTableModel>(tasks(), &builder);
     unlucky->reload();
     unlucky.reset();
@@ -188,9 +186,7 @@ TEST_F(ProjectsTableModelTest, ViewDropsSelectionChangesDuringAReload) {
     };
     EXPECT_GT(paintsAfterSelecting(0), 0);
 
-    QSignalSpy stopped(&tasks(), &Stemhaven::TaskManager::wasStopped);
-    tasks().stop();
-    ASSERT_TRUE(waitUntil([&] { return stopped.count() == 1; }));
+    ASSERT_TRUE(stopWorker());
     model->reload();
     EXPECT_EQ(paintsAfterSelecting(1), 0);
     tasks().restart();

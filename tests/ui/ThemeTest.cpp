@@ -1,16 +1,21 @@
 #include "ui/widgets/Theme.h"
 
+#include "support/Waiting.h"
 #include "ui/widgets/Palettes.h"
 #include "ui/widgets/Style.h"
 
 #include <QApplication>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QScrollBar>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QProcess>
 #include <QStyleOptionSlider>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 
 namespace {
@@ -26,6 +31,41 @@ double contrast(const QColor& one, const QColor& other) {
     const double a = luminance(one) + 0.05;
     const double b = luminance(other) + 0.05;
     return std::max(a, b) / std::min(a, b);
+}
+
+const QString portal = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString colorScheme = QStringLiteral("color-scheme");
+
+/// Stands in for a desktop that can be light or dark.
+class Desktop : public QDBusVirtualObject {
+public:
+    QString introspect(const QString& /*path*/) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& question, const QDBusConnection& connection) override {
+        const bool known = question.arguments() == QVariantList{appearance, colorScheme};
+        connection.send(
+            known ? question.createReply(QVariant::fromValue(QDBusVariant(value())))
+                  : question.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("unknown")));
+        return true;
+    }
+
+    void change(bool dark, const QDBusConnection& connection) {
+        isDark = dark;
+        auto signal = QDBusMessage::createSignal(portal, settings, QStringLiteral("SettingChanged"));
+        signal << appearance << colorScheme << QVariant::fromValue(QDBusVariant(value()));
+        connection.send(signal);
+    }
+
+    std::atomic<bool> isDark = true;
+
+private:
+    QVariant value() const { return QVariant::fromValue(isDark ? 1U : 2U); }
+};
+
+bool looksDark() {
+    return QApplication::palette().color(QPalette::Base).lightness() < 128;
 }
 
 } // namespace
@@ -70,6 +110,45 @@ TEST(ThemeTest, LeavesADesktopItsOwnColours) {
     const Theme theme;
     EXPECT_EQ(QApplication::palette().color(QPalette::Base), QColor(0xfdf6e3));
     EXPECT_NE(qobject_cast<Style*>(QApplication::style()), nullptr);
+    QApplication::setPalette(before);
+}
+
+TEST(ThemeTest, FollowsTheDesktopLive) {
+    const QPalette before = QApplication::palette();
+    QProcess bus;
+    bus.start(
+        QStringLiteral("dbus-daemon"),
+        {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
+    ASSERT_TRUE(bus.waitForStarted());
+    ASSERT_TRUE(bus.waitForReadyRead());
+    const QByteArray address = bus.readLine().trimmed();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+
+    // The program waits for the answer, so the desktop lives in another thread.
+    QThread thread;
+    thread.start();
+    Desktop desktop;
+    desktop.moveToThread(&thread);
+    const QString name = QStringLiteral("desktop");
+    auto connection = QDBusConnection::connectToBus(QString::fromLatin1(address), name);
+    ASSERT_TRUE(connection.registerVirtualObject(portal, &desktop));
+    ASSERT_TRUE(connection.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+
+    {
+        const Theme theme;
+        EXPECT_TRUE(looksDark());
+        for (const bool dark : {false, true}) {
+            desktop.change(dark, connection);
+            EXPECT_TRUE(waitUntil([&] { return looksDark() == dark; })) << dark;
+        }
+    }
+
+    QDBusConnection::disconnectFromBus(name);
+    thread.quit();
+    thread.wait();
+    bus.terminate();
+    bus.waitForFinished();
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     QApplication::setPalette(before);
 }
 

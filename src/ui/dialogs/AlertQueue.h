@@ -18,6 +18,7 @@ public:
     explicit AlertQueue(QObject* parent = nullptr);
     /// Closes the alert that is shown and drops the others.
     ~AlertQueue() override;
+    Q_DISABLE_COPY(AlertQueue)
 
     void add(const Stemhaven::ErrorHandler::ErrorDetails& details);
 

@@ -77,8 +77,7 @@ void EmptyState::present(Reason reason, const QString& term) {
         break;
     case Reason::AllHidden:
         setTexts(
-            tr("All projects are hidden"),
-            tr("Every project is completed or ignored, and those are not shown at the moment."),
+            tr("All projects are hidden"), tr("Completed and ignored projects are not shown at the moment."),
             tr("Show Hidden Projects"));
         break;
     case Reason::NothingFound:

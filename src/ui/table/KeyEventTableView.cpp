@@ -59,10 +59,10 @@ void KeyEventTableView::selectionChanged(const QItemSelection& selected, const Q
 
 /// A screen reader's bridge numbers the cells through, headers first, and must not be asked for a cell beyond
 /// the last.
-bool KeyEventTableView::knowsAccessibleCells(const QItemSelection& selection) const {
+bool KeyEventTableView::knowsAccessibleCells(const QItemSelection& selection) {
     if (!QAccessible::isActive() || selection.isEmpty())
         return true;
-    const auto* table = QAccessible::queryAccessibleInterface(const_cast<KeyEventTableView*>(this));
+    const auto* table = QAccessible::queryAccessibleInterface(this);
     if (!table)
         return true;
 

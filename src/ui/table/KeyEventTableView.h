@@ -24,5 +24,5 @@ protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
-    bool knowsAccessibleCells(const QItemSelection& selection) const;
+    bool knowsAccessibleCells(const QItemSelection& selection);
 };

@@ -28,6 +28,29 @@ constexpr int margin = 16;
 constexpr int rowHeight = 32;
 constexpr int widestSearch = 400;
 
+KeyEventTableView* makeTable(ProjectsTableModel* model, QWidget* parent) {
+    auto* table = new KeyEventTableView(parent);
+    table->setHorizontalHeader(new TableHeader(table));
+    table->setModel(model);
+    table->setItemDelegate(new StarDelegate(table));
+    table->setAccessibleName(ProjectsPane::tr("Projects"));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->setAlternatingRowColors(true);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->setFrameShape(QFrame::NoFrame);
+    // Rows of one fixed height keep the cost of a reload apart from the number of rows.
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setMinimumSectionSize(0);
+    table->verticalHeader()->setDefaultSectionSize(std::max(rowHeight, table->fontMetrics().height() + 12));
+    return table;
+}
+
 } // namespace
 
 ProjectsPane::ProjectsPane(Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder& builder, QWidget* parent)
@@ -35,40 +58,18 @@ ProjectsPane::ProjectsPane(Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilde
       m_builder(builder),
       m_model(new ProjectsTableModel(tasks, &builder, this)),
       m_searchEdit(new SearchField(this)),
-      m_table(new KeyEventTableView(this)),
+      m_table(makeTable(m_model, this)),
       m_emptyState(new EmptyState(this)),
       m_statusLabel(new ElidedLabel(this)),
       m_reloads(new ReloadScheduler(*m_model, this)),
       m_catalogue(new CatalogueCheck(tasks, this)),
-      m_search(new TableSearch(*m_searchEdit, builder, this)) {
-    setUpTable();
-    m_sorting = new HeaderSorting(*m_table, builder, this);
-    m_columns = new ColumnWidths(*m_table, builder, this);
-    m_selection = new SelectionKeeper(*m_table, *m_model, this);
+      m_search(new TableSearch(*m_searchEdit, builder, this)),
+      m_sorting(new HeaderSorting(*m_table, builder, this)),
+      m_columns(new ColumnWidths(*m_table, builder, this)),
+      m_selection(new SelectionKeeper(*m_table, *m_model, this)) {
     layOut();
     setUpEvents();
     setFocusProxy(m_table);
-}
-
-void ProjectsPane::setUpTable() {
-    m_table->setHorizontalHeader(new TableHeader(m_table));
-    m_table->setModel(m_model);
-    m_table->setItemDelegate(new StarDelegate(m_table));
-    m_table->setAccessibleName(tr("Projects"));
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_table->setAlternatingRowColors(true);
-    m_table->setShowGrid(false);
-    m_table->setWordWrap(false);
-    m_table->setTabKeyNavigation(false);
-    m_table->setFrameShape(QFrame::NoFrame);
-    // Rows of one fixed height keep the cost of a reload apart from the number of rows.
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_table->verticalHeader()->setMinimumSectionSize(0);
-    m_table->verticalHeader()->setDefaultSectionSize(std::max(rowHeight, fontMetrics().height() + 12));
 }
 
 void ProjectsPane::layOut() {

@@ -41,7 +41,6 @@ signals:
     void addFolderRequested();
 
 private:
-    void setUpTable();
     void layOut();
     void setUpEvents();
     void request(ReloadScheduler::Reason reason);
@@ -66,9 +65,9 @@ private:
     ReloadScheduler* m_reloads;
     CatalogueCheck* m_catalogue;
     TableSearch* m_search;
-    HeaderSorting* m_sorting = nullptr;
-    ColumnWidths* m_columns = nullptr;
-    SelectionKeeper* m_selection = nullptr;
+    HeaderSorting* m_sorting;
+    ColumnWidths* m_columns;
+    SelectionKeeper* m_selection;
     bool m_lookingForProjects = false;
     bool m_hasLoaded = false;
 };

@@ -31,6 +31,7 @@ public:
         Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder* builder, QObject* parent = nullptr);
     /// Reloads that are under way come to nothing; the rows are freed on the worker.
     ~ProjectsTableModel() override;
+    Q_DISABLE_COPY(ProjectsTableModel)
 
     /// Asks for the builder's statement of this moment to be run. Several may be under way.
     void reload();

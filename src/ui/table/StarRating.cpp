@@ -49,14 +49,14 @@ void StarRating::paint(
     QPainter* painter, const QRect& rect, const QPalette& palette, EditMode mode, bool selected) {
     m_paintRect = rect;
     const bool editable = mode == EditMode::Editable;
-    const QSize block = sizeHint();
+    const int left = rect.left() + (rect.width() - sizeHint().width()) / 2;
+    const int top = rect.top() + (rect.height() - starSide) / 2;
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(editable ? QBrush(getAccentColor()) : cellBrush(palette, selected));
-    painter->translate(
-        rect.left() + (rect.width() - block.width()) / 2, rect.top() + (rect.height() - starSide) / 2);
+    painter->translate(QPoint(left, top));
     painter->scale(starSide, starSide);
     for (int i = 0; i < m_maxStarCount; ++i) {
         if (i < m_starCount)

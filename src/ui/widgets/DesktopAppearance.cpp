@@ -30,7 +30,7 @@ DesktopAppearance::DesktopAppearance(QObject* parent) : QObject(parent) {
     if (hasSessionBus()) {
         QDBusConnection::sessionBus().connect(
             service, path, interface, QStringLiteral("SettingChanged"), this,
-            SLOT(onSettingChanged(QString, QString, QDBusVariant)));
+            SLOT(onSettingChanged(QDBusMessage)));
     }
 }
 
@@ -54,8 +54,7 @@ ColorScheme DesktopAppearance::colorScheme() {
     return value.toUInt() == preferDark ? ColorScheme::Dark : ColorScheme::Light;
 }
 
-void DesktopAppearance::onSettingChanged(
-    const QString& group, const QString& /*key*/, const QDBusVariant& /*value*/) {
-    if (group == appearance)
+void DesktopAppearance::onSettingChanged(const QDBusMessage& message) {
+    if (message.arguments().value(0).toString() == appearance)
         emit changed();
 }

@@ -4,7 +4,7 @@
 
 #include <QObject>
 
-class QDBusVariant;
+class QDBusMessage;
 
 /// What the desktop says about light and dark. Without a session bus it says light and never changes.
 class DesktopAppearance : public QObject {
@@ -21,5 +21,5 @@ signals:
     void changed();
 
 private slots:
-    void onSettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    void onSettingChanged(const QDBusMessage& message);
 };

@@ -93,7 +93,8 @@ QRect sortArrowRect(const QStyleOptionHeader& header) {
     const int rightmost = header.rect.right() - gap;
     const int behindTitle = header.rect.left() + headerMargin +
         header.fontMetrics.horizontalAdvance(header.text) + gap + sortArrowSide;
-    arrow.moveRight(header.textAlignment & Qt::AlignLeft ? std::min(behindTitle, rightmost) : rightmost);
+    const bool followsTitle = header.textAlignment & Qt::AlignLeft && header.icon.isNull();
+    arrow.moveRight(followsTitle ? std::min(behindTitle, rightmost) : rightmost);
     return arrow;
 }
 
@@ -215,6 +216,8 @@ void Style::drawHeader(const QStyleOptionHeader& option, QPainter* painter, cons
     const bool prominent =
         option.sortIndicator != QStyleOptionHeader::None || option.state.testFlag(State_MouseOver);
     QStyleOptionHeader label(option);
+    if (!(label.textAlignment & Qt::AlignVertical_Mask))
+        label.textAlignment |= Qt::AlignVCenter;
     label.rect = subElementRect(SE_HeaderLabel, &option, widget);
     label.palette.setColor(
         QPalette::ButtonText, option.palette.color(prominent ? QPalette::Text : QPalette::PlaceholderText));

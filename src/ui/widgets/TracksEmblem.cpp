@@ -14,7 +14,7 @@ constexpr int playheadX = 92;
 
 struct Region {
     QRect place;
-    double strength; ///< share of the full colour
+    double strength = 0; ///< share of the full colour
 };
 
 constexpr std::array regions{Region{{0, 4, 64, 20}, 0.9},    Region{{68, 4, 48, 20}, 0.45},
