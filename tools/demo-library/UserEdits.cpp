@@ -100,17 +100,17 @@ QStringList edits(const Song& song, long long projectId) {
     record.set("created", static_cast<long long>(song.created));
 
     if (random.chance(12)) {
-        record.set("ignored", random.chance(40) ? 1 : 0);
+        record.set("ignored", random.chance(25) ? 1 : 0);
         return {record.statement()};
     }
-    const double stage = random.chance(25) ? 1.0 : random.between(0, 19) / 20.0;
+    const double stage = random.chance(12) ? 1.0 : random.between(0, 19) / 20.0;
     setProgress(record, random, stage);
     record.set("completed", stage >= 1 ? 1 : 0);
     record.set("genre_id", 1 + SongIdeas::genreNames().indexOf(song.genre));
     record.set("artist", quoted(song.artist));
     if (!song.album.isEmpty())
         record.set("album", quoted(song.album));
-    if (stage >= 1 && random.chance(50))
+    if (stage >= 0.75 && random.chance(50))
         setRelease(record, random, song);
     if (random.chance(20))
         record.set("notes", quoted(random.pick(notes)));
