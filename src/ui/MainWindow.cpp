@@ -22,7 +22,7 @@ using Stemhaven::TaskManager;
 
 namespace {
 
-constexpr QSize initialSize{1320, 800};
+constexpr QSize initialSize{1400, 820};
 constexpr QSize smallestSize{560, 400};
 
 /// The local folders among what is dragged; a project bundle, though a folder, is none to look for projects
