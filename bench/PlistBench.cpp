@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <fstream>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -165,4 +166,14 @@ BENCHMARK(encodeLibplist)->Name("Encode/libplist");
 
 } // namespace
 
-BENCHMARK_MAIN();
+/// With one argument that is no option: writes the file that the cases read there, for other readers of it.
+int main(int argc, char** argv) {
+    if (argc == 2 && argv[1][0] != '-') {
+        std::ofstream(argv[1], std::ios::binary)
+            .write(typicalFile().data(), static_cast<std::streamsize>(typicalFile().size()));
+        return 0;
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,299 @@
+#!/usr/bin/env bash
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/tools/setup.sh"
+
+usage() {
+    cat <<'TEXT'
+Usage: ./bench.sh [--quick] [NAME...]
+
+Installs what is missing, builds Stemhaven without sanitizers, measures it and prints one table: our figure, that of a
+reference where there is one, their ratio, and the target. Each figure is the median of several runs, in which ours and
+the reference take turns. What is missed is marked; the exit status says only whether everything could be measured.
+
+  NAME     plist, walk, scan, record, listing, table or program; all of them by default.
+  --quick  one run of each.
+  --help   this text.
+
+The libraries and catalogues are kept in build/bench-data; delete that folder to have them made anew.
+TEXT
+}
+
+names=(plist walk scan record listing table program)
+chosen=()
+rounds=5
+while (($#)); do
+    case $1 in
+    --quick) rounds=1 ;;
+    --help | -h) usage && exit ;;
+    *)
+        [[ " ${names[*]} " == *" $1 "* ]] || { usage >&2 && exit 2; }
+        chosen+=("$1")
+        ;;
+    esac
+    shift
+done
+((${#chosen[@]})) || chosen=("${names[@]}")
+
+data=$stemhaven_root/build/bench-data
+bin=$stemhaven_root/build/bench/bin
+log=$data/log.txt
+failed=no
+
+# --- What is measured ---------------------------------------------------------------------------------------------------
+
+# library NUMBER: prints the folder of a library of that many bundles.
+library() {
+    local folder=$data/library-$1
+    if [[ ! -d $folder ]]; then
+        say "Making a library of $1 projects"
+        rm -rf "$folder.part"
+        "$bin/stemhaven-demo-library" --projects "$1" --plain --entries-per-bundle 25 "$folder.part" >>"$log" 2>&1
+        mv "$folder.part" "$folder"
+    fi
+    remove_notes "$folder"
+    printf '%s\n' "$folder"
+}
+
+# The program leaves a note in each bundle that it has recorded.
+remove_notes() { find "$1" -name 'Stemhaven.plist*' -delete; }
+
+# use_profile: a private and empty profile, for what is run by "${private[@]}".
+use_profile() {
+    profile=$data/profile
+    rm -rf "$profile"
+    mkdir -p "$profile/home"
+    private=(env HOME="$profile/home" XDG_DATA_HOME="$profile/data" XDG_CONFIG_HOME="$profile/config"
+        XDG_CACHE_HOME="$profile/cache" QT_QPA_PLATFORM=offscreen)
+}
+
+# use_catalogue NUMBER: a private profile with that many projects in its catalogue.
+use_catalogue() {
+    local kept=$data/catalogue-$1
+    use_profile
+    if [[ $kept -nt $bin/many_projects ]]; then
+        cp -r "$kept/." "$profile"
+        return
+    fi
+    say "Making a catalogue of $1 projects"
+    "${private[@]}" "$bin/many_projects" "$1" "$data/no-library" >>"$log" 2>&1
+    rm -rf "$kept"
+    cp -r "$profile" "$kept"
+}
+
+# --- Measuring ----------------------------------------------------------------------------------------------------------
+
+# sample COMMAND...: keeps the figures among what the command prints. Each is a line: its name, the value, s, B or 1.
+sample() {
+    local status=0
+    "$@" >"$data/output.txt" 2>>"$log" || status=$?
+    grep -E '^[a-z0-9-]+ [0-9.e+-]+ (s|B|1)$' "$data/output.txt" >>"$data/samples.txt" || status=1
+    ((status == 0)) || complain "$status"
+}
+
+complain() {
+    say "A run for $name failed ($1); see $log"
+    failed=yes
+}
+
+# timed NAME COMMAND...: the time that the whole process takes.
+timed() {
+    local begin end
+    begin=${EPOCHREALTIME/[.,]/}
+    "${@:2}" >>"$log" 2>&1 || { complain $? && return; }
+    end=${EPOCHREALTIME/[.,]/}
+    printf '%s %de-6 s\n' "$1" $((end - begin)) >>"$data/samples.txt"
+}
+
+times() {
+    local round
+    for ((round = 0; round < $1; ++round)); do "${@:2}"; done
+}
+
+bench_plist() {
+    "$bin/plist_bench" "$data/MetaData.plist"
+    times "$rounds" plist_round
+}
+
+plist_round() {
+    sample plist_cases
+    sample python3 "$stemhaven_root/bench/plistlib_bench.py" "$data/MetaData.plist"
+}
+
+plist_cases() {
+    "$bin/plist_bench" --benchmark_format=csv --benchmark_min_time=0.2 |
+        awk -F, '$1 ~ /code/ { gsub("\"", ""); sub("/", "-"); print tolower($1), $3 "e-9", "s" }'
+}
+
+bench_walk() {
+    local number folder
+    for number in 1000 10000; do
+        folder=$(library "$number")
+        times $((4 * rounds)) walk_round "$number" "$folder"
+    done
+}
+
+walk_round() {
+    timed "walk-$1" "$bin/walk_bench" "$2"
+    timed "walk-$1-find" find "$2" -name '*.logicx' -prune
+}
+
+bench_scan() {
+    local small large
+    small=$(library 1000)
+    large=$(library 10000)
+    times "$rounds" scan_round "$small" "$large"
+}
+
+scan_round() {
+    use_profile
+    sample "${private[@]}" "$bin/scan_bench" "$1" 1000
+    remove_notes "$1"
+    use_profile
+    sample "${private[@]}" "$bin/scan_bench" "$2" 10000
+    remove_notes "$2"
+}
+
+bench_record() {
+    local folder
+    folder=$(library 1000)
+    use_catalogue 10000
+    sample "${private[@]}" "$bin/record_bench" "$folder"
+    remove_notes "$folder"
+}
+
+bench_listing() {
+    local number
+    for number in 1000 10000 100000; do
+        use_catalogue "$number"
+        sample "${private[@]}" "$bin/listing_bench" "$number" "$rounds"
+    done
+}
+
+bench_table() {
+    local number
+    for number in 10000 100000; do
+        use_catalogue "$number"
+        sample "${private[@]}" "$bin/table_bench" "$number" "$rounds"
+    done
+}
+
+bench_program() {
+    times "$rounds" start_round
+    use_catalogue 100000
+    run_settled memory_of 100000
+    use_catalogue 10000
+    run_settled idle_round
+}
+
+start_round() {
+    use_catalogue 10000
+    timed start "${private[@]}" "$bin/stemhaven" --screenshot "$data/window.png"
+}
+
+# run_settled COMMAND...: runs the program, the command once the program has come to rest, and ends the program.
+run_settled() {
+    local pid before=-1 now=0 seconds
+    "${private[@]}" "$bin/stemhaven" >>"$log" 2>&1 &
+    pid=$!
+    for ((seconds = 0; seconds < 60 && now != before; ++seconds)); do
+        before=$now
+        sleep 1
+        now=$(ticks "$pid")
+    done
+    "$@" "$pid"
+    kill "$pid"
+    wait "$pid" || complain $?
+}
+
+memory_of() { awk -v name="memory-$1" '/^VmRSS/ { print name, $2 * 1024, "B" }' "/proc/$2/status" >>"$data/samples.txt"; }
+
+idle_round() {
+    local pid=$1 ticks_before switches_before
+    memory_of 10000 "$pid"
+    ticks_before=$(ticks "$pid")
+    switches_before=$(switches "$pid")
+    sleep 5
+    printf 'idle-%s %d 1\n' ticks $(($(ticks "$pid") - ticks_before)) \
+        switches $(($(switches "$pid") - switches_before)) >>"$data/samples.txt"
+}
+
+ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; }
+
+switches() { cat "/proc/$1"/task/*/status | awk '/ctxt_switches/ { sum += $2 } END { print sum }'; }
+
+# --- The table ----------------------------------------------------------------------------------------------------------
+
+# Who, what, our figure, the reference's and its name, and what is at most allowed: of the ratio, or of our figure.
+rows() {
+    cat <<'ROWS'
+plist|Decode a MetaData.plist|decode-stemhaven|decode-libplist|libplist|ratio|0.7
+plist||decode-stemhaven|decode-plistlib|plistlib||
+plist|Encode it|encode-stemhaven|encode-libplist|libplist||
+plist||encode-stemhaven|encode-plistlib|plistlib||
+walk|Walk over 1,000 bundles, whole process|walk-1000|walk-1000-find|find|ratio|1.5
+walk|Walk over 10,000|walk-10000|walk-10000-find|find|ratio|1.5
+scan|First scan of 1,000 bundles|scan-1000|||figure|
+scan|First scan of 10,000|scan-10000|||figure|20
+scan|  for each bundle|scan-10000-bundle|scan-1000-bundle|of 1,000|ratio|1.2
+scan|  longest stall of the window|scan-10000-stall|||figure|0.05
+record|Insert a record|record|||figure|
+listing|Fill the table's model, 1,000 rows|listing-1000|listing-1000-shell|sqlite3||
+listing|  10,000 rows|listing-10000|listing-10000-shell|sqlite3||
+listing|  100,000 rows|listing-100000|listing-100000-shell|sqlite3||
+table|Slowest keystroke to repaint, 10,000 rows|keystroke-10000|||figure|0.06
+table|  100,000 rows|keystroke-100000|||figure|0.6
+table|Slowest sort to repaint, 10,000 rows|sort-10000|||figure|0.1
+table|  100,000 rows|sort-100000|||figure|
+table|Longest stall in these, 100,000 rows|table-stall-100000|||figure|0.1
+program|Start to picture, 10,000 rows|start|||figure|0.8
+program|Resident memory, 10,000 rows|memory-10000|||figure|157286400
+program|  100,000 rows|memory-100000|||figure|
+program|Idle for 5 s: processor ticks|idle-ticks|||figure|0
+program|  context switches|idle-switches|||figure|0
+ROWS
+}
+
+print_table() {
+    sort -k1,1 -k2,2g "$data/samples.txt" | awk -v chosen=" ${chosen[*]} " '
+        function shown(value, unit) {
+            if (unit == "s") return value < 1e-3 ? sprintf("%.3g us", value * 1e6) : \
+                                    value < 1 ? sprintf("%.3g ms", value * 1e3) : sprintf("%.3g s", value)
+            return unit == "B" ? sprintf("%.0f MiB", value / 1048576) : sprintf("%d", value)
+        }
+        function line(what, ours, reference, ratio, target, mark) {
+            printf "%-42s %10s %19s %7s %14s  %s\n", what, ours, reference, ratio, target, mark
+        }
+        FNR == NR { count[$1]++; figure[$1, count[$1]] = $2; unit[$1] = $3; next }
+        FNR == 1 {
+            # An even number of samples has no middle one; the slower of the two it is.
+            for (name in count) median[name] = figure[name, int(count[name] / 2) + 1]
+            line("", "Stemhaven", "reference", "ratio", "target", "")
+        }
+        {
+            split($0, row, "|")
+            if (!index(chosen, " " row[1] " ")) next
+            ours = row[3]; reference = row[4]; limit = row[7]
+            ratio = (ours in median) && (reference in median) ? median[ours] / median[reference] : ""
+            judged = row[6] == "ratio" ? ratio : (ours in median) ? median[ours] : ""
+            target = judged == "" || limit == "" ? "" : "<= " (row[6] == "ratio" ? "ratio " limit : shown(limit, unit[ours]))
+            line(row[2], ours in median ? shown(median[ours], unit[ours]) : "-",
+                reference in median ? row[5] " " shown(median[reference], unit[reference]) : "",
+                ratio == "" ? "" : sprintf("%.2f", ratio), target,
+                judged == "" || limit == "" ? "" : judged <= limit + 0 ? "ok" : "MISSED")
+        }' - <(rows)
+}
+
+install_packages_for build bench tests || fail "packages are missing"
+fetch_icon_font
+build bench
+mkdir -p "$data"
+read -r load _ </proc/loadavg
+((${load%.*} < $(nproc))) || say "The machine is busy (load $load), so the figures will be too large."
+: >"$data/samples.txt"
+: >"$log"
+for name in "${chosen[@]}"; do
+    say "Measuring $name"
+    "bench_$name"
+done
+print_table
+[[ $failed == no ]]
