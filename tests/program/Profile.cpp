@@ -3,6 +3,7 @@
 #include "app/SettingsKeys.h"
 #include "database/DatabaseInitStatements.h"
 #include "database/RootPathStatements.h"
+#include "support/Waiting.h"
 
 #include <QDir>
 #include <QFile>
@@ -109,9 +110,15 @@ std::unique_ptr<QProcess> Profile::makeProcess() const {
 }
 
 void Profile::start(const QStringList& arguments) {
+    const auto windows = [this] {
+        return log().count(QStringLiteral("Restoring window state..."));
+    };
+    const auto before = windows();
     m_process = makeProcess();
     m_process->start(QStringLiteral(PROGRAM), arguments);
     m_process->waitForStarted();
+    // From then on a signal ends the program in order.
+    waitUntil([&] { return windows() > before || !isRunning(); });
 }
 
 int Profile::runToEnd(const QStringList& arguments, const QString& program) {

@@ -38,7 +38,7 @@ public:
     /// Runs a statement on the main database from outside.
     void execute(const QString& sql) const;
 
-    /// Starts the program and leaves it running.
+    /// Starts the program, waits for its window and leaves it running.
     void start(const QStringList& arguments = {});
     /// Runs the program, or another one, to its end and gives its exit status, -1 when it crashed or hung.
     int runToEnd(const QStringList& arguments, const QString& program = QStringLiteral(PROGRAM));
