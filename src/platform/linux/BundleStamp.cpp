@@ -1,0 +1,63 @@
+#include "platform/linux/BundleStamp.h"
+
+#include "platform/linux/FolderReading.h"
+#include "platform/linux/PathText.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+namespace Stemhaven {
+
+namespace {
+
+std::uint64_t nanoseconds(const timespec& time) {
+    constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
+    if (time.tv_sec < 0)
+        return 0;
+    return static_cast<std::uint64_t>(time.tv_sec) * nanosecondsPerSecond +
+        static_cast<std::uint64_t>(time.tv_nsec);
+}
+
+/// FNV-1a, a word at a time.
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
+    constexpr std::uint64_t prime = 0x100000001b3;
+    return (hash ^ value) * prime;
+}
+
+void addPart(const std::string& path, BundleStamp& stamp) {
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0) {
+        stamp.fingerprint = mixed(stamp.fingerprint, 0);
+        return;
+    }
+    const std::uint64_t modified = nanoseconds(status.st_mtim);
+    const std::uint64_t changed = nanoseconds(status.st_ctim);
+    stamp.newest = std::max({stamp.newest, modified, changed});
+    for (const std::uint64_t value :
+         {std::uint64_t{status.st_ino}, modified, static_cast<std::uint64_t>(status.st_size)})
+        stamp.fingerprint = mixed(stamp.fingerprint, value);
+}
+
+} // namespace
+
+BundleStamp BundleStamp::of(const std::string& bundle) {
+    BundleStamp stamp;
+    const std::string resources = entryOf(bundle, BundleParts::resources);
+    const std::string alternatives = entryOf(bundle, BundleParts::alternatives);
+    for (const auto& part : {bundle, resources, entryOf(resources, BundleParts::information), alternatives})
+        addPart(part, stamp);
+
+    std::vector<std::string> names;
+    readFolders(alternatives, [&](const std::string& name) { names.push_back(name); });
+    // Some file systems give another order each time.
+    std::sort(names.begin(), names.end());
+    for (const auto& name : names) {
+        const std::string alternative = entryOf(alternatives, name);
+        addPart(alternative, stamp);
+        addPart(entryOf(alternative, BundleParts::metaData), stamp);
+    }
+    return stamp;
+}
+
+} // namespace Stemhaven

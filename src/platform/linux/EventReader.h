@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/linux/InotifyDescriptor.h"
+#include "platform/linux/RawEventQueue.h"
+
+#include <thread>
+
+namespace Stemhaven {
+
+/// A descriptor and the thread that does nothing but drain it, so that a slow consumer does not make the
+/// system's queue overflow. Sleeps while nothing happens.
+///
+/// It also notices that something was mounted or unmounted, which inotify tells only in part.
+class EventReader {
+public:
+    EventReader(InotifyCalls& calls, RawEventQueue& queue);
+    ~EventReader();
+    EventReader(const EventReader&) = delete;
+    EventReader& operator=(const EventReader&) = delete;
+
+    /// False when the system has no descriptor to give.
+    bool isRunning() const { return m_thread.joinable(); }
+
+    InotifyDescriptor& descriptor() { return m_descriptor; }
+
+private:
+    void drain();
+
+    InotifyDescriptor m_descriptor;
+    RawEventQueue& m_queue;
+    int m_stop;
+    int m_mounts;
+    std::thread m_thread;
+};
+
+} // namespace Stemhaven

@@ -1,0 +1,142 @@
+#include "platform/linux/InotifyEventStream.h"
+
+#include "platform/linux/ClosingStreams.h"
+#include "platform/linux/EventClock.h"
+#include "platform/linux/WatchSession.h"
+
+#include <QFile>
+
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace Stemhaven {
+
+class InotifyEventStream::Worker {
+public:
+    Worker(const FileWatchRequest& request, Handler handler, Surroundings surroundings)
+        : m_session(request, surroundings.calls, surroundings.pollInterval, m_queue, m_isStopped),
+          m_handler(std::move(handler)) {}
+
+    /// Waits until everything is watched.
+    static bool start(const std::shared_ptr<Worker>& worker) {
+        std::unique_lock lock(worker->m_mutex);
+        if (worker->m_phase != Phase::New)
+            return false;
+        worker->m_phase = Phase::Starting;
+        worker->m_thread = std::thread([worker] { worker->run(); });
+        worker->m_phaseChange.wait(lock, [&] { return worker->m_phase != Phase::Starting; });
+        return worker->m_phase == Phase::Running;
+    }
+
+    void stop() {
+        std::thread thread;
+        {
+            const std::lock_guard lock(m_mutex);
+            m_isStopped = true;
+            m_queue.close();
+            if (m_phase == Phase::Starting || m_phase == Phase::Running)
+                m_closing.emplace();
+            m_phase = Phase::Stopped;
+            if (m_thread.get_id() != std::this_thread::get_id())
+                thread.swap(m_thread);
+        }
+        m_phaseChange.notify_all();
+        if (thread.joinable())
+            thread.join();
+    }
+
+    /// The stream is destroyed by its own handler: the thread ends alone.
+    void abandon() {
+        const std::lock_guard lock(m_mutex);
+        if (m_thread.joinable())
+            m_thread.detach();
+    }
+
+    RootState state(const QString& root) const {
+        QString path = root;
+        if (path.size() > 1 && path.endsWith(QLatin1Char('/')))
+            path.chop(1);
+        return m_session.state(QFile::encodeName(path).toStdString());
+    }
+
+private:
+    enum class Phase { New, Starting, Running, Stopped };
+
+    void run() {
+        if (begin())
+            loop();
+        const std::lock_guard lock(m_mutex);
+        m_closing.reset();
+    }
+
+    bool begin() {
+        const bool isWatching = m_session.begin();
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_phase == Phase::Starting)
+                m_phase = isWatching ? Phase::Running : Phase::Stopped;
+        }
+        m_phaseChange.notify_all();
+        return isWatching;
+    }
+
+    void loop() {
+        while (!m_isStopped) {
+            m_session.handle(m_queue.wait(m_session.deadline()));
+            m_session.tick();
+            const auto batch = m_session.takeDue();
+            if (!batch.isEmpty() && !m_isStopped)
+                m_handler(batch);
+        }
+    }
+
+    std::atomic<bool> m_isStopped = false;
+    RawEventQueue m_queue;
+    WatchSession m_session;
+    Handler m_handler;
+    std::mutex m_mutex;
+    std::condition_variable m_phaseChange;
+    Phase m_phase = Phase::New;
+    std::optional<ClosingStreams::Hold> m_closing;
+    std::thread m_thread;
+};
+
+InotifyEventStream::InotifyEventStream(
+    const FileWatchRequest& request, Handler handler, Surroundings surroundings)
+    : m_worker(std::make_shared<Worker>(request, std::move(handler), surroundings)) {}
+
+InotifyEventStream::~InotifyEventStream() {
+    m_worker->stop();
+    m_worker->abandon();
+}
+
+bool InotifyEventStream::start() {
+    return Worker::start(m_worker);
+}
+
+void InotifyEventStream::stop() {
+    m_worker->stop();
+}
+
+FileEventStream::RootState InotifyEventStream::stateOf(const QString& root) const {
+    return m_worker->state(root);
+}
+
+std::unique_ptr<FileEventStream> FileEventStream::create(const FileWatchRequest& request, Handler handler) {
+    return std::make_unique<InotifyEventStream>(
+        request, std::move(handler), InotifyEventStream::Surroundings{});
+}
+
+std::uint64_t FileEventStream::currentEventID() {
+    return EventClock::instance().next();
+}
+
+bool FileEventStream::earlierStreamIsClosing() {
+    return ClosingStreams::any();
+}
+
+} // namespace Stemhaven

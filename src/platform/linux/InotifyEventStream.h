@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/FileEventStream.h"
+#include "platform/linux/InotifyCalls.h"
+
+#include <chrono>
+#include <memory>
+
+namespace Stemhaven {
+
+/// The stream of Linux: inotify where the system tells events, a look every few seconds where it does not.
+///
+/// One thread drains the descriptor; a second one keeps the watches, looks at the disk and calls the handler.
+class InotifyEventStream : public FileEventStream {
+public:
+    struct Surroundings {
+        InotifyCalls& calls = InotifyCalls::system();
+        std::chrono::milliseconds pollInterval{5000};
+    };
+
+    InotifyEventStream(const FileWatchRequest& request, Handler handler, Surroundings surroundings);
+    /// May be called from the handler.
+    ~InotifyEventStream() override;
+    InotifyEventStream(const InotifyEventStream&) = delete;
+    InotifyEventStream& operator=(const InotifyEventStream&) = delete;
+
+    bool start() override;
+    void stop() override;
+    RootState stateOf(const QString& root) const override;
+
+private:
+    class Worker;
+
+    /// The thread holds it as well: it outlives a stream that is destroyed by its own handler.
+    std::shared_ptr<Worker> m_worker;
+};
+
+} // namespace Stemhaven

@@ -1,0 +1,63 @@
+#include "platform/linux/RawEventQueue.h"
+
+#include <sys/inotify.h>
+
+#include <utility>
+
+namespace Stemhaven {
+
+namespace {
+
+/// Some tens of megabytes. A reader of the events that is so far behind had better look at the disk.
+constexpr std::size_t capacity = 500'000;
+
+} // namespace
+
+void RawEventQueue::push(std::vector<RawEvent> events) {
+    if (events.empty())
+        return;
+    {
+        const std::lock_guard lock(m_mutex);
+        auto& waiting = m_taken.events;
+        for (auto& event : events) {
+            if (waiting.empty() || waiting.back() != event)
+                waiting.push_back(std::move(event));
+        }
+        if (waiting.size() > capacity)
+            waiting = {RawEvent{-1, IN_Q_OVERFLOW, 0, {}}};
+    }
+    m_arrival.notify_one();
+}
+
+void RawEventQueue::noteMountsChanged() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_taken.mountsChanged = true;
+    }
+    m_arrival.notify_one();
+}
+
+void RawEventQueue::close() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isClosed = true;
+    }
+    m_arrival.notify_one();
+}
+
+RawEventQueue::Taken
+RawEventQueue::wait(const std::optional<std::chrono::steady_clock::time_point>& deadline) {
+    std::unique_lock lock(m_mutex);
+    if (deadline)
+        m_arrival.wait_until(lock, *deadline, [this] { return isReady(); });
+    else
+        m_arrival.wait(lock, [this] { return isReady(); });
+    return std::exchange(m_taken, {});
+}
+
+void RawEventQueue::clear() {
+    const std::lock_guard lock(m_mutex);
+    m_taken.events.clear();
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,291 @@
+#include "platform/linux/RootSet.h"
+
+#include "platform/linux/MountPoints.h"
+#include "platform/linux/PathText.h"
+
+#include <QDebug>
+#include <QFile>
+
+#include <algorithm>
+#include <fstream>
+#include <utility>
+
+namespace Stemhaven {
+
+namespace {
+
+/// File systems that round times do so to at most this many nanoseconds.
+constexpr std::uint64_t coarsestTime = 2'000'000'000;
+
+std::uint64_t withMargin(std::uint64_t moment) {
+    return moment - std::min(moment, coarsestTime);
+}
+
+std::string lowestExistingAbove(const std::string& path) {
+    std::string folder(parentOf(path));
+    while (!folder.empty() && !FolderIdentity::of(folder, true))
+        folder = parentOf(folder);
+    return folder;
+}
+
+} // namespace
+
+RootSet::RootSet(
+    std::vector<std::string> roots, std::chrono::milliseconds pollInterval, std::uint64_t missingSince,
+    Tools tools)
+    : m_tools(tools),
+      m_pollInterval(pollInterval) {
+    for (auto& path : roots) {
+        Root root;
+        root.path = std::move(path);
+        root.lostAt = missingSince;
+        m_states[root.path] = State::Missing;
+        m_roots.push_back(std::move(root));
+    }
+}
+
+void RootSet::begin(std::optional<std::uint64_t> since) {
+    m_mountPoints = currentMountPoints();
+    m_lookouts.clear();
+    for (auto& root : m_roots) {
+        if (root.poller)
+            continue;
+        if (FolderIdentity::of(root.path, true)) {
+            establish(root, since);
+            if (since)
+                search(root);
+        } else {
+            setState(root, State::Missing);
+        }
+    }
+    lookOut();
+}
+
+void RootSet::establish(Root& root, std::optional<std::uint64_t> since) {
+    root.identity = FolderIdentity::of(root.path, true);
+    root.poller.reset();
+    if (since)
+        since = withMargin(*since);
+    if (root.isBeyondLimit || !m_tools.calls.tellsEvents(root.path.c_str())) {
+        beginPolling(root, since);
+        return;
+    }
+    try {
+        beginWatching(root, since);
+    } catch (const WatchLimitReached&) {
+        m_tools.watcher.release(root.path);
+        logLimit();
+        root.isBeyondLimit = true;
+        beginPolling(root, since);
+    }
+}
+
+void RootSet::beginWatching(Root& root, std::optional<std::uint64_t> since) {
+    m_tools.watcher.watch(root.path, WatchRootPath);
+    m_tools.watcher.watchTree(root.path, [&](const std::string& bundle, std::uint64_t fileID, bool) {
+        if (since && BundleStamp::of(bundle).newest >= *since)
+            m_tools.events.add(bundle, fileID, FileEvent::ItemModified);
+    });
+    // A root that cannot be read is as good as missing.
+    setState(root, m_tools.table.find(root.path) ? State::Watched : State::Missing);
+}
+
+void RootSet::beginPolling(Root& root, std::optional<std::uint64_t> since) {
+    if (root.state != State::Polled)
+        qWarning() << "No file system events for folder. It is looked through every few seconds: "
+                   << QFile::decodeName(root.path.c_str());
+    root.poller.emplace(root.path, m_tools.names, m_pollInterval, m_tools.stop);
+    root.poller->begin(since, m_tools.events);
+    setState(root, State::Polled);
+}
+
+bool RootSet::contains(const std::string& path) const {
+    return std::any_of(m_roots.begin(), m_roots.end(), [&](const Root& root) { return root.path == path; });
+}
+
+void RootSet::check() {
+    checkMoved({});
+}
+
+void RootSet::checkMoved(const std::string& path) {
+    for (auto& root : m_roots) {
+        if (root.state == State::Watched && FolderIdentity::of(root.path, true) != root.identity)
+            lose(root, root.path == path ? FileEvent::ItemRenamed : 0U);
+    }
+    for (auto& root : m_roots) {
+        if (root.state == State::Missing && !root.poller && FolderIdentity::of(root.path, true))
+            comeBack(root);
+    }
+    lookOut();
+}
+
+void RootSet::checkAt(const std::string& path) {
+    const bool concernsRoot = std::any_of(
+        m_roots.begin(), m_roots.end(), [&](const Root& root) { return isAtOrBelow(root.path, path); });
+    if (concernsRoot)
+        check();
+}
+
+void RootSet::checkMounts() {
+    auto mountPoints = currentMountPoints();
+    std::vector<std::string> changed;
+    std::set_symmetric_difference(
+        mountPoints.begin(), mountPoints.end(), m_mountPoints.begin(), m_mountPoints.end(),
+        std::back_inserter(changed));
+    m_mountPoints = std::move(mountPoints);
+    check();
+    for (auto& root : m_roots) {
+        const bool isInside = std::any_of(changed.begin(), changed.end(), [&](const std::string& mount) {
+            return mount.starts_with(entryOf(root.path, ""));
+        });
+        if (!isInside || root.state != State::Watched)
+            continue;
+        m_tools.watcher.release(root.path);
+        establish(root, m_tools.clock.wallTime());
+        search(root);
+    }
+    lookOut();
+}
+
+std::vector<std::string> RootSet::leave(const std::string& folder) {
+    std::vector<std::string> left;
+    for (auto& root : m_roots) {
+        if (root.state != State::Watched || !isAtOrBelow(root.path, folder))
+            continue;
+        lose(root, root.path == folder ? FileEvent::ItemRenamed : 0U);
+        left.push_back(root.path);
+    }
+    if (!left.empty())
+        lookOut();
+    return left;
+}
+
+void RootSet::lose(Root& root, std::uint32_t flags) {
+    m_tools.watcher.release(root.path);
+    setState(root, State::Missing);
+    root.lostAt = m_tools.clock.wallTime();
+    search(root, flags);
+}
+
+void RootSet::comeBack(Root& root) {
+    establish(root, root.lostAt);
+    if (root.state == State::Missing)
+        return;
+    if (m_tools.names.isBundle(root.path))
+        m_tools.events.add(root.path, root.identity.inode, FileEvent::ItemCreated);
+    search(root);
+}
+
+void RootSet::giveUpWatching(const std::string& path, std::uint64_t since) {
+    logLimit();
+    for (auto& root : m_roots) {
+        if (root.state != State::Watched || !isAtOrBelow(path, root.path))
+            continue;
+        m_tools.watcher.release(root.path);
+        root.isBeyondLimit = true;
+        beginPolling(root, withMargin(since));
+        search(root);
+    }
+    lookOut();
+}
+
+void RootSet::poll() {
+    for (auto& root : m_roots) {
+        if (!root.poller || root.poller->next() > RootPoller::Clock::now())
+            continue;
+        const bool isThere = root.poller->poll(m_tools.events);
+        if (isThere == (root.state == State::Polled))
+            continue;
+        setState(root, isThere ? State::Polled : State::Missing);
+        search(root);
+    }
+}
+
+std::optional<RootPoller::Clock::time_point> RootSet::nextPoll() const {
+    std::optional<RootPoller::Clock::time_point> next;
+    for (const auto& root : m_roots) {
+        if (root.poller)
+            next = next ? std::min(*next, root.poller->next()) : root.poller->next();
+    }
+    return next;
+}
+
+void RootSet::search(const Root& root, std::uint32_t flags) {
+    // There is nothing to be found in a bundle.
+    if (!m_tools.names.isBundle(root.path))
+        flags |= FileEvent::MustScanSubDirs;
+    if (flags != 0)
+        m_tools.events.add(root.path, root.identity.inode, flags);
+}
+
+void RootSet::lookOut() {
+    std::set<std::string> lookouts;
+    for (auto& root : m_roots) {
+        watchAbove(root);
+        if (root.state != State::Missing || root.poller)
+            continue;
+        watchFor(root, lookouts);
+        if (FolderIdentity::of(root.path, true))
+            comeBack(root);
+    }
+    for (const auto& folder : m_lookouts) {
+        if (!lookouts.contains(folder))
+            m_tools.watcher.unwatch(folder, WatchForRoot);
+    }
+    m_lookouts = std::move(lookouts);
+}
+
+void RootSet::watchAbove(const Root& root) {
+    for (std::string folder(parentOf(root.path)); !folder.empty(); folder = parentOf(folder)) {
+        const auto entry = m_tools.table.find(folder);
+        const bool isWatched = entry && (entry.watch->purposes & WatchRootPath) != 0;
+        if (!isWatched && FolderIdentity::of(folder, true))
+            tryToWatch(folder, WatchRootPath);
+    }
+}
+
+void RootSet::watchFor(const Root& root, std::set<std::string>& lookouts) {
+    std::string watched;
+    // When a folder on the way appears before the one above is watched, that one is the wrong place to look.
+    for (std::string lowest = lowestExistingAbove(root.path); !lowest.empty() && lowest != watched;
+         lowest = lowestExistingAbove(root.path)) {
+        tryToWatch(lowest, WatchForRoot);
+        lookouts.insert(lowest);
+        watched = lowest;
+    }
+}
+
+void RootSet::tryToWatch(const std::string& folder, unsigned purpose) {
+    try {
+        m_tools.watcher.watch(folder, purpose);
+    } catch (const WatchLimitReached&) {
+        logLimit();
+    }
+}
+
+void RootSet::setState(Root& root, State state) {
+    root.state = state;
+    const std::lock_guard lock(m_statesMutex);
+    m_states[root.path] = state;
+}
+
+RootSet::State RootSet::state(const std::string& root) const {
+    const std::lock_guard lock(m_statesMutex);
+    const auto found = m_states.find(root);
+    return found == m_states.end() ? State::Missing : found->second;
+}
+
+void RootSet::logLimit() {
+    if (std::exchange(m_isLimitLogged, true))
+        return;
+    constexpr std::uint64_t usualLimit = 524'288;
+    std::uint64_t limit = 0;
+    std::ifstream("/proc/sys/fs/inotify/max_user_watches") >> limit;
+    const std::uint64_t better = std::max(usualLimit, 2 * limit);
+    qWarning().noquote()
+        << "The system's limit of watched folders is reached. Folders that do not fit are looked "
+           "through every few seconds. To avoid it, raise the limit: sysctl fs.inotify.max_user_watches="
+        << better;
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "platform/FileEventStream.h"
+#include "platform/linux/EventCoalescer.h"
+#include "platform/linux/FolderReading.h"
+#include "platform/linux/InotifyCalls.h"
+#include "platform/linux/RootPoller.h"
+#include "platform/linux/TreeWatcher.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Stemhaven {
+
+/// Keeps each root watched, or polled where it cannot be watched, and looks out for those that are missing.
+///
+/// A root is anything that is followed with all below it: a folder of the user's, or a single project
+/// elsewhere. Everything but state() is called on the stream's thread.
+class RootSet {
+public:
+    using State = FileEventStream::RootState;
+
+    struct Tools {
+        InotifyCalls& calls;
+        const BundleNames& names;
+        WatchTable& table;
+        TreeWatcher& watcher;
+        EventCoalescer& events;
+        EventClock& clock;
+        const std::atomic<bool>& stop;
+    };
+
+    /// A root that is missing at first counts as missing since that moment.
+    RootSet(
+        std::vector<std::string> roots, std::chrono::milliseconds pollInterval, std::uint64_t missingSince,
+        Tools tools);
+
+    /// Begins anew with all roots. With a moment, each bundle that was changed since then is reported, and
+    /// each root is to be searched.
+    void begin(std::optional<std::uint64_t> since);
+
+    bool contains(const std::string& path) const;
+
+    /// Something happened to a root or to a folder above one: finds out what.
+    void check();
+    /// The same after the folder at this path was itself moved.
+    void checkMoved(const std::string& path);
+    /// The same after something came to path or went away, which matters only if a root is there or below.
+    void checkAt(const std::string& path);
+
+    /// Something was mounted or unmounted.
+    void checkMounts();
+
+    /// The folder was moved away, so the roots at or below it are missing: these are returned.
+    std::vector<std::string> leave(const std::string& folder);
+
+    /// The system gave no more watches for this path: its root is polled from now on, and what was changed
+    /// since then is reported.
+    void giveUpWatching(const std::string& path, std::uint64_t since);
+
+    void poll();
+    std::optional<RootPoller::Clock::time_point> nextPoll() const;
+
+    /// Of a path without a trailing "/". Safe from any thread.
+    State state(const std::string& root) const;
+
+private:
+    struct Root {
+        std::string path;
+        State state = State::Missing;
+        FolderIdentity identity;
+        std::uint64_t lostAt = 0;
+        bool isBeyondLimit = false;
+        std::optional<RootPoller> poller;
+    };
+
+    void establish(Root& root, std::optional<std::uint64_t> since);
+    void beginWatching(Root& root, std::optional<std::uint64_t> since);
+    void beginPolling(Root& root, std::optional<std::uint64_t> since);
+    void lose(Root& root, std::uint32_t flags);
+    void comeBack(Root& root);
+    void setState(Root& root, State state);
+    void search(const Root& root, std::uint32_t flags = 0);
+    void lookOut();
+    void watchAbove(const Root& root);
+    void watchFor(const Root& root, std::set<std::string>& lookouts);
+    void tryToWatch(const std::string& folder, unsigned purpose);
+    void logLimit();
+
+    Tools m_tools;
+    std::chrono::milliseconds m_pollInterval;
+    std::vector<Root> m_roots;
+    std::set<std::string> m_mountPoints;
+    /// Where roots that are missing are looked for.
+    std::set<std::string> m_lookouts;
+    bool m_isLimitLogged = false;
+    mutable std::mutex m_statesMutex;
+    std::map<std::string, State> m_states;
+};
+
+} // namespace Stemhaven
