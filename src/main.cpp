@@ -102,7 +102,9 @@ std::unique_ptr<QLockFile> lockProfile() {
 class DatabaseGuard {
 public:
     DatabaseGuard() = default;
+
     ~DatabaseGuard() { Stemhaven::TaskManager::instance().shutDown(); }
+
     DatabaseGuard(const DatabaseGuard&) = delete;
     DatabaseGuard& operator=(const DatabaseGuard&) = delete;
 };
@@ -169,7 +171,9 @@ int run(int argc, char** argv) {
     if (commandLine.isSet(screenshotOption))
         screenshot.emplace(window, commandLine.value(screenshotOption));
     window.show();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    Stemhaven::ProjectMonitor::stop();
+    return status;
 }
 
 } // namespace

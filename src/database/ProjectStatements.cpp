@@ -85,6 +85,27 @@ update(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdate
             escape(details.filename), escape(details.filepath), signature(data), decimal(projectId));
 }
 
+QString selectByFolder(const QString& path) {
+    return QStringLiteral(
+               "SELECT project_id, filename, filepath, name FROM projects WHERE filepath LIKE '%1%'")
+        .arg(escape(path));
+}
+
+QString selectByPlace(const ProjectDetails& details) {
+    return QStringLiteral("SELECT project_id, filepath, filename, name FROM projects WHERE name='%1' AND "
+                          "filename='%2' AND "
+                          "filepath='%3'")
+        .arg(escape(details.name), escape(details.filename), escape(details.filepath));
+}
+
+QString move(const ProjectDetails& details, long long projectId) {
+    return QStringLiteral(
+               "UPDATE projects SET filename='%1', filepath='%2', name='%3', SUFID='%4' WHERE project_id=%5")
+        .arg(
+            escape(details.filename), escape(details.filepath), escape(details.name),
+            details.sufid.toString(), decimal(projectId));
+}
+
 QString giveUpIdentity(long long projectId) {
     return QStringLiteral("UPDATE projects SET SUFID=NULL WHERE project_id=%1").arg(decimal(projectId));
 }

@@ -23,6 +23,13 @@ QString insert(const ProjectDetails& details, const ProjectData& data, qint64 la
 QString
 update(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated, long long projectId);
 
+/// Records whose folder path contains path: more than those below it, as "_" and "%" in it stand for other
+/// text too.
+QString selectByFolder(const QString& path);
+QString selectByPlace(const ProjectDetails& details);
+/// Moves a record to where the bundle is now.
+QString move(const ProjectDetails& details, long long projectId);
+
 /// Takes the identity from a record whose number the file system has given to another bundle.
 QString giveUpIdentity(long long projectId);
 

@@ -19,20 +19,19 @@
 namespace Stemhaven {
 
 BundleCheck::BundleCheck(
-    TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, ProjectDetails details,
-    WrittenCallback onWritten)
+    TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, ProjectDetails details, Callbacks callbacks)
     : m_tasks(tasks),
       m_checks(std::move(checks)),
       m_details(std::move(details)),
-      m_onWritten(std::move(onWritten)) {}
+      m_callbacks(std::move(callbacks)) {}
 
 std::shared_ptr<BundleCheck> BundleCheck::begin(
     TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, const ProjectDetails& details,
-    WrittenCallback onWritten) {
+    Callbacks callbacks) {
     if (!checks->begin(details))
         return nullptr;
     return std::shared_ptr<BundleCheck>(
-        new BundleCheck(tasks, std::move(checks), details, std::move(onWritten)));
+        new BundleCheck(tasks, std::move(checks), details, std::move(callbacks)));
 }
 
 BundleCheck::~BundleCheck() {
@@ -58,8 +57,8 @@ void BundleCheck::start() {
         else
             sufidKnown(done, records);
     });
-    task->setSqlErrorCallback([self = shared_from_this()](const TaskPointer&, const DbException& error) {
-        qCritical() << "Could not select projects matching SUFID!" << error;
+    task->setSqlErrorCallback([this, self = shared_from_this()](const TaskPointer&, const DbException&) {
+        databaseFailed(QStringLiteral("Could not select projects matching SUFID!"));
     });
     m_tasks.addTask(task);
 }
@@ -161,8 +160,8 @@ void BundleCheck::lookUpNote(const TaskPointer& task, const Note& note) {
                  unescape(query->value(2).toString())},
                 note);
         });
-    select->setSqlErrorCallback([self = shared_from_this()](const TaskPointer&, const DbException&) {
-        qCritical() << "Could not select matching SUFID matches for Stemhaven.plist!";
+    select->setSqlErrorCallback([this, self = shared_from_this()](const TaskPointer&, const DbException&) {
+        databaseFailed(QStringLiteral("Could not select matching SUFID matches for Stemhaven.plist!"));
     });
     m_tasks.addTask(select, task);
 }
@@ -206,8 +205,8 @@ void BundleCheck::lookUpPath(const TaskPointer& task) {
             qDebug() << "Found project_id match from Stemhaven.plist: " << id;
             update(done, static_cast<long long>(id));
         });
-    select->setSqlErrorCallback([self = shared_from_this()](const TaskPointer&, const DbException&) {
-        qCritical() << "Could not select matching filepath/filename";
+    select->setSqlErrorCallback([this, self = shared_from_this()](const TaskPointer&, const DbException&) {
+        databaseFailed(QStringLiteral("Could not select matching filepath/filename"));
     });
     m_tasks.addTask(select, task);
 }
@@ -216,9 +215,11 @@ void BundleCheck::insert(const TaskPointer& task) {
     skippingUnreadable("Skipping... Could not read project data for new project: ", [&] {
         m_tasks.addProject(
             m_details, task,
-            [this, self = shared_from_this()](const TaskPointer&, long long) { m_onWritten(m_details); },
-            [self = shared_from_this()](const DbException&) {
-                qCritical() << "Could not insert new project record!";
+            [this, self = shared_from_this()](const TaskPointer&, long long) {
+                m_callbacks.written(m_details);
+            },
+            [this, self = shared_from_this()](const DbException&) {
+                databaseFailed(QStringLiteral("Could not insert new project record!"));
             });
     });
 }
@@ -229,17 +230,23 @@ void BundleCheck::update(const TaskPointer& task, long long projectId) {
             m_details, projectId, task,
             [this, self = shared_from_this()](const TaskPointer&, long long) {
                 qDebug() << "Found moved/renamed project during search: " << m_details;
-                m_onWritten(m_details);
+                m_callbacks.written(m_details);
             },
-            [self = shared_from_this(), projectId](const DbException&) {
-                qCritical().noquote()
-                    << QStringLiteral("Could not update project record. project_id:%1").arg(projectId);
+            [this, self = shared_from_this(), projectId](const DbException&) {
+                databaseFailed(
+                    QStringLiteral("Could not update project record. project_id:%1").arg(projectId));
             });
     });
 }
 
 void BundleCheck::skippingUnreadable(const char* what, const std::function<void()>& body) const {
-    loggingFailures(QLatin1String(what) + m_details.bundlePath(), body);
+    if (!loggingFailures(QLatin1String(what) + m_details.bundlePath(), body))
+        m_callbacks.unreadable(m_details);
+}
+
+void BundleCheck::databaseFailed(const QString& what) const {
+    qCritical().noquote() << what;
+    m_callbacks.databaseFailed(m_details);
 }
 
 } // namespace Stemhaven

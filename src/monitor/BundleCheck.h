@@ -27,13 +27,17 @@ class TaskManager;
 /// checked.
 class BundleCheck : public std::enable_shared_from_this<BundleCheck> {
 public:
-    /// Called on the GUI thread when the record has been written.
-    using WrittenCallback = std::function<void(const ProjectDetails&)>;
+    /// What a check comes to, told on the GUI thread. A bundle that is to have no record is none of these.
+    struct Callbacks {
+        std::function<void(const ProjectDetails&)> written;
+        std::function<void(const ProjectDetails&)> unreadable;
+        std::function<void(const ProjectDetails&)> databaseFailed;
+    };
 
     /// Null when the bundle is being checked already.
     static std::shared_ptr<BundleCheck> begin(
         TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, const ProjectDetails& details,
-        WrittenCallback onWritten);
+        Callbacks callbacks);
 
     ~BundleCheck();
     BundleCheck(const BundleCheck&) = delete;
@@ -55,7 +59,7 @@ private:
 
     BundleCheck(
         TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, ProjectDetails details,
-        WrittenCallback onWritten);
+        Callbacks callbacks);
 
     void sufidKnown(const TaskPointer& task, const QList<Record>& records);
     void logDuplicates(const TaskPointer& task, const Record& chosen, const QList<Record>& records);
@@ -66,11 +70,12 @@ private:
     void insert(const TaskPointer& task);
     void update(const TaskPointer& task, long long projectId);
     void skippingUnreadable(const char* what, const std::function<void()>& body) const;
+    void databaseFailed(const QString& what) const;
 
     TaskManager& m_tasks;
     std::shared_ptr<ChecksInProgress> m_checks;
     ProjectDetails m_details;
-    WrittenCallback m_onWritten;
+    Callbacks m_callbacks;
 };
 
 } // namespace Stemhaven

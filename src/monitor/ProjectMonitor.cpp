@@ -1,23 +1,26 @@
 #include "monitor/ProjectMonitor.h"
 
 #include "app/SettingsKeys.h"
+#include "app/Shutdown.h"
 #include "app/errors/DbException.h"
+#include "app/errors/ErrorHandler.h"
 #include "app/errors/Guarded.h"
 #include "database/DatabaseInit.h"
 #include "database/ProjectPaths.h"
-#include "database/QueryTask.h"
-#include "database/RootPathStatements.h"
 #include "database/SimpleTask.h"
-#include "database/SqlText.h"
 #include "database/TaskManager.h"
 #include "monitor/BundleCheck.h"
+#include "monitor/MoveResolution.h"
+#include "monitor/ReplayPosition.h"
+#include "monitor/WatchedFoldersQuery.h"
+#include "project/BundleSuffixes.h"
 
 #include <QDebug>
 #include <QFileInfo>
 #include <QPointer>
 #include <QSettings>
-#include <QSqlQuery>
-#include <QVariant>
+#include <QThreadPool>
+#include <QTimer>
 
 namespace Stemhaven {
 
@@ -50,8 +53,16 @@ QStringList ProjectMonitor::getRootSearchPaths() {
     return instance().rootSearchPaths();
 }
 
-ProjectMonitor::ProjectMonitor(TaskManager& tasks) : m_tasks(tasks), m_search(searchCallbacks()) {
+ProjectMonitor::ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds latency)
+    : m_tasks(tasks),
+      m_latency(latency),
+      m_rechecks(latency, [this](const QString& bundlePath) { directoryChanged(bundlePath, true); }),
+      m_search(searchCallbacks()) {
     // Used here, the settings are still there for the destructor at the end of the process.
+    // What happens from now on is replayed by the next start at the latest, also where no event comes before
+    // it.
+    if (ReplayPosition::stored() == FileWatchRequest::sinceNow)
+        ReplayPosition::advanceTo(FileEventStream::currentEventID());
     m_searchOwed = QSettings().value(SettingsKeys::searchWasInProgress, false).toBool();
     m_rootPathsDatabaseTime = QFileInfo(tasks.rootPathsPath()).fileTime(QFileDevice::FileModificationTime);
 
@@ -72,8 +83,9 @@ ProjectMonitor::ProjectMonitor(TaskManager& tasks) : m_tasks(tasks), m_search(se
 ProjectMonitor::~ProjectMonitor() {
     loggingFailures(QStringLiteral("Project Monitor destructor failed"), [this] {
         rememberUnsettledSearch();
-        stopMonitoring();
+        stopFilesystemEventStream();
         qDebug() << "ProjectMonitor: Shutting down...";
+        ReplayPosition::settle(m_moves.oldestEventID());
     });
 }
 
@@ -84,6 +96,13 @@ void ProjectMonitor::rememberUnsettledSearch() const {
 QStringList ProjectMonitor::rootSearchPaths() const {
     const std::lock_guard lock(m_mutex);
     return m_folders.roots();
+}
+
+FileEventStream::RootState ProjectMonitor::stateOfRoot(const QString& root) const {
+    if (m_stream)
+        return m_stream->stateOf(root);
+    return QFileInfo::exists(root) ? FileEventStream::RootState::Watched
+                                   : FileEventStream::RootState::Missing;
 }
 
 bool ProjectMonitor::isSearching() const {
@@ -101,21 +120,153 @@ void ProjectMonitor::start() {
         updateWatchedDirs(false);
         return;
     }
+    if (m_stream)
+        return;
+    initializeFilesystemEventStream();
+    if (!m_stream)
+        return;
+    // On the pool: setting the watches of a large library takes longer than the GUI thread may wait.
+    const QPointer<ProjectMonitor> self(this);
+    QThreadPool::globalInstance()->start([self, stream = m_stream] {
+        const bool started = stream->start();
+        Shutdown::post([self, stream, started] {
+            if (self)
+                self->streamStarted(stream, started);
+        });
+    });
+}
+
+void ProjectMonitor::streamStarted(const std::shared_ptr<FileEventStream>& stream, bool started) {
+    if (stream != m_stream)
+        return;
+    if (!started) {
+        m_stream.reset();
+        const Exception error(QStringLiteral("Could not initialize project monitoring event stream!"));
+        qCritical() << error;
+        ErrorHandler::instance().reportError(tr("Could not start project monitor!"), error, QtCriticalMsg);
+        return;
+    }
     m_running = true;
+    qInfo() << "Project monitoring event stream started!";
     emit wasStarted();
 }
 
 void ProjectMonitor::stopMonitoring() {
     qDebug() << "ProjectMonitor: Stopping...";
-    m_running = false;
-    emit wasStopped();
+    stopFilesystemEventStream();
 }
 
 void ProjectMonitor::restartMonitoring() {
     emit isRestarting();
     qDebug() << "ProjectMonitor: Restarting...";
-    stopMonitoring();
+    stopFilesystemEventStream();
     start();
+}
+
+void ProjectMonitor::initializeFilesystemEventStream() {
+    FileWatchRequest request;
+    {
+        const std::lock_guard lock(m_mutex);
+        request.roots = m_folders.roots();
+        request.ancestors = QStringList(m_folders.ancestors().begin(), m_folders.ancestors().end());
+        if (!request.ancestors.isEmpty()) {
+            for (const auto& bundle : std::as_const(m_knownPaths)) {
+                if (!m_folders.isBelowRoot(bundle))
+                    request.strayBundles.append(bundle);
+            }
+        }
+    }
+    if (request.roots.isEmpty() && request.ancestors.isEmpty())
+        return;
+    qDebug() << "Starting project monitoring event stream to monitor paths: " << request.roots;
+    if (FileEventStream::earlierStreamIsClosing()) {
+        qWarning()
+            << "The previous event stream is still being cleaned up. Project monitor will try to start again "
+               "later...";
+        startLater();
+        return;
+    }
+    request.bundleSuffixes = bundleSuffixes();
+    request.sinceEventID = ReplayPosition::stored();
+    request.latency = m_latency;
+    m_stream =
+        FileEventStream::create(request, [this](const QList<FileEvent>& events) { takeEvents(events); });
+}
+
+void ProjectMonitor::startLater() {
+    constexpr std::chrono::milliseconds untilClosed(200);
+    QTimer::singleShot(untilClosed, this, [this] {
+        loggingFailures(QStringLiteral("Could not start project monitor!"), [this] { start(); });
+    });
+}
+
+void ProjectMonitor::stopFilesystemEventStream() {
+    m_running = false;
+    emit wasStopped();
+    if (!m_stream)
+        return;
+    qInfo() << "Stopping project monitoring event stream...";
+    // Not under the lock: the stream may be waiting for it to deliver a batch.
+    m_stream->stop();
+    m_stream.reset();
+}
+
+void ProjectMonitor::takeEvents(const QList<FileEvent>& events) {
+    loggingFailures(QStringLiteral("ProjectMonitor: event callback failed!"), [&] {
+        m_moves.startBatch();
+        EventBatch batch;
+        {
+            const std::lock_guard lock(m_mutex);
+            batch = filterEvents(
+                events, m_folders, [this](unsigned long long fileID) { return m_moves.contains(fileID); });
+        }
+        m_moves.add(batch.moves);
+        takeBatch(batch);
+    });
+}
+
+void ProjectMonitor::takeBatch(const EventBatch& batch) {
+    for (const auto& root : batch.renamedRoots)
+        QMetaObject::invokeMethod(
+            this, [this, root] { emit rootSearchPathChanged(root); }, Qt::QueuedConnection);
+    if (batch.lastEventID != 0)
+        ReplayPosition::advanceTo(batch.lastEventID);
+    updateMovedOrRenamedPaths();
+    // Once the stream is being stopped its thread is waited for, and must not wait for callbacks itself.
+    const auto giveUp = [this] {
+        return !m_running || Shutdown::hasBegun();
+    };
+    for (const auto& bundle : batch.changedBundles) {
+        m_checks->waitForRoom(mostChecksAtOnce, giveUp);
+        directoryChanged(bundle, true);
+    }
+    if (batch.needsSearch)
+        searchForProjects(false);
+}
+
+void ProjectMonitor::updateMovedOrRenamedPaths() {
+    const auto moves = m_moves.all();
+    if (moves.isEmpty())
+        return;
+    qDebug() << "ProjectMonitor: Beginning update of moved or renamed paths";
+    const QPointer<ProjectMonitor> self(this);
+    const auto resolution = std::make_shared<MoveResolution>(
+        m_tasks,
+        MoveResolution::Callbacks{
+            [self](unsigned long long fileID) {
+                if (self)
+                    self->m_moves.remove(fileID);
+            },
+            [self] {
+                if (self)
+                    emit self->projectsDbModified();
+            },
+            [self](const QString& bundlePath) {
+                if (self)
+                    self->directoryChanged(bundlePath, true);
+            }});
+    for (const auto& move : moves)
+        resolution->resolve(move);
 }
 
 void ProjectMonitor::loadProjectPaths(const std::function<void()>& continuation) {
@@ -145,54 +296,26 @@ void ProjectMonitor::loadProjectPaths(const std::function<void()>& continuation)
 void ProjectMonitor::updateWatchedDirs(bool startWhenDone) {
     m_updateRequested = false;
     m_searchOwed = m_searchOwed || !startWhenDone;
-    auto task = std::make_shared<QueryTask>(RootPathStatements::selectAll(), m_tasks.rootPathsDatabase());
     const QPointer<ProjectMonitor> self(this);
-    task->setQueryCallback(
-        [self, startWhenDone](const std::shared_ptr<Task>& done, int rows, QSqlQuery* query) {
-            if (!self)
-                return;
-            self->takeRoots(*query);
-            if (rows > 0) {
-                self->findAncestors(done, startWhenDone);
-                return;
-            }
-            self->m_searchOwed = false;
-            qCritical() << "Could not retrieve root project search paths!";
-        });
-    task->setSqlErrorCallback([](const std::shared_ptr<Task>&, const DbException& error) {
-        qCritical() << "Could not retrieve root project search paths!" << error;
+    const std::lock_guard lock(m_mutex);
+    queryWatchedFolders(m_tasks, m_knownPaths, [self, startWhenDone](const WatchedFolders& folders) {
+        if (self)
+            self->takeFolders(folders, startWhenDone);
     });
-    m_tasks.addTask(task);
 }
 
-void ProjectMonitor::takeRoots(QSqlQuery& query) {
-    stopMonitoring();
-    const std::lock_guard lock(m_mutex);
-    m_folders = {};
-    while (query.next())
-        m_folders.addRoot(unescape(query.value(QStringLiteral("root_search_path")).toString()));
-}
-
-void ProjectMonitor::findAncestors(const std::shared_ptr<Task>& parent, bool startWhenDone) {
-    const auto ancestors = std::make_shared<QSet<QString>>();
-    const std::lock_guard lock(m_mutex);
-    auto task = std::make_shared<SimpleTask>([ancestors, folders = m_folders, known = m_knownPaths] {
-        *ancestors = folders.ancestorsOfStrays(known);
-    });
-    const QPointer<ProjectMonitor> self(this);
-    task->setSuccessCallback([self, ancestors, startWhenDone](const std::shared_ptr<Task>&) {
-        if (!self)
-            return;
-        {
-            const std::lock_guard innerLock(self->m_mutex);
-            self->m_folders.setAncestors(*ancestors);
-        }
-        if (startWhenDone)
-            self->start();
-        else
-            self->searchForProjects(true);
-    });
-    m_tasks.addTask(task, parent);
+void ProjectMonitor::takeFolders(const WatchedFolders& folders, bool startWhenDone) {
+    stopFilesystemEventStream();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_folders = folders;
+    }
+    if (folders.roots().isEmpty())
+        m_searchOwed = false;
+    else if (startWhenDone)
+        start();
+    else
+        searchForProjects(true);
 }
 
 void ProjectMonitor::searchForProjects(bool restartWhenDone) {
@@ -211,6 +334,15 @@ ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
         },
         [this](const std::function<bool()>& giveUp) { m_checks->waitForRoom(mostChecksAtOnce, giveUp); },
         [this](const QString& bundlePath) { directoryChanged(bundlePath, false); },
+        [this](int bundlesFound) {
+            QMetaObject::invokeMethod(
+                this,
+                [this, bundlesFound] {
+                    if (isSearching())
+                        emit searchProgressed(bundlesFound);
+                },
+                Qt::QueuedConnection);
+        },
         [this](const QSet<QString>& knownBefore, bool restartWanted) {
             searchWalked(knownBefore, restartWanted);
         },
@@ -222,6 +354,8 @@ void ProjectMonitor::searchWalked(const QSet<QString>& knownBefore, bool restart
     loadProjectPaths([this, knownBefore, restartWanted] {
         m_search.settled();
         rememberUnsettledSearch();
+        if (!isSearching())
+            emit searchEnded();
         bool changed = false;
         {
             const std::lock_guard lock(m_mutex);
@@ -242,16 +376,33 @@ void ProjectMonitor::directoryChanged(const QString& bundlePath, bool fromEvent)
         if (!details.isValid || details.name.startsWith(tr("Untitled")))
             return;
         const QPointer<ProjectMonitor> self(this);
-        const auto check =
-            BundleCheck::begin(m_tasks, m_checks, details, [self, fromEvent](const ProjectDetails&) {
-                if (self && fromEvent)
-                    emit self->projectsDbModified();
-            });
+        const auto check = BundleCheck::begin(
+            m_tasks, m_checks, details,
+            BundleCheck::Callbacks{
+                [self, fromEvent](const ProjectDetails& written) {
+                    if (self)
+                        self->bundleWritten(written, fromEvent);
+                },
+                [self, fromEvent](const ProjectDetails& unreadable) {
+                    if (self && fromEvent)
+                        self->m_rechecks.bundleUnreadable(unreadable.bundlePath());
+                },
+                [self](const ProjectDetails& unanswered) {
+                    if (self)
+                        self->m_rechecks.databaseFailed(unanswered.bundlePath());
+                }});
         if (check)
             check->start();
         else
             qDebug() << "Already checking project: " << details << ". Moving on";
     });
+}
+
+void ProjectMonitor::bundleWritten(const ProjectDetails& details, bool fromEvent) {
+    m_moves.remove(details.sufid.inode);
+    m_rechecks.bundleWritten(details.bundlePath());
+    if (fromEvent)
+        emit projectsDbModified();
 }
 
 void ProjectMonitor::finishedCheckingProject(const ProjectDetails& details) {

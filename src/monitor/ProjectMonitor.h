@@ -1,8 +1,12 @@
 #pragma once
 
 #include "monitor/ChecksInProgress.h"
+#include "monitor/EventFilter.h"
 #include "monitor/ProjectSearch.h"
+#include "monitor/Rechecks.h"
+#include "monitor/UnresolvedMoves.h"
 #include "monitor/WatchedFolders.h"
+#include "platform/FileEventStream.h"
 #include "project/ProjectDetails.h"
 
 #include <QDateTime>
@@ -12,15 +16,13 @@
 #include <QStringList>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
 
-class QSqlQuery;
-
 namespace Stemhaven {
 
-class Task;
 class TaskManager;
 
 /// Keeps the catalogue in step with the disk: finds the bundles below the user's root folders and sees to it
@@ -41,14 +43,21 @@ public:
     static bool isRunning();
     static QStringList getRootSearchPaths();
 
-    /// tasks outlives the monitor.
-    explicit ProjectMonitor(TaskManager& tasks);
+    /// tasks outlives the monitor. latency is how long events are gathered before they are looked at.
+    explicit ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds latency = std::chrono::seconds(3));
     ~ProjectMonitor() override;
 
     void start();
     void stopMonitoring();
     void restartMonitoring();
     QStringList rootSearchPaths() const;
+
+    /// Whether the event stream runs: start() returns before it does. From any thread.
+    bool isWatching() const { return m_running; }
+
+    /// How a root folder is looked after: watched, polled where its events cannot be had, or missing. GUI
+    /// thread.
+    FileEventStream::RootState stateOfRoot(const QString& root) const;
 
     /// Whether a search is going on, or is owed by an earlier run or a request that has not come to it yet.
     /// From any thread.
@@ -72,6 +81,9 @@ public:
     /// From any thread.
     void directoryChanged(const QString& bundlePath, bool fromEvent);
 
+    /// Has the records moved along with what was moved or renamed.
+    void updateMovedOrRenamedPaths();
+
     void finishedCheckingProject(const ProjectDetails& details);
 
 signals:
@@ -83,19 +95,35 @@ signals:
     void databaseInitialized();
     void databaseInitFailed();
 
+    /// A search goes on and has come across this many bundles so far; some ten times a second at most.
+    void searchProgressed(int bundlesFound);
+    /// The search has ended, and what it found is in the database.
+    void searchEnded();
+
 private:
+    void initializeFilesystemEventStream();
+    void streamStarted(const std::shared_ptr<FileEventStream>& stream, bool started);
+    void stopFilesystemEventStream();
+    void startLater();
+    void takeEvents(const QList<FileEvent>& events);
+    void takeBatch(const EventBatch& batch);
+    void bundleWritten(const ProjectDetails& details, bool fromEvent);
+
     ProjectSearch::Callbacks searchCallbacks();
-    void takeRoots(QSqlQuery& query);
-    void findAncestors(const std::shared_ptr<Task>& parent, bool startWhenDone);
+    void takeFolders(const WatchedFolders& folders, bool startWhenDone);
     void searchWalked(const QSet<QString>& knownBefore, bool restartWanted);
     void rememberUnsettledSearch() const;
 
     TaskManager& m_tasks;
+    const std::chrono::milliseconds m_latency;
     mutable std::recursive_mutex m_mutex; // what follows, up to the atomics
     WatchedFolders m_folders;
     QSet<QString> m_knownPaths;
     QDateTime m_rootPathsDatabaseTime;
     std::shared_ptr<ChecksInProgress> m_checks = std::make_shared<ChecksInProgress>();
+    UnresolvedMoves m_moves;
+    Rechecks m_rechecks;                       // GUI thread
+    std::shared_ptr<FileEventStream> m_stream; // GUI thread
     std::atomic<bool> m_running = false;
     std::atomic<bool> m_updateRequested = false;
     std::atomic<bool> m_searchOwed = false;

@@ -12,6 +12,14 @@
 
 namespace Stemhaven {
 
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds betweenReports(100);
+
+} // namespace
+
 ProjectSearch::ProjectSearch(Callbacks callbacks) : m_callbacks(std::move(callbacks)) {}
 
 ProjectSearch::~ProjectSearch() {
@@ -67,8 +75,15 @@ void ProjectSearch::walkRoots(const QSet<QString>& known) {
     const auto giveUp = [this] {
         return m_again || isInterrupted();
     };
+    int found = 0;
+    auto lastReport = Clock::now();
     const FolderWalk walk(
         [&](const QString& bundlePath) {
+            ++found;
+            if (Clock::now() - lastReport >= betweenReports) {
+                lastReport = Clock::now();
+                m_callbacks.progressed(found);
+            }
             if (known.contains(bundlePath))
                 return;
             m_callbacks.waitForRoom(giveUp);

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <mutex>
 
@@ -24,6 +25,8 @@ public:
         /// Blocks while too many checks are under way. Returns early when giveUp says so.
         std::function<void(const std::function<bool()>& giveUp)> waitForRoom;
         std::function<void(const QString& bundlePath)> check;
+        /// Some ten times a second at most.
+        std::function<void(int bundlesFound)> progressed;
         /// The last pass is over; the checks may not be. Answered by a call of settled() when they are.
         std::function<void(const QSet<QString>& knownBefore, bool restartWanted)> walked;
     };

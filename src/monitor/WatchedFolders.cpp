@@ -23,8 +23,14 @@ void WatchedFolders::addRoot(const QString& path) {
     const auto root = withTrailingSlash(path);
     if (root == fileSystemRoot)
         qWarning() << "ProjectMonitor: Root monitoring attempt detected. Ignoring...";
-    else if (!m_roots.contains(root))
+    else if (!m_roots.contains(root)) {
         m_roots.append(root);
+        m_canonicalRoots.append(QFileInfo(root).canonicalFilePath());
+    }
+}
+
+bool WatchedFolders::isRoot(const QString& path) const {
+    return m_roots.contains(path + QLatin1Char('/')) || m_canonicalRoots.contains(path);
 }
 
 bool WatchedFolders::isBelowRoot(const QString& path) const {

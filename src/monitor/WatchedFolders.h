@@ -16,6 +16,10 @@ public:
     const QStringList& roots() const { return m_roots; }
 
     bool isBelowRoot(const QString& path) const;
+    /// path has no trailing "/". A root that was chosen through a link is known by its canonical path too.
+    bool isRoot(const QString& path) const;
+
+    bool isAncestor(const QString& path) const { return m_ancestors.contains(path + QLatin1Char('/')); }
 
     /// The folders above those of the known bundles that lie below no root. Looks at the disk for each such
     /// bundle, so not on the GUI thread.
@@ -30,6 +34,7 @@ public:
 
 private:
     QStringList m_roots;
+    QStringList m_canonicalRoots;
     QSet<QString> m_ancestors;
 };
 

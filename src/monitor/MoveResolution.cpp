@@ -1,0 +1,147 @@
+#include "monitor/MoveResolution.h"
+
+#include "app/errors/DbException.h"
+#include "database/ProjectStatements.h"
+#include "database/QueryTask.h"
+#include "database/SqlText.h"
+#include "database/TaskManager.h"
+
+#include <QDebug>
+#include <QFileInfo>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <utility>
+
+namespace Stemhaven {
+
+MoveResolution::MoveResolution(TaskManager& tasks, Callbacks callbacks)
+    : m_tasks(tasks),
+      m_callbacks(std::move(callbacks)) {}
+
+void MoveResolution::resolve(const ChangedPath& changed) {
+    if (changed.isProject())
+        resolveProject(changed);
+    else
+        resolveFolder(changed);
+}
+
+void MoveResolution::resolveFolder(const ChangedPath& changed) {
+    const auto latest = changed.getLatestPathFound();
+    if (!latest) {
+        qDebug()
+            << "ProjectMonitor: Could not find the latest path for changed directory! Checking next paths";
+        qDebug() << "\tPossible locations: " << changed;
+        return;
+    }
+    const auto priors = changed.getPriorPaths();
+    for (const auto& prior : priors) {
+        auto select = std::make_shared<QueryTask>(
+            ProjectStatements::selectByFolder(prior.path), m_tasks.mainDatabase());
+        select->setQueryCallback([this, self = shared_from_this(), from = prior.path, to = *latest,
+                                  fileID = changed.fileID()](const TaskPointer& task, int, QSqlQuery* query) {
+            while (query->next()) {
+                bool converted = false;
+                const auto id = query->value(0).toULongLong(&converted);
+                if (!converted) {
+                    qWarning() << "ProjectMonitor: Project filepath changed but could not convert projectID "
+                                  "to Uint! "
+                                  "Skipping...";
+                    continue;
+                }
+                const QString path =
+                    unescape(query->value(2).toString()) + unescape(query->value(1).toString());
+                // The pattern finds /a/Music2 for /a/Music too, and takes "_" for any letter.
+                if (!path.startsWith(from + QLatin1Char('/')))
+                    continue;
+                QString newPath = path;
+                newPath.replace(from, to);
+                resolveOne(
+                    task, fileID, ProjectDetails(path), ProjectDetails(newPath), static_cast<long long>(id));
+            }
+        });
+        select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
+            qCritical() << "Could not select projects matching prior paths for filepath resolution!";
+        });
+        m_tasks.addTask(select);
+    }
+}
+
+void MoveResolution::resolveProject(const ChangedPath& changed) {
+    const auto latest = changed.getLatestPath();
+    if (!latest) {
+        qWarning() << "ProjectMonitor: No latest path found for moved/renamed project! Skipping...";
+        return;
+    }
+    const ProjectDetails newDetails(*latest);
+    const auto priors = changed.getPriorPaths();
+    for (const auto& prior : priors) {
+        const auto oldDetails = prior.getProjectDetails();
+        auto select =
+            std::make_shared<QueryTask>(ProjectStatements::selectByPlace(oldDetails), m_tasks.mainDatabase());
+        select->setQueryCallback([this, self = shared_from_this(), oldDetails, newDetails,
+                                  fileID =
+                                      changed.fileID()](const TaskPointer& task, int rows, QSqlQuery* query) {
+            if (rows > 1)
+                qWarning() << "ProjectMonitor: Detected duplicate project during move/rename update!";
+            if (!query->next()) {
+                // Such as one that was called Untitled until now.
+                if (QFileInfo::exists(newDetails.bundlePath()))
+                    m_callbacks.unknownBundle(newDetails.bundlePath());
+                return;
+            }
+            bool converted = false;
+            const auto id = query->value(0).toULongLong(&converted);
+            if (converted) {
+                resolveOne(task, fileID, oldDetails, newDetails, static_cast<long long>(id));
+            } else {
+                qWarning()
+                    << "ProjectMonitor: Could not convert projectID to UInt while resolving moved/renamed "
+                       "project!";
+            }
+        });
+        select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
+            qCritical() << "ProjectMonitor: Could not select projects to check for moved/renamed paths!";
+        });
+        m_tasks.addTask(select);
+    }
+}
+
+void MoveResolution::resolveOne(
+    const TaskPointer& task, unsigned long long fileID, const ProjectDetails& oldDetails,
+    const ProjectDetails& newDetails, long long projectId) {
+    if (!oldDetails.isValid) {
+        qWarning() << "ProjectMonitor: Old project details path is invalid!";
+        return;
+    }
+    if (!newDetails.isValid) {
+        qWarning() << "ProjectMonitor: New project details are invalid!";
+        return;
+    }
+    if (QFileInfo::exists(oldDetails.bundlePath())) {
+        qDebug() << "Project was found at prior location: " << oldDetails << " Moving on...";
+        m_callbacks.settled(fileID);
+        return;
+    }
+    if (!newDetails.sufid.valid) {
+        qDebug() << "Searching for moved/renamed project. Not found at:";
+        qDebug() << "\tPrevious: " << oldDetails.bundlePath() << " at " << oldDetails.filepath;
+        qDebug() << "\tPotential:" << newDetails.bundlePath() << " at " << newDetails.filepath;
+        return;
+    }
+    qDebug() << "ProjectMonitor: Found moved/renamed project at: " << newDetails;
+    auto update =
+        std::make_shared<QueryTask>(ProjectStatements::move(newDetails, projectId), m_tasks.mainDatabase());
+    update->setSuccessCallback([this, self = shared_from_this(), oldDetails, newDetails](const TaskPointer&) {
+        qInfo() << "Project was moved/renamed!"
+                << "\t From:" << oldDetails << "\t To:  " << newDetails;
+        m_callbacks.written();
+    });
+    update->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
+        qCritical() << "ProjectMonitor: Could not move/rename project!";
+    });
+    m_tasks.addTask(update, task);
+    m_callbacks.settled(fileID);
+}
+
+} // namespace Stemhaven

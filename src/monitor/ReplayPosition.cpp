@@ -1,0 +1,45 @@
+#include "monitor/ReplayPosition.h"
+
+#include "app/SettingsKeys.h"
+#include "platform/FileEventStream.h"
+
+#include <QDebug>
+#include <QSettings>
+
+namespace Stemhaven::ReplayPosition {
+
+unsigned long long stored() {
+    bool converted = false;
+    const auto id = QSettings().value(SettingsKeys::lastEventId).toULongLong(&converted);
+    return converted ? id : FileWatchRequest::sinceNow;
+}
+
+void advanceTo(unsigned long long id) {
+    QSettings settings;
+    if (!settings.contains(SettingsKeys::lastEventId) ||
+        settings.value(SettingsKeys::lastEventId).toULongLong() < id)
+        settings.setValue(SettingsKeys::lastEventId, static_cast<qulonglong>(id));
+}
+
+void settle(long long oldestUnresolved) {
+    constexpr unsigned mostAttempts = 2;
+    QSettings settings;
+    if (oldestUnresolved < 0) {
+        settings.setValue(SettingsKeys::eventCatchupAttempts, 0U);
+        return;
+    }
+    bool converted = false;
+    unsigned attempts = settings.value(SettingsKeys::eventCatchupAttempts, 0U).toUInt(&converted);
+    if (!converted) {
+        qCritical() << "Failed to read and convert 'eventCatchupAttempts' settings! Defaultinig to 0";
+        attempts = 0;
+    }
+    if (attempts > mostAttempts)
+        return;
+    qDebug() << "ProjectMonitor: Found unhandled moved/renamed paths. Rolling back lastEventID to replay on "
+                "startup...";
+    settings.setValue(SettingsKeys::lastEventId, static_cast<qulonglong>(oldestUnresolved));
+    settings.setValue(SettingsKeys::eventCatchupAttempts, attempts + 1);
+}
+
+} // namespace Stemhaven::ReplayPosition

@@ -1,0 +1,16 @@
+#pragma once
+
+/// Where in the history of file events the next start takes up. Kept in the settings; from any thread.
+namespace Stemhaven::ReplayPosition {
+
+/// The stored id, or that of the present where none is stored.
+unsigned long long stored();
+
+/// Stores id unless a greater one is stored.
+void advanceTo(unsigned long long id);
+
+/// At quit: oldestUnresolved is the id of the oldest move that has not been resolved, -1 when there is none.
+/// Goes back to it, so that the next start sees the move again, at most three times in a row.
+void settle(long long oldestUnresolved);
+
+} // namespace Stemhaven::ReplayPosition

@@ -1,0 +1,184 @@
+#include "app/SettingsKeys.h"
+#include "database/RootPathStatements.h"
+#include "monitor/ProjectMonitor.h"
+#include "support/LogCapture.h"
+#include "support/TestBundle.h"
+#include "support/TestDatabase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace Stemhaven;
+
+namespace {
+
+/// A running monitor over a real folder.
+class Following : public testing::Test {
+protected:
+    void SetUp() override {
+        QCoreApplication::setOrganizationDomain("stemhaven.app");
+        QCoreApplication::setApplicationName("Stemhaven");
+        QSettings().clear();
+        ASSERT_TRUE(m_database.initialise());
+        ASSERT_TRUE(QDir().mkpath(at("")));
+        m_database.rootRows(RootPathStatements::insert(m_disk.path() + "/root"));
+        makeBundle("Song.logicx");
+        makeBundle("deep/er/Other.logicx");
+        QSettings().setValue(SettingsKeys::searchWasInProgress, true);
+        start();
+        ASSERT_TRUE(shows({"Other", "Song"}));
+        m_database.rows("UPDATE projects SET star_rating=5 WHERE name='Song'");
+        m_database.rows("UPDATE projects SET star_rating=4 WHERE name='Other'");
+    }
+
+    void TearDown() override { m_monitor.reset(); }
+
+    QString at(const QString& relativePath) const { return m_disk.path() + "/root/" + relativePath; }
+
+    void makeBundle(const QString& relativePath, const TestBundle& bundle = {}) const {
+        bundle.write(at(relativePath).toStdString());
+    }
+
+    void start() {
+        m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks, std::chrono::milliseconds(100));
+        ASSERT_TRUE(waitUntil([&] { return m_database.tasks && monitorRuns(); }));
+    }
+
+    bool monitorRuns() { return m_monitor && !m_monitor->isSearching() && m_monitor->isWatching(); }
+
+    void stop() {
+        m_monitor.reset();
+        m_database.reopen();
+    }
+
+    void move(const QString& from, const QString& to) const {
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(at(to)).path()));
+        ASSERT_TRUE(QDir().rename(at(from), at(to))) << from.toStdString();
+    }
+
+    /// Whether the records come to be these: names with their stars where they have any, and their folders
+    /// are right.
+    bool shows(const QStringList& names) {
+        return waitUntil(
+            [&] { return m_database.rows("SELECT name FROM projects ORDER BY name") == names; }, 20);
+    }
+
+    QStringList rows(const QString& columns) {
+        return m_database.rows("SELECT " + columns + " FROM projects ORDER BY name");
+    }
+
+    QTemporaryDir m_disk;
+    TestDatabase m_database;
+    std::unique_ptr<ProjectMonitor> m_monitor;
+};
+
+} // namespace
+
+TEST_F(Following, SavesNewProjectsRenamesMovesAndCopies) {
+    TestBundle faster;
+    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
+    makeBundle("Song.logicx", faster);
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
+
+    makeBundle("New.logicx");
+    EXPECT_TRUE(shows({"New", "Other", "Song"}));
+
+    move("Song.logicx", "Renamed.logicx");
+    EXPECT_TRUE(shows({"New", "Other", "Renamed"}));
+    move("Renamed.logicx", "else/where/Renamed.logicx");
+    EXPECT_TRUE(waitUntil([&] { return rows("filepath").contains(at("else/where/")); }));
+    move("deep", "deeper");
+    EXPECT_TRUE(waitUntil([&] { return rows("filepath").contains(at("deeper/er/")); }));
+    EXPECT_EQ(rows("name, star_rating"), QStringList({"New|0", "Other|4", "Renamed|5"}));
+
+    // Written below the folder under its new name.
+    makeBundle("deeper/er/Other.logicx", faster);
+    EXPECT_TRUE(waitUntil(
+        [&] { return m_database.rows("SELECT bpm FROM projects WHERE name='Other'").contains("180"); }));
+
+    std::filesystem::copy(
+        at("else/where/Renamed.logicx").toStdString(), at("Copy.logicx").toStdString(),
+        std::filesystem::copy_options::recursive);
+    EXPECT_TRUE(shows({"Copy", "New", "Other", "Renamed"}));
+    EXPECT_EQ(rows("star_rating"), QStringList({"0", "0", "4", "5"}));
+
+    // A vanished bundle keeps its record.
+    ASSERT_TRUE(QDir(at("Copy.logicx")).removeRecursively());
+    makeBundle("Untitled.logicx");
+    makeBundle("Marker.logicx");
+    EXPECT_TRUE(shows({"Copy", "Marker", "New", "Other", "Renamed"}));
+    move("Untitled.logicx", "Named.logicx");
+    EXPECT_TRUE(shows({"Copy", "Marker", "Named", "New", "Other", "Renamed"}));
+}
+
+TEST_F(Following, AFolderThatIsDroppedInAndOneThatIsTakenOut) {
+    const auto outside = m_disk.path() + "/outside";
+    for (int i = 0; i < 30; ++i)
+        TestBundle().write(QString("%1/set/%2/Drop %3.logicx")
+                               .arg(outside)
+                               .arg(i % 3)
+                               .arg(i, 2, 10, QChar('0'))
+                               .toStdString());
+    ASSERT_TRUE(QDir().rename(outside + "/set", at("set")));
+    EXPECT_TRUE(waitUntil([&] { return rows("name").size() == 32; }));
+    EXPECT_TRUE(rows("filepath").contains(at("set/2/")));
+
+    ASSERT_TRUE(QDir().rename(at("set"), outside + "/back"));
+    makeBundle("Marker.logicx");
+    EXPECT_TRUE(waitUntil([&] { return rows("name").contains("Marker"); }));
+    EXPECT_EQ(rows("name").size(), 33);
+}
+
+TEST_F(Following, WhatHappenedWhileItWasStopped) {
+    stop();
+    TestBundle faster;
+    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
+    makeBundle("Song.logicx", faster);
+    move("deep", "moved");
+    makeBundle("x/New.logicx");
+    ASSERT_TRUE(m_database.initialise());
+    start();
+    EXPECT_TRUE(shows({"New", "Other", "Song"}));
+    EXPECT_TRUE(waitUntil([&] { return rows("filepath").contains(at("moved/er/")); }));
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
+    EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
+}
+
+TEST_F(Following, WhatHappenedWhileTheDatabaseWasLocked) {
+    LogCapture messages;
+    {
+        auto other = QSqlDatabase::addDatabase("QSQLITE", "other");
+        other.setDatabaseName(m_database.mainPath());
+        ASSERT_TRUE(other.open());
+        QSqlQuery(other).exec("BEGIN EXCLUSIVE");
+        TestBundle faster;
+        faster.metaData["BeatsPerMinute"] = std::int64_t{180};
+        makeBundle("Song.logicx", faster);
+        makeBundle("New.logicx");
+        EXPECT_TRUE(waitUntil([&] { return messages.count("database is locked") > 0; }));
+        QSqlQuery(other).exec("ROLLBACK");
+    }
+    QSqlDatabase::removeDatabase("other");
+    EXPECT_TRUE(shows({"New", "Other", "Song"}));
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
+    EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
+}
+
+TEST_F(Following, ARootThatGoesAndComesBack) {
+    const auto before = rows("name, filepath, star_rating, SUFID");
+    ASSERT_TRUE(QDir().rename(m_disk.path() + "/root", m_disk.path() + "/unplugged"));
+    m_monitor->searchForProjects(false);
+    ASSERT_TRUE(waitUntil([&] { return !m_monitor->isSearching(); }));
+    EXPECT_EQ(rows("name, filepath, star_rating, SUFID"), before);
+    ASSERT_TRUE(QDir().rename(m_disk.path() + "/unplugged", m_disk.path() + "/root"));
+    makeBundle("New.logicx");
+    EXPECT_TRUE(shows({"New", "Other", "Song"}));
+    EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
+}
