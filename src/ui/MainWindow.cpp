@@ -78,6 +78,8 @@ void MainWindow::setupEvents() {
     connect(&m_monitor, &ProjectMonitor::databaseInitialized, this, &MainWindow::reloadProjects);
     connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, &MainWindow::reloadProjects);
     connect(&m_monitor, &ProjectMonitor::wasStarted, this, &MainWindow::reloadProjects);
+    connect(&m_monitor, &ProjectMonitor::searchProgressed, m_projects.get(), &ProjectsPane::showSearching);
+    connect(&m_monitor, &ProjectMonitor::searchEnded, m_projects.get(), &ProjectsPane::endSearching);
 }
 
 void MainWindow::reloadProjects() {

@@ -61,6 +61,7 @@ ProjectsPane::ProjectsPane(Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilde
       m_table(makeTable(m_model, this)),
       m_emptyState(new EmptyState(this)),
       m_statusLabel(new ElidedLabel(this)),
+      m_searchingLabel(new ElidedLabel(this)),
       m_reloads(new ReloadScheduler(*m_model, this)),
       m_catalogue(new CatalogueCheck(tasks, this)),
       m_search(new TableSearch(*m_searchEdit, builder, this)),
@@ -94,15 +95,23 @@ void ProjectsPane::layOut() {
     m_pages->addWidget(m_tablePage);
     m_pages->addWidget(m_emptyState);
 
-    m_statusLabel->setForegroundRole(QPalette::PlaceholderText);
-    m_statusLabel->setContentsMargins(margin, 8, margin, 8);
+    m_searchingLabel->setObjectName(QStringLiteral("searchingLabel"));
+    auto* status = new QHBoxLayout;
+    status->setSpacing(0);
+    for (auto* label : {m_statusLabel, m_searchingLabel}) {
+        label->setForegroundRole(QPalette::PlaceholderText);
+        label->setContentsMargins(margin, 8, margin, 8);
+        status->addWidget(label, 1);
+    }
+    m_searchingLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_searchingLabel->hide();
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addLayout(top);
     layout->addWidget(rows, 1);
-    layout->addWidget(m_statusLabel);
+    layout->addLayout(status);
 }
 
 void ProjectsPane::setUpEvents() {
@@ -124,6 +133,15 @@ void ProjectsPane::setUpEvents() {
 void ProjectsPane::reloadProjects(bool lookingForProjects) {
     m_lookingForProjects = lookingForProjects;
     request(ReloadScheduler::Reason::Refresh);
+}
+
+void ProjectsPane::showSearching(int projectsFound) {
+    m_searchingLabel->setText(tr("Looking for projects… %1 found").arg(locale().toString(projectsFound)));
+    m_searchingLabel->show();
+}
+
+void ProjectsPane::endSearching() {
+    m_searchingLabel->hide();
 }
 
 void ProjectsPane::request(ReloadScheduler::Reason reason) {

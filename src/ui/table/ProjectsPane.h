@@ -32,6 +32,11 @@ public:
     /// lookingForProjects: the folders are being looked through, which is said while there are no projects
     /// yet.
     void reloadProjects(bool lookingForProjects);
+
+    /// Says in the status line that the folders are being looked through, and how many projects that came
+    /// across.
+    void showSearching(int projectsFound);
+    void endSearching();
     void focusSearch();
     void storeState();
 
@@ -59,6 +64,7 @@ private:
     KeyEventTableView* m_table;
     EmptyState* m_emptyState;
     ElidedLabel* m_statusLabel;
+    ElidedLabel* m_searchingLabel;
     QWidget* m_tablePage = nullptr;
     QStackedLayout* m_pages = nullptr;
 
