@@ -319,8 +319,7 @@ void ProjectMonitor::takeFolders(const WatchedFolders& folders, bool startWhenDo
 }
 
 void ProjectMonitor::searchForProjects(bool restartWhenDone) {
-    m_search.request(restartWhenDone);
-    m_searchOwed = false;
+    m_searchOwed = !m_search.request(restartWhenDone);
     // Written at once: after a crash the search is taken up again, too.
     rememberUnsettledSearch();
 }

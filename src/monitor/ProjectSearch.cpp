@@ -27,12 +27,15 @@ ProjectSearch::~ProjectSearch() {
     m_future.waitForFinished();
 }
 
-void ProjectSearch::request(bool restartWhenDone) {
+bool ProjectSearch::request(bool restartWhenDone) {
     const std::lock_guard lock(m_mutex);
+    // The pool takes no more work then.
+    if (isInterrupted())
+        return false;
     m_restartWanted = m_restartWanted || restartWhenDone;
     if (m_inProgress) {
         m_again = true;
-        return;
+        return true;
     }
     m_inProgress = true;
     ++m_unsettledWalks;
@@ -40,6 +43,7 @@ void ProjectSearch::request(bool restartWhenDone) {
     m_future = QtConcurrent::run(QThreadPool::globalInstance(), [this] {
         loggingFailures(QStringLiteral("Search for projects failed."), [this] { run(); });
     });
+    return true;
 }
 
 void ProjectSearch::settled() {

@@ -37,7 +37,8 @@ public:
     ProjectSearch(const ProjectSearch&) = delete;
     ProjectSearch& operator=(const ProjectSearch&) = delete;
 
-    void request(bool restartWhenDone);
+    /// False, with nothing done, when searches have come to an end for good.
+    bool request(bool restartWhenDone);
 
     /// Everything that the last walk caused has been written.
     void settled();

@@ -260,8 +260,7 @@ TEST_F(ProjectMonitorTest, TakesUpAnInterruptedSearchAndForgetsNoRestart) {
     m_monitor->searchForProjects(true);
     m_monitor->searchForProjects(false);
     ASSERT_TRUE(waitUntil([&] { return names().size() == 200 && starts > 0; }));
-    end();
-    EXPECT_FALSE(QSettings().value(SettingsKeys::searchWasInProgress).toBool());
+    EXPECT_TRUE(waitUntil([] { return !QSettings().value(SettingsKeys::searchWasInProgress).toBool(); }));
 }
 
 TEST_F(ProjectMonitorTest, ReadsTheRootsAnewWhenAskedTo) {

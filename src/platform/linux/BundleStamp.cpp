@@ -45,7 +45,9 @@ BundleStamp BundleStamp::of(const std::string& bundle) {
     BundleStamp stamp;
     const std::string resources = entryOf(bundle, BundleParts::resources);
     const std::string alternatives = entryOf(bundle, BundleParts::alternatives);
-    for (const auto& part : {bundle, resources, entryOf(resources, BundleParts::information), alternatives})
+    // Not the resources folder itself: the program's own note changes its time, which says nothing of the
+    // project.
+    for (const auto& part : {bundle, entryOf(resources, BundleParts::information), alternatives})
         addPart(part, stamp);
 
     std::vector<std::string> names;
