@@ -10,7 +10,7 @@ Installs what is missing, builds Stemhaven without sanitizers, measures it and p
 reference where there is one, their ratio, and the target. Each figure is the median of several runs, in which ours and
 the reference take turns. What is missed is marked; the exit status says only whether everything could be measured.
 
-  NAME     plist, walk, scan, record, listing, table or program; all of them by default.
+  NAME     plist, walk, scan, record, listing, table, events or program; all of them by default.
   --quick  one run of each.
   --help   this text.
 
@@ -18,7 +18,7 @@ The libraries and catalogues are kept in build/bench-data; delete that folder to
 TEXT
 }
 
-names=(plist walk scan record listing table program)
+names=(plist walk scan record listing table events program)
 chosen=()
 rounds=5
 while (($#)); do
@@ -177,12 +177,50 @@ bench_table() {
     done
 }
 
+bench_events() {
+    local folder
+    folder=$(library 10000)
+    allow_watches "$folder"
+    use_profile
+    say "Recording the 10000 projects"
+    "${private[@]}" "$bin/scan_bench" "$folder" 10000 >>"$log" 2>&1 || { complain $? && return; }
+    sample "${private[@]}" "$bin/follow_bench" replay "$folder" 0
+    times "$rounds" events_round "$folder"
+    run_settled idle_of following
+    remove_notes "$folder"
+}
+
+events_round() {
+    sample "$bin/watch_bench" "$1" 10000
+    sample "${private[@]}" "$bin/follow_bench" storm "$1"
+    sample "${private[@]}" "$bin/follow_bench" burst "$1" 1000
+    sample "${private[@]}" "$bin/follow_bench" rescan "$1"
+    timed rescan-find find "$1" -name '*.logicx' -prune
+    sample "${private[@]}" "$bin/follow_bench" replay "$1" 10
+}
+
+# allow_watches FOLDER: lets inotifywait watch every folder below it, until this script ends.
+allow_watches() {
+    local setting=/proc/sys/fs/inotify/max_user_watches before needed
+    before=$(<"$setting")
+    needed=$(($(find "$1" -type d | wc -l) * 2))
+    ((before < needed)) || return 0
+    if [[ ! -w $setting ]]; then
+        say "The limit of watches is $before, and inotifywait may need more."
+        return
+    fi
+    say "Raising the limit of watches from $before to $needed for this run"
+    # shellcheck disable=SC2064 # what they are now
+    trap "echo $before >$setting" EXIT
+    echo "$needed" >"$setting"
+}
+
 bench_program() {
     times "$rounds" start_round
     use_catalogue 100000
     run_settled memory_of 100000
     use_catalogue 10000
-    run_settled idle_round
+    run_settled memory_and_idling
 }
 
 start_round() {
@@ -207,14 +245,19 @@ run_settled() {
 
 memory_of() { awk -v name="memory-$1" '/^VmRSS/ { print name, $2 * 1024, "B" }' "/proc/$2/status" >>"$data/samples.txt"; }
 
-idle_round() {
-    local pid=$1 ticks_before switches_before
-    memory_of 10000 "$pid"
-    ticks_before=$(ticks "$pid")
-    switches_before=$(switches "$pid")
+memory_and_idling() {
+    memory_of 10000 "$1"
+    idle_of idle "$1"
+}
+
+# idle_of NAME PID
+idle_of() {
+    local ticks_before switches_before
+    ticks_before=$(ticks "$2")
+    switches_before=$(switches "$2")
     sleep 5
-    printf 'idle-%s %d 1\n' ticks $(($(ticks "$pid") - ticks_before)) \
-        switches $(($(switches "$pid") - switches_before)) >>"$data/samples.txt"
+    printf '%s %d 1\n' "$1-ticks" $(($(ticks "$2") - ticks_before)) \
+        "$1-switches" $(($(switches "$2") - switches_before)) >>"$data/samples.txt"
 }
 
 ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; }
@@ -245,6 +288,21 @@ table|  100,000 rows|keystroke-100000|||figure|0.6
 table|Slowest sort to repaint, 10,000 rows|sort-10000|||figure|0.1
 table|  100,000 rows|sort-100000|||figure|
 table|Longest stall in these, 100,000 rows|table-stall-100000|||figure|0.1
+events|Watch 10,000 bundles|watch|watch-inotifywait|inotifywait|figure|2
+events|  watches for each|watch-each|||figure|6
+events|Save a bundle 2,000 times in 10 s: updates|storm-updates|||figure|5
+events|  longest stall of the window|storm-stall|||figure|0.05
+events|Save 1,000 bundles at once, until recorded|burst|||figure|10
+events|  longest stall of the window|burst-stall|||figure|0.05
+events|Search 10,000 bundles, none of them new|rescan|rescan-find|find|figure|1
+events|  longest stall of the window|rescan-stall|||figure|0.05
+events|Start, none of 10,000 saved since first scan|replay-0|||figure|2
+events|  updates|replay-0-updates|||figure|0
+events|Start, 10 of 10,000 saved while not running|replay-10|||figure|2
+events|  updates|replay-10-updates|||figure|10
+events|  longest stall of the window|replay-10-stall|||figure|
+events|Idle for 5 s, watching: processor ticks|following-ticks|||figure|0
+events|  context switches|following-switches|||figure|0
 program|Start to picture, 10,000 rows|start|||figure|0.8
 program|Resident memory, 10,000 rows|memory-10000|||figure|157286400
 program|  100,000 rows|memory-100000|||figure|
@@ -258,10 +316,11 @@ print_table() {
         function shown(value, unit) {
             if (unit == "s") return value < 1e-3 ? sprintf("%.3g us", value * 1e6) : \
                                     value < 1 ? sprintf("%.3g ms", value * 1e3) : sprintf("%.3g s", value)
-            return unit == "B" ? sprintf("%.0f MiB", value / 1048576) : sprintf("%d", value)
+            if (unit == "B") return sprintf("%.0f MiB", value / 1048576)
+            return value == int(value) ? sprintf("%d", value) : sprintf("%.1f", value)
         }
         function line(what, ours, reference, ratio, target, mark) {
-            printf "%-42s %10s %19s %7s %14s  %s\n", what, ours, reference, ratio, target, mark
+            printf "%-44s %10s %19s %7s %14s  %s\n", what, ours, reference, ratio, target, mark
         }
         FNR == NR { count[$1]++; figure[$1, count[$1]] = $2; unit[$1] = $3; next }
         FNR == 1 {

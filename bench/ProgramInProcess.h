@@ -28,6 +28,7 @@ public:
     }
 
     ~ProgramInProcess() {
+        Stemhaven::ProjectMonitor::stop();
         m_window.reset();
         Stemhaven::Shutdown::begin();
         Stemhaven::TaskManager::instance().shutDown();

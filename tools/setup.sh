@@ -10,7 +10,7 @@ declare -A packages_for=(
              fonts-dejavu-core"
     [wayland]="qt6-wayland"
     [tests]="libgtest-dev libgmock-dev dbus-daemon sqlite3"
-    [bench]="libbenchmark-dev libplist-dev python3"
+    [bench]="libbenchmark-dev libplist-dev python3 inotify-tools"
     [font]="npm ca-certificates"
 )
 
