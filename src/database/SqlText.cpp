@@ -6,6 +6,8 @@ namespace Stemhaven {
 
 QString escape(const QString& text) {
     QString escaped = text;
+    // It would end the statement in the middle of the text.
+    escaped.remove(QChar(u'\0'));
     return escaped.replace(QLatin1Char('\''), QLatin1String("''"));
 }
 

@@ -5,7 +5,8 @@
 /// Text that becomes part of an SQL statement.
 namespace Stemhaven {
 
-/// Doubles every single quote, for a value between single quotes.
+/// Doubles every single quote, for a value between single quotes. Null characters, which no statement can
+/// hold, are left out.
 QString escape(const QString& text);
 QString unescape(const QString& text);
 

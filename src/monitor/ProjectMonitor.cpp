@@ -229,8 +229,6 @@ void ProjectMonitor::takeBatch(const EventBatch& batch) {
     for (const auto& root : batch.renamedRoots)
         QMetaObject::invokeMethod(
             this, [this, root] { emit rootSearchPathChanged(root); }, Qt::QueuedConnection);
-    if (batch.lastEventID != 0)
-        ReplayPosition::advanceTo(batch.lastEventID);
     updateMovedOrRenamedPaths();
     // Once the stream is being stopped its thread is waited for, and must not wait for callbacks itself.
     const auto giveUp = [this] {
@@ -242,6 +240,10 @@ void ProjectMonitor::takeBatch(const EventBatch& batch) {
     }
     if (batch.needsSearch)
         searchForProjects(false);
+    // The next start may pass over what has been written, and nothing else.
+    m_checks->waitForRoom(1, giveUp);
+    if (batch.lastEventID != 0 && !giveUp())
+        ReplayPosition::advanceTo(batch.lastEventID);
 }
 
 void ProjectMonitor::updateMovedOrRenamedPaths() {

@@ -1,13 +1,14 @@
 #include "monitor/Rechecks.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Stemhaven {
 
 Rechecks::Rechecks(std::chrono::milliseconds delay, std::function<void(const QString&)> check)
-    : m_check(std::move(check)) {
+    : m_check(std::move(check)),
+      m_delay(delay) {
     m_timer.setSingleShot(true);
-    m_timer.setInterval(delay);
     connect(&m_timer, &QTimer::timeout, this, &Rechecks::checkWaiting);
 }
 
@@ -16,16 +17,19 @@ void Rechecks::bundleUnreadable(const QString& bundlePath) {
         return;
     m_checkedOnceMore.insert(bundlePath);
     m_waiting.insert(bundlePath);
-    m_timer.start();
+    m_timer.start(m_delay);
 }
 
 void Rechecks::databaseFailed(const QString& bundlePath) {
     m_waiting.insert(bundlePath);
-    m_timer.start();
+    // What never succeeds must not keep the program busy for ever.
+    constexpr int mostDoublings = 10;
+    m_timer.start(m_delay * (1 << std::min(m_failuresInARow++, mostDoublings)));
 }
 
 void Rechecks::bundleWritten(const QString& bundlePath) {
     m_checkedOnceMore.remove(bundlePath);
+    m_failuresInARow = 0;
 }
 
 void Rechecks::checkWaiting() {

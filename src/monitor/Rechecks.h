@@ -18,7 +18,7 @@ class Rechecks : public QObject {
     Q_OBJECT
 
 public:
-    /// delay passes before each new check.
+    /// delay passes before a new check, and twice as long after each further failure of the database.
     Rechecks(std::chrono::milliseconds delay, std::function<void(const QString& bundlePath)> check);
 
     void bundleUnreadable(const QString& bundlePath);
@@ -31,6 +31,8 @@ private:
     std::function<void(const QString&)> m_check;
     QSet<QString> m_waiting;
     QSet<QString> m_checkedOnceMore;
+    const std::chrono::milliseconds m_delay;
+    int m_failuresInARow = 0;
     QTimer m_timer;
 };
 

@@ -134,4 +134,5 @@ TEST(DatabaseVersions, AreReadExactly) {
     EXPECT_EQ(DatabaseVersionToString(DatabaseVersion::Unknown), "Unknown");
     EXPECT_EQ(escape("it's ''"), "it''s ''''");
     EXPECT_EQ(unescape(escape("it's ''")), "it's ''");
+    EXPECT_EQ(escape(QString("a") + QChar(u'\0') + "b"), "ab");
 }
