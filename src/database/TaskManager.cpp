@@ -6,6 +6,7 @@
 #include "database/SimpleTask.h"
 
 #include <QDebug>
+#include <QScopeGuard>
 #include <QSqlQuery>
 #include <QThreadPool>
 
@@ -145,14 +146,16 @@ void TaskManager::restart() {
 }
 
 void TaskManager::runTasks() {
-    const bool finished = loggingFailures(QStringLiteral("TaskManager: could not run tasks!"), [this] {
+    loggingFailures(QStringLiteral("TaskManager: could not run tasks!"), [this] {
+        // Before the failure is logged: whoever reacts to it finds that a new worker can be started.
+        auto failed = qScopeGuard([this] {
+            const std::lock_guard lock(m_queueMutex);
+            m_running = false;
+        });
         openConnections();
         runQueuedTasks();
+        failed.dismiss();
     });
-    if (!finished) {
-        const std::lock_guard lock(m_queueMutex);
-        m_running = false;
-    }
 }
 
 void TaskManager::runQueuedTasks() {
