@@ -98,6 +98,10 @@ QString selectByPlace(const ProjectDetails& details) {
         .arg(escape(details.name), escape(details.filename), escape(details.filepath));
 }
 
+QString selectSufid(long long projectId) {
+    return QStringLiteral("SELECT SUFID FROM projects WHERE project_id=%1").arg(decimal(projectId));
+}
+
 QString move(const ProjectDetails& details, long long projectId) {
     return QStringLiteral(
                "UPDATE projects SET filename='%1', filepath='%2', name='%3', SUFID='%4' WHERE project_id=%5")

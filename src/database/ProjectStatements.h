@@ -27,6 +27,7 @@ update(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdate
 /// text too.
 QString selectByFolder(const QString& path);
 QString selectByPlace(const ProjectDetails& details);
+QString selectSufid(long long projectId);
 /// Moves a record to where the bundle is now.
 QString move(const ProjectDetails& details, long long projectId);
 

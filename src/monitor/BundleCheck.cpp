@@ -85,6 +85,9 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
             update(task, chosen->id);
             return;
         }
+        // A bundle that has moved on by now had no note here to be read; it is checked at its new place.
+        if (ProjectDetails(m_details.bundlePath()).sufid != m_details.sufid)
+            return;
         for (const auto& record : records) {
             qInfo() << "Another bundle has the identity of a recorded project now. project_id:" << record.id;
             m_tasks.addTask(

@@ -118,8 +118,12 @@ void MoveResolution::resolveOne(
         qWarning() << "ProjectMonitor: New project details are invalid!";
         return;
     }
-    if (QFileInfo::exists(oldDetails.bundlePath())) {
+    const ProjectDetails nowAtOldPlace(oldDetails.bundlePath());
+    if (nowAtOldPlace.sufid.valid) {
         qDebug() << "Project was found at prior location: " << oldDetails << " Moving on...";
+        // Another bundle may have taken the place meanwhile; then this one is to be found by its identity.
+        if (newDetails.sufid.valid && newDetails.sufid != nowAtOldPlace.sufid)
+            m_callbacks.unknownBundle(newDetails.bundlePath());
         m_callbacks.settled(fileID);
         return;
     }
@@ -129,6 +133,27 @@ void MoveResolution::resolveOne(
         qDebug() << "\tPotential:" << newDetails.bundlePath() << " at " << newDetails.filepath;
         return;
     }
+    // After an exchange of names the record at the old place is another bundle's.
+    auto select =
+        std::make_shared<QueryTask>(ProjectStatements::selectSufid(projectId), m_tasks.mainDatabase());
+    select->setQueryCallback([this, self = shared_from_this(), oldDetails, newDetails,
+                              projectId](const TaskPointer& done, int, QSqlQuery* query) {
+        const auto recorded = query->next() ? query->value(0).toString() : QString();
+        if (recorded.isEmpty() || recorded == newDetails.sufid.toString())
+            move(done, oldDetails, newDetails, projectId);
+        else
+            m_callbacks.unknownBundle(newDetails.bundlePath());
+    });
+    select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
+        qCritical() << "ProjectMonitor: Could not move/rename project!";
+    });
+    m_tasks.addTask(select, task);
+    m_callbacks.settled(fileID);
+}
+
+void MoveResolution::move(
+    const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
+    long long projectId) {
     qDebug() << "ProjectMonitor: Found moved/renamed project at: " << newDetails;
     auto update =
         std::make_shared<QueryTask>(ProjectStatements::move(newDetails, projectId), m_tasks.mainDatabase());
@@ -141,7 +166,6 @@ void MoveResolution::resolveOne(
         qCritical() << "ProjectMonitor: Could not move/rename project!";
     });
     m_tasks.addTask(update, task);
-    m_callbacks.settled(fileID);
 }
 
 } // namespace Stemhaven

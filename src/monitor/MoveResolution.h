@@ -44,6 +44,10 @@ private:
         const TaskPointer& task, unsigned long long fileID, const ProjectDetails& oldDetails,
         const ProjectDetails& newDetails, long long projectId);
 
+    void move(
+        const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
+        long long projectId);
+
     TaskManager& m_tasks;
     Callbacks m_callbacks;
 };
