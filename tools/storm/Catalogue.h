@@ -1,0 +1,40 @@
+#pragma once
+
+#include "LibraryModel.h"
+
+#include <QSqlDatabase>
+#include <QString>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Storm {
+
+struct Record {
+    std::int64_t id = 0;
+    std::string path;
+    double tempo = 0;
+    /// Empty where a record has given its identity up.
+    std::string sufid;
+    UserData userData;
+};
+
+/// The program's database, seen and changed from outside while the program may be using it.
+class Catalogue {
+public:
+    explicit Catalogue(const QString& databasePath);
+    ~Catalogue();
+    Catalogue(const Catalogue&) = delete;
+    Catalogue& operator=(const Catalogue&) = delete;
+
+    /// None while there is no database, or none that can be read just now.
+    std::vector<Record> records() const;
+    /// Throws when it could not be written.
+    void setUserData(std::int64_t recordId, const UserData& userData) const;
+
+private:
+    QSqlDatabase m_database;
+};
+
+} // namespace Storm
