@@ -12,6 +12,7 @@
 #include "ui/MainWindow.h"
 #include "ui/Screenshot.h"
 #include "ui/dialogs/AlertQueue.h"
+#include "ui/widgets/FontIcons.h"
 #include "ui/widgets/Theme.h"
 
 #include <QApplication>
@@ -143,6 +144,7 @@ int run(int argc, char** argv) {
         return 1;
     }
 
+    registerFonts();
     QTranslator translator;
     installTranslation(translator);
     const Theme theme;

@@ -1,12 +1,13 @@
 #include "platform/AccentColor.h"
 
+#include "support/PrivateBus.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QThread>
 
 #include <gtest/gtest.h>
@@ -63,19 +64,15 @@ TEST(AccentColor, IsWhatTheDesktopSaysIfItIsAColour) {
     qunsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(systemAccentColor(), std::nullopt) << "without a session bus";
 
-    QProcess bus;
-    bus.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-    ASSERT_TRUE(bus.waitForStarted());
-    ASSERT_TRUE(bus.waitForReadyRead());
-    const QByteArray address = bus.readLine().trimmed();
-    qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+    const PrivateBus bus;
+    ASSERT_FALSE(PrivateBus::address().isEmpty());
     EXPECT_EQ(systemAccentColor(), std::nullopt) << "on a bus without a desktop";
 
     QThread thread;
     thread.start();
     Desktop desktop;
     desktop.moveToThread(&thread);
-    auto connection = QDBusConnection::connectToBus(address, "desktop");
+    auto connection = QDBusConnection::connectToBus(PrivateBus::address(), "desktop");
     ASSERT_TRUE(connection.registerVirtualObject("/org/freedesktop/portal/desktop", &desktop));
     ASSERT_TRUE(connection.registerService("org.freedesktop.portal.Desktop"));
 
@@ -110,8 +107,6 @@ TEST(AccentColor, IsWhatTheDesktopSaysIfItIsAColour) {
     QDBusConnection::disconnectFromBus("desktop");
     thread.quit();
     thread.wait();
-    bus.terminate();
-    bus.waitForFinished();
 }
 
 } // namespace

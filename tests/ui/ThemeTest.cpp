@@ -1,5 +1,6 @@
 #include "ui/widgets/Theme.h"
 
+#include "support/PrivateBus.h"
 #include "support/Waiting.h"
 #include "ui/widgets/Palettes.h"
 #include "ui/widgets/Style.h"
@@ -9,14 +10,14 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
-#include <QProcess>
-#include <QStyleOptionSlider>
 #include <QThread>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <cmath>
+
+using Stemhaven::ColorScheme;
 
 namespace {
 
@@ -115,14 +116,8 @@ TEST(ThemeTest, LeavesADesktopItsOwnColours) {
 
 TEST(ThemeTest, FollowsTheDesktopLive) {
     const QPalette before = QApplication::palette();
-    QProcess bus;
-    bus.start(
-        QStringLiteral("dbus-daemon"),
-        {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
-    ASSERT_TRUE(bus.waitForStarted());
-    ASSERT_TRUE(bus.waitForReadyRead());
-    const QByteArray address = bus.readLine().trimmed();
-    qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+    const PrivateBus bus;
+    ASSERT_FALSE(PrivateBus::address().isEmpty());
 
     // The program waits for the answer, so the desktop lives in another thread.
     QThread thread;
@@ -130,7 +125,7 @@ TEST(ThemeTest, FollowsTheDesktopLive) {
     Desktop desktop;
     desktop.moveToThread(&thread);
     const QString name = QStringLiteral("desktop");
-    auto connection = QDBusConnection::connectToBus(QString::fromLatin1(address), name);
+    auto connection = QDBusConnection::connectToBus(QString::fromLatin1(PrivateBus::address()), name);
     ASSERT_TRUE(connection.registerVirtualObject(portal, &desktop));
     ASSERT_TRUE(connection.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
 
@@ -146,37 +141,5 @@ TEST(ThemeTest, FollowsTheDesktopLive) {
     QDBusConnection::disconnectFromBus(name);
     thread.quit();
     thread.wait();
-    bus.terminate();
-    bus.waitForFinished();
-    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     QApplication::setPalette(before);
-}
-
-TEST(StyleTest, ScrollBarPartsCoverTheBar) {
-    Style style;
-    QStyleOptionSlider option;
-    option.rect = {5, 7, 12, 300};
-    option.orientation = Qt::Vertical;
-    option.pageStep = 100;
-    for (const int maximum : {0, 50, 3'200'000, std::numeric_limits<int>::max()}) {
-        option.minimum = 0;
-        option.maximum = maximum;
-        for (const int position : {0, maximum / 2, maximum}) {
-            option.sliderPosition = position;
-            const auto part = [&](QStyle::SubControl control) {
-                return style.subControlRect(QStyle::CC_ScrollBar, &option, control);
-            };
-            const QRect slider = part(QStyle::SC_ScrollBarSlider);
-            EXPECT_GE(slider.height(), 32);
-            EXPECT_TRUE(option.rect.contains(slider)) << maximum << " " << position;
-            EXPECT_EQ(
-                part(QStyle::SC_ScrollBarSubPage).height() + slider.height() +
-                    part(QStyle::SC_ScrollBarAddPage).height(),
-                option.rect.height());
-            const bool atTop = slider.top() == option.rect.top();
-            const bool atBottom = slider.bottom() == option.rect.bottom();
-            EXPECT_EQ(atTop, position == 0) << maximum << " " << position;
-            EXPECT_EQ(atBottom, position == maximum) << maximum << " " << position;
-        }
-    }
 }

@@ -1,47 +1,12 @@
 #include "platform/AccentColor.h"
 
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
-#include <QFile>
+#include "platform/linux/DesktopPortal.h"
 
-#include <chrono>
+#include <QDBusArgument>
 
 namespace Stemhaven {
 
 namespace {
-
-/// Whether a session bus can be reached. Asking for a connection without one would start a bus for it.
-bool hasSessionBus() {
-    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
-        return true;
-    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !runtimeFolder.isEmpty() && QFile::exists(runtimeFolder + QStringLiteral("/bus"));
-}
-
-QVariant readDesktopSetting(const QString& group, const QString& key) {
-    using namespace std::chrono_literals;
-    constexpr auto timeout = 250ms;
-
-    auto question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-        QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
-    question << group << key;
-    question.setAutoStartService(false);
-    const QDBusMessage answer =
-        QDBusConnection::sessionBus().call(question, QDBus::Block, static_cast<int>(timeout.count()));
-    if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty())
-        return {};
-    return answer.arguments().constFirst();
-}
-
-/// Some desktops put the value into one variant more than the others.
-QVariant unwrapped(QVariant value) {
-    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
-        value = value.value<QDBusVariant>().variant();
-    return value;
-}
 
 bool isComponent(double value) {
     return value >= 0.0 && value <= 1.0;
@@ -50,11 +15,7 @@ bool isComponent(double value) {
 } // namespace
 
 std::optional<QColor> systemAccentColor() {
-    if (!hasSessionBus())
-        return std::nullopt;
-
-    const QVariant value = unwrapped(
-        readDesktopSetting(QStringLiteral("org.freedesktop.appearance"), QStringLiteral("accent-color")));
+    const QVariant value = DesktopPortal::readAppearance(QStringLiteral("accent-color"));
     if (value.metaType() != QMetaType::fromType<QDBusArgument>())
         return std::nullopt;
     const auto components = value.value<QDBusArgument>();

@@ -2,16 +2,21 @@
 
 #include <QLabel>
 
-/// A line of plain text that ends in an ellipsis where it does not fit, so that a long one never widens its
-/// window.
+/// A line of plain text with an ellipsis, at its end unless it is told otherwise, where it does not fit, so
+/// that a long one never widens its window.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 
 public:
     explicit ElidedLabel(QWidget* parent = nullptr);
 
+    void setElideMode(Qt::TextElideMode mode);
+
     QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    Qt::TextElideMode m_elideMode = Qt::ElideRight;
 };

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+using Stemhaven::ColorScheme;
+
 namespace {
 
 struct Colors {

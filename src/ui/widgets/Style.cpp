@@ -1,177 +1,85 @@
 #include "ui/widgets/Style.h"
 
+#include "ui/widgets/ControlPainting.h"
+#include "ui/widgets/HeaderPainting.h"
+#include "ui/widgets/ItemViewPainting.h"
+#include "ui/widgets/MenuPainting.h"
+#include "ui/widgets/MessageIcon.h"
+#include "ui/widgets/SliderPainting.h"
+
+#include <QAbstractButton>
+#include <QAbstractScrollArea>
+#include <QComboBox>
+#include <QListView>
 #include <QPainter>
-#include <QPainterPath>
-#include <QPushButton>
+#include <QSlider>
 #include <QStyleOption>
+#include <QToolButton>
+#include <QTreeView>
 
 #include <algorithm>
-#include <array>
+
+using namespace ControlPainting;
 
 namespace {
 
-constexpr double radius = 6.0;
-constexpr int controlHeight = 32;
-constexpr int headerMargin = 8;
-constexpr int sortArrowSide = 12;
-constexpr int scrollBarExtent = 12;
-constexpr int shortestSlider = 32;
+constexpr int indicatorSide = 16 + 2 * haloWidth;
+constexpr int comboPadding = 8;
+constexpr int comboArrowWidth = 24;
+constexpr int menuArrowWidth = 12;
 
-QColor mixed(const QColor& from, const QColor& to, float share) {
-    const auto mix = [share](float a, float b) {
-        return a + (b - a) * share;
-    };
-    return QColor::fromRgbF(
-        mix(from.redF(), to.redF()), mix(from.greenF(), to.greenF()), mix(from.blueF(), to.blueF()));
+/// The ground that a scroll bar lies on is that of what it scrolls.
+QColor groundOf(const QStyleOption& option, const QWidget* scrollBar) {
+    const auto* container = scrollBar ? scrollBar->parentWidget() : nullptr;
+    const auto* area =
+        qobject_cast<const QAbstractScrollArea*>(container ? container->parentWidget() : nullptr);
+    const QPalette::ColorRole role = area ? area->viewport()->backgroundRole() : QPalette::Base;
+    return option.palette.color(role);
 }
 
-QColor lineColor(const QPalette& palette) {
-    return mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.14F);
+/// The corners of a framed list are rounded, and its rows keep clear of them and of the edges of a popup.
+bool isFramedList(const QWidget* widget) {
+    return qobject_cast<const QAbstractScrollArea*>(widget) ||
+        (widget && widget->inherits("QComboBoxPrivateContainer"));
 }
 
-QRectF insideLine(const QRect& rect, double lineWidth) {
-    return QRectF(rect).adjusted(lineWidth / 2, lineWidth / 2, -lineWidth / 2, -lineWidth / 2);
+QRect comboBoxPart(const QStyleOption& option, QStyle::SubControl part) {
+    QRect rect = option.rect;
+    if (part == QStyle::SC_ComboBoxArrow)
+        rect.setLeft(rect.right() + 1 - comboArrowWidth - comboPadding / 2);
+    else if (part == QStyle::SC_ComboBoxEditField)
+        rect.adjust(comboPadding, 2, -comboArrowWidth - comboPadding / 2, -2);
+    return QStyle::visualRect(option.direction, option.rect, rect);
 }
 
-void drawBox(QPainter* painter, const QRect& rect, const QColor& fill, const QColor& line, double lineWidth) {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(line, lineWidth));
-    painter->setBrush(fill);
-    painter->drawRoundedRect(insideLine(rect, lineWidth), radius, radius);
-    painter->restore();
-}
-
-void drawLineEdit(const QStyleOption& option, QPainter* painter) {
-    const QPalette& palette = option.palette;
-    const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
-    drawBox(
-        painter, option.rect, palette.color(QPalette::Base),
-        hasFocus ? palette.color(QPalette::Active, QPalette::Highlight) : lineColor(palette),
-        hasFocus ? 2.0 : 1.0);
-}
-
-bool isProminent(const QStyleOption* option) {
-    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-    return button && button->features.testFlag(QStyleOptionButton::DefaultButton) &&
-        button->state.testFlag(QStyle::State_Enabled);
-}
-
-void drawButton(const QStyleOption& option, QPainter* painter) {
-    const QPalette& palette = option.palette;
-    const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
-    const QColor text = palette.color(QPalette::ButtonText);
-    const bool prominent = isProminent(&option);
-    QColor fill = prominent ? accent : palette.color(QPalette::Button);
-    if (option.state.testFlag(QStyle::State_Sunken))
-        fill = mixed(fill, text, 0.16F);
-    else if (option.state.testFlag(QStyle::State_MouseOver))
-        fill = mixed(fill, text, 0.06F);
-
-    const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
-    const QColor edge = prominent ? fill : lineColor(palette);
-    drawBox(
-        painter, option.rect, fill, hasFocus && !prominent ? accent : edge,
-        hasFocus && !prominent ? 2.0 : 1.0);
-    if (hasFocus && prominent) {
-        const QColor ring = palette.color(QPalette::Active, QPalette::HighlightedText);
-        drawBox(painter, option.rect.adjusted(2, 2, -2, -2), Qt::transparent, ring, 1.0);
-    }
-}
-
-void drawHeaderSection(const QStyleOption& option, QPainter* painter) {
-    const QRect& rect = option.rect;
-    painter->fillRect(rect, option.palette.base());
-    painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), lineColor(option.palette));
-}
-
-/// Beside the title, as the title stands.
-QRect sortArrowRect(const QStyleOptionHeader& header) {
-    constexpr int gap = headerMargin / 2;
-    QRect arrow(0, 0, sortArrowSide, sortArrowSide);
-    arrow.moveCenter(header.rect.center());
-    const int rightmost = header.rect.right() - gap;
-    const int behindTitle = header.rect.left() + headerMargin +
-        header.fontMetrics.horizontalAdvance(header.text) + gap + sortArrowSide;
-    const bool followsTitle = header.textAlignment & Qt::AlignLeft && header.icon.isNull();
-    arrow.moveRight(followsTitle ? std::min(behindTitle, rightmost) : rightmost);
-    return arrow;
-}
-
-void drawSortArrow(const QStyleOptionHeader& header, QPainter* painter) {
-    if (header.sortIndicator == QStyleOptionHeader::None)
-        return;
-    const double direction = header.sortIndicator == QStyleOptionHeader::SortUp ? 1.0 : -1.0;
-    const QPointF center = QRectF(sortArrowRect(header)).center();
-    const std::array chevron{
-        center + QPointF(-4, -2 * direction), center + QPointF(0, 2 * direction),
-        center + QPointF(4, -2 * direction)};
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(
-        QPen(header.palette.color(QPalette::Text), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->drawPolyline(chevron.data(), static_cast<int>(chevron.size()));
-    painter->restore();
-}
-
-void drawFocusFrame(const QStyleOption& option, QPainter* painter) {
-    drawBox(
-        painter, option.rect, Qt::transparent, option.palette.color(QPalette::Active, QPalette::Highlight),
-        2.0);
-}
-
-void drawScrollBar(const QStyleOptionSlider& option, const QRect& slider, QPainter* painter) {
-    painter->fillRect(option.rect, option.palette.base());
-    if (option.minimum == option.maximum)
-        return;
-    const bool touched =
-        option.state.testFlag(QStyle::State_MouseOver) || option.state.testFlag(QStyle::State_Sunken);
-    constexpr int inset = 3;
-    constexpr double sliderRadius = (scrollBarExtent - 2 * inset) / 2.0;
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(mixed(
-        option.palette.color(QPalette::Base), option.palette.color(QPalette::Text), touched ? 0.5F : 0.25F));
-    painter->drawRoundedRect(slider.adjusted(inset, inset, -inset, -inset), sliderRadius, sliderRadius);
-    painter->restore();
-}
-
-QRect scrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part) {
-    const bool horizontal = option.orientation == Qt::Horizontal;
-    const int length = horizontal ? option.rect.width() : option.rect.height();
-    const qint64 range = qint64{option.maximum} - option.minimum;
-    const auto proportional = static_cast<int>(
-        range + option.pageStep > 0 ? qint64{length} * option.pageStep / (range + option.pageStep) : length);
-    const int slider = std::min(length, std::max(shortestSlider, proportional));
-    const int start = QStyle::sliderPositionFromValue(
-        option.minimum, option.maximum, option.sliderPosition, length - slider, option.upsideDown);
-    const auto span = [&](int from, int to) {
-        const QRect along = horizontal ? QRect(from, 0, to - from, option.rect.height())
-                                       : QRect(0, from, option.rect.width(), to - from);
-        return along.translated(option.rect.topLeft());
-    };
-    switch (part) {
-    case QStyle::SC_ScrollBarSlider:
-        return span(start, start + slider);
-    case QStyle::SC_ScrollBarSubPage:
-        return span(0, start);
-    case QStyle::SC_ScrollBarAddPage:
-        return span(start + slider, length);
-    case QStyle::SC_ScrollBarGroove:
-        return option.rect;
-    default:
-        return {};
-    }
+QSize toolButtonSize(const QStyleOptionToolButton& button, const QSize& contents) {
+    const bool showsText = button.toolButtonStyle != Qt::ToolButtonIconOnly;
+    const bool showsArrow = button.features.testFlag(QStyleOptionToolButton::HasMenu);
+    const int width = contents.width() + (showsText ? 16 : 12) + (showsArrow ? menuArrowWidth : 0);
+    return {std::max(width, controlHeight), std::max(contents.height() + 4, controlHeight)};
 }
 
 } // namespace
 
 Style::Style() : QProxyStyle(QStringLiteral("Fusion")) {}
 
+void Style::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    const bool showsTouch = qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
+        qobject_cast<QSlider*>(widget) || widget->inherits("QSplitterHandle");
+    if (showsTouch)
+        widget->setAttribute(Qt::WA_Hover);
+    if (const auto* view = qobject_cast<QAbstractItemView*>(widget))
+        view->viewport()->setAttribute(Qt::WA_Hover);
+}
+
 void Style::drawPrimitive(
     PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const {
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+    const auto* tree = qobject_cast<const QTreeView*>(widget);
+    const bool isList = qobject_cast<const QListView*>(widget) != nullptr;
+    const QPalette& palette = option->palette;
     switch (element) {
     case PE_PanelLineEdit:
         if (frame && frame->lineWidth > 0)
@@ -182,13 +90,53 @@ void Style::drawPrimitive(
     case PE_PanelButtonCommand:
         drawButton(*option, painter);
         break;
+    case PE_IndicatorCheckBox:
+        drawCheckBox(*option, painter);
+        break;
+    case PE_IndicatorRadioButton:
+        drawRadioButton(*option, painter);
+        break;
+    case PE_PanelMenu:
+        drawPanel(*option, palette.color(QPalette::Base), painter);
+        break;
+    case PE_FrameMenu:
+        break; // part of the panel
+    case PE_PanelTipLabel:
+        drawPanel(*option, palette.color(QPalette::ToolTipBase), painter);
+        break;
+    case PE_Frame:
+        if (qobject_cast<const QAbstractScrollArea*>(widget))
+            drawBox(painter, option->rect, palette.color(QPalette::Base), lineColor(palette), 1.0);
+        else
+            drawPanel(
+                *option, palette.color(isFramedList(widget) ? QPalette::Base : QPalette::Window), painter);
+        break;
     case PE_PanelScrollAreaCorner:
-        painter->fillRect(option->rect, option->palette.base());
+        painter->fillRect(option->rect, palette.base());
+        break;
+    case PE_IndicatorBranch:
+        ItemViewPainting::drawBranch(*option, painter);
+        break;
+    case PE_PanelItemViewRow:
+        if (!tree || !item)
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        else
+            ItemViewPainting::drawTreeRow(*item, *tree, painter);
+        break;
+    case PE_PanelItemViewItem:
+        if (isList && item)
+            ItemViewPainting::drawListItem(*item, painter);
+        else if (!tree)
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
         break;
     case PE_FrameFocusRect:
-        // A button's panel shows its focus.
-        if (!qobject_cast<const QPushButton*>(widget))
-            drawFocusFrame(*option, painter);
+        // A button's own parts show its focus, and the selection of a list or tree its current row.
+        if (qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QComboBox*>(widget))
+            break;
+        if (!tree && !isList)
+            drawFocusRing(painter, option->rect, palette, radius);
+        else if (!option->state.testFlag(State_Selected))
+            ItemViewPainting::drawRowFocus(*option, widget, painter);
         break;
     default:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -199,19 +147,28 @@ void Style::drawControl(
     ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const {
     const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    const auto* menu = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     if (element == CE_HeaderSection || element == CE_HeaderEmptyArea)
-        drawHeaderSection(*option, painter);
+        HeaderPainting::drawSection(*option, painter);
     else if (element == CE_Header && header)
         drawHeader(*header, painter, widget);
     else if (element == CE_PushButtonLabel && button)
         drawButtonLabel(*button, painter, widget);
+    else if (element == CE_MenuItem && menu)
+        MenuPainting::drawItem(*menu, painter);
+    else if (element == CE_MenuBarItem && menu)
+        MenuPainting::drawTitle(*menu, painter);
+    else if (element == CE_MenuBarEmptyArea || element == CE_MenuEmptyArea)
+        return; // the ground is there
+    else if (element == CE_Splitter)
+        drawDivider(painter, option->rect, touched(lineColor(option->palette), *option));
     else
         QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void Style::drawHeader(const QStyleOptionHeader& option, QPainter* painter, const QWidget* widget) const {
-    drawHeaderSection(option, painter);
-    drawSortArrow(option, painter);
+    HeaderPainting::drawSection(option, painter);
+    HeaderPainting::drawSortArrow(option, painter);
 
     const bool prominent =
         option.sortIndicator != QStyleOptionHeader::None || option.state.testFlag(State_MouseOver);
@@ -227,19 +184,59 @@ void Style::drawHeader(const QStyleOptionHeader& option, QPainter* painter, cons
 void Style::drawButtonLabel(
     const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const {
     QStyleOptionButton label(option);
-    if (isProminent(&option)) {
+    if (isProminent(option)) {
         label.palette.setColor(
             QPalette::ButtonText, option.palette.color(QPalette::Active, QPalette::HighlightedText));
     }
     QProxyStyle::drawControl(CE_PushButtonLabel, &label, painter, widget);
 }
 
+void Style::drawToolButton(
+    const QStyleOptionToolButton& option, QPainter* painter, const QWidget* widget) const {
+    if (option.state.testFlag(State_AutoRaise))
+        ControlPainting::drawToolButton(option, painter);
+    else
+        drawButton(option, painter);
+
+    QStyleOptionToolButton label(option);
+    if (option.features.testFlag(QStyleOptionToolButton::HasMenu)) {
+        QRect arrow = option.rect;
+        arrow.setLeft(arrow.right() - menuArrowWidth - 4);
+        label.rect.setRight(arrow.left());
+        drawChevron(
+            painter, visualRect(option.direction, option.rect, arrow), Qt::DownArrow,
+            option.palette.color(QPalette::ButtonText));
+        label.rect = visualRect(option.direction, option.rect, label.rect);
+    }
+    // Painted in place, an icon is sharp at any scale; by way of a picture it would not be.
+    if (option.toolButtonStyle == Qt::ToolButtonIconOnly && !option.icon.isNull()) {
+        QRect place(QPoint(), option.iconSize);
+        place.moveCenter(label.rect.center());
+        option.icon.paint(
+            painter, place, Qt::AlignCenter, isEnabled(option) ? QIcon::Normal : QIcon::Disabled,
+            option.state.testFlag(State_On) ? QIcon::On : QIcon::Off);
+    } else {
+        label.state &= ~(State_Sunken | State_AutoRaise);
+        if (option.toolButtonStyle == Qt::ToolButtonTextBesideIcon)
+            label.rect.adjust(4, 0, -4, 0);
+        QProxyStyle::drawControl(CE_ToolButtonLabel, &label, painter, widget);
+    }
+}
+
 void Style::drawComplexControl(
     ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
     const QWidget* widget) const {
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    const auto* toolButton = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+    const auto* comboBox = qstyleoption_cast<const QStyleOptionComboBox*>(option);
     if (control == CC_ScrollBar && slider)
-        drawScrollBar(*slider, scrollBarPart(*slider, SC_ScrollBarSlider), painter);
+        SliderPainting::drawScrollBar(*slider, groundOf(*option, widget), painter);
+    else if (control == CC_Slider && slider)
+        SliderPainting::drawSlider(*slider, painter);
+    else if (control == CC_ToolButton && toolButton)
+        drawToolButton(*toolButton, painter, widget);
+    else if (control == CC_ComboBox && comboBox)
+        drawComboBox(*comboBox, comboBoxPart(*comboBox, SC_ComboBoxArrow), painter);
     else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
@@ -248,7 +245,8 @@ QRect Style::subElementRect(SubElement element, const QStyleOption* option, cons
     const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
     if (element == SE_HeaderLabel && header) {
         const bool isSorted = header->sortIndicator != QStyleOptionHeader::None;
-        return header->rect.adjusted(headerMargin, 0, -headerMargin - (isSorted ? sortArrowSide : 0), 0);
+        constexpr int margin = HeaderPainting::margin;
+        return header->rect.adjusted(margin, 0, -margin - (isSorted ? HeaderPainting::sortArrowSide : 0), 0);
     }
     const QRect rect = QProxyStyle::subElementRect(element, option, widget);
     return element == SE_LineEditContents ? rect.adjusted(6, 0, -6, 0) : rect;
@@ -259,7 +257,11 @@ QRect Style::subControlRect(
     const QWidget* widget) const {
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control == CC_ScrollBar && slider)
-        return scrollBarPart(*slider, subControl);
+        return SliderPainting::scrollBarPart(*slider, subControl);
+    if (control == CC_Slider && slider)
+        return SliderPainting::sliderPart(*slider, subControl);
+    if (control == CC_ComboBox && subControl != SC_ComboBoxListBoxPopup)
+        return comboBoxPart(*option, subControl);
     return QProxyStyle::subControlRect(control, option, subControl, widget);
 }
 
@@ -267,50 +269,119 @@ QSize Style::sizeFromContents(
     ContentsType type, const QStyleOption* option, const QSize& contentsSize, const QWidget* widget) const {
     QSize size = QProxyStyle::sizeFromContents(type, option, contentsSize, widget);
     const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+    const auto* menu = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    const auto* toolButton = qstyleoption_cast<const QStyleOptionToolButton*>(option);
     switch (type) {
     case CT_HeaderSection:
         if (header) {
             const int title = header->fontMetrics.horizontalAdvance(header->text.trimmed());
-            size.setWidth(title + 2 * headerMargin + sortArrowSide);
+            size.setWidth(title + 2 * HeaderPainting::margin + HeaderPainting::sortArrowSide);
         }
-        size.setHeight(std::max(size.height(), controlHeight));
-        break;
+        return size.expandedTo({0, controlHeight});
     case CT_LineEdit:
-        size.setHeight(std::max(size.height(), controlHeight));
-        break;
+        return size.expandedTo({0, controlHeight});
     case CT_PushButton:
-        size = {std::max(size.width() + 24, 88), std::max(size.height(), controlHeight)};
-        break;
+        return QSize(size.width() + 24, size.height()).expandedTo({88, controlHeight});
+    case CT_ComboBox:
+        return QSize(contentsSize.width() + 2 * comboPadding + comboArrowWidth, contentsSize.height() + 8)
+            .expandedTo({0, controlHeight});
+    case CT_ToolButton:
+        return toolButton ? toolButtonSize(*toolButton, contentsSize) : size;
+    case CT_CheckBox:
+    case CT_RadioButton:
+        return size.expandedTo({0, 24});
+    case CT_ItemViewItem:
+        return size.expandedTo({0, rowHeight});
+    case CT_MenuItem:
+        return menu ? MenuPainting::itemSize(*menu, contentsSize) : size;
+    case CT_MenuBarItem:
+        return MenuPainting::titleSize(contentsSize);
     default:
-        break;
+        return size;
     }
-    return size;
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
     case PM_ScrollBarExtent:
-        return scrollBarExtent;
+        return SliderPainting::scrollBarExtent;
     case PM_ScrollView_ScrollBarSpacing:
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+    case PM_MenuBarPanelWidth:
+    case PM_MenuBarItemSpacing:
+    case PM_MenuBarVMargin:
         return 0;
+    case PM_DefaultFrameWidth:
+        return isFramedList(widget) ? 4 : 1;
+    case PM_ComboBoxFrameWidth:
+    case PM_MenuPanelWidth:
+        return 1;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+    case PM_MenuBarHMargin:
+        return 4;
     case PM_HeaderMargin:
-        return headerMargin;
+        return HeaderPainting::margin;
     case PM_HeaderMarkSize:
-        return sortArrowSide;
+        return HeaderPainting::sortArrowSide;
     case PM_FocusFrameHMargin:
-        return 7; // a cell's text has one more
+        // A cell's text has one more. In a tree the margins of icon and text add up.
+        return qobject_cast<const QTreeView*>(widget) ? 3 : 7;
+    case PM_SliderThickness:
+    case PM_SliderControlThickness:
+        return SliderPainting::sliderThickness;
+    case PM_SliderLength:
+        return SliderPainting::handleSide;
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        return indicatorSide;
+    case PM_SplitterWidth:
+        return 7; // the line in the middle, three to grab on either side
+    case PM_TreeViewIndentation:
+    case PM_SmallIconSize:
+    case PM_ButtonIconSize:
+    case PM_ListViewIconSize:
     case PM_LayoutLeftMargin:
     case PM_LayoutTopMargin:
     case PM_LayoutRightMargin:
     case PM_LayoutBottomMargin:
         return 16;
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+        return 6;
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
         return 8;
-    case PM_ButtonShiftHorizontal:
-    case PM_ButtonShiftVertical:
-        return 0;
+    case PM_ToolTipLabelFrameWidth:
+        return 7; // the tip itself adds one
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
+}
+
+int Style::styleHint(
+    StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* returnData) const {
+    switch (hint) {
+    case SH_ComboBox_Popup: // a list below the box
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_EtchDisabledText:
+    case SH_DitherDisabledText:
+        return 0;
+    case SH_Slider_AbsoluteSetButtons:
+        // A click in the groove moves the handle there, as one expects of a progress that is set by hand.
+        return Qt::LeftButton;
+    case SH_ToolTipLabel_Opacity:
+        return 255;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+}
+
+QIcon Style::standardIcon(
+    StandardPixmap standardIcon, const QStyleOption* option, const QWidget* widget) const {
+    const QIcon icon = messageIcon(standardIcon);
+    return icon.isNull() ? QProxyStyle::standardIcon(standardIcon, option, widget) : icon;
 }

@@ -4,7 +4,7 @@
 
 class QStyleOptionButton;
 class QStyleOptionHeader;
-class QStyleOptionSlider;
+class QStyleOptionToolButton;
 
 /// Quiet, flat controls on a grid of four pixels. Takes every colour from the palette, so it is light or dark
 /// as that is.
@@ -13,6 +13,9 @@ class Style : public QProxyStyle {
 
 public:
     Style();
+
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
 
     void drawPrimitive(
         PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -33,8 +36,15 @@ public:
         const QWidget* widget = nullptr) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option = nullptr, const QWidget* widget = nullptr)
         const override;
+    int styleHint(
+        StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
+        QStyleHintReturn* returnData = nullptr) const override;
+    QIcon standardIcon(
+        StandardPixmap standardIcon, const QStyleOption* option = nullptr,
+        const QWidget* widget = nullptr) const override;
 
 private:
     void drawButtonLabel(const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const;
     void drawHeader(const QStyleOptionHeader& option, QPainter* painter, const QWidget* widget) const;
+    void drawToolButton(const QStyleOptionToolButton& option, QPainter* painter, const QWidget* widget) const;
 };

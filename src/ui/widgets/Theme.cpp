@@ -1,10 +1,14 @@
 #include "ui/widgets/Theme.h"
 
 #include "platform/AccentColor.h"
-#include "ui/widgets/DesktopAppearance.h"
+#include "platform/AppearanceChanges.h"
+#include "platform/ColorScheme.h"
+#include "ui/widgets/FontIcons.h"
+#include "ui/widgets/Palettes.h"
 #include "ui/widgets/Style.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QStyleFactory>
 
 #include <algorithm>
@@ -28,14 +32,22 @@ bool desktopBringsColors() {
 Theme::Theme(QObject* parent) : QObject(parent) {
     const bool needsColors = !desktopBringsColors();
     QApplication::setStyle(new Style);
+    // Whoever changes the palette, the icons go along.
+    qApp->installEventFilter(this);
+    updateIconFontPalette(QGuiApplication::palette());
     if (!needsColors)
         return;
-    m_appearance = new DesktopAppearance(this);
-    connect(m_appearance, &DesktopAppearance::changed, this, &Theme::applyPalette);
+    auto* changes = new Stemhaven::AppearanceChanges(this);
+    connect(changes, &Stemhaven::AppearanceChanges::changed, this, &Theme::applyPalette);
     applyPalette();
 }
 
+bool Theme::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        updateIconFontPalette(QGuiApplication::palette());
+    return QObject::eventFilter(watched, event);
+}
+
 void Theme::applyPalette() {
-    QApplication::setPalette(
-        designedPalette(DesktopAppearance::colorScheme(), Stemhaven::systemAccentColor()));
+    QApplication::setPalette(designedPalette(Stemhaven::systemColorScheme(), Stemhaven::systemAccentColor()));
 }

@@ -2,19 +2,17 @@
 
 #include <QObject>
 
-class DesktopAppearance;
-
-/// The look of the whole program: its style and, on a desktop that brings no colours of its own, its light
-/// and dark palettes, live after the desktop's wish. Made in main after the application object, and lives as
-/// long as it.
+/// The look of the whole program: its style, the colours of its icons and, on a desktop that brings no
+/// colours of its own, its light and dark palettes, live after the desktop's wish. Made in main after the
+/// application object, and lives as long as it.
 class Theme : public QObject {
     Q_OBJECT
 
 public:
     explicit Theme(QObject* parent = nullptr);
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     static void applyPalette();
-
-    DesktopAppearance* m_appearance = nullptr;
 };

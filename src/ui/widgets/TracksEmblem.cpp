@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr QSize pictureSize{152, 84};
 constexpr double radius = 6.0;
 constexpr int playheadX = 92;
 
@@ -38,15 +37,23 @@ QSize TracksEmblem::sizeHint() const {
 
 void TracksEmblem::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    draw(painter, rect(), palette(), m_accented);
+}
+
+void TracksEmblem::draw(QPainter& painter, const QRectF& place, const QPalette& palette, bool accented) {
+    painter.save();
+    painter.translate(place.topLeft());
+    painter.scale(place.width() / pictureSize.width(), place.height() / pictureSize.height());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    QColor color = m_accented ? getAccentColor() : palette().color(QPalette::PlaceholderText);
-    const double fullAlpha = m_accented ? 1.0 : 0.5;
+    QColor color = accented ? getAccentColor() : palette.color(QPalette::PlaceholderText);
+    const double fullAlpha = accented ? 1.0 : 0.5;
     for (const Region& region : regions) {
         color.setAlphaF(static_cast<float>(region.strength * fullAlpha));
         painter.setBrush(color);
         painter.drawRoundedRect(region.place, radius, radius);
     }
-    painter.setBrush(palette().color(m_accented ? QPalette::WindowText : QPalette::PlaceholderText));
+    painter.setBrush(palette.color(accented ? QPalette::WindowText : QPalette::PlaceholderText));
     painter.drawRoundedRect(QRectF(playheadX, 0, 2, pictureSize.height()), 1, 1);
+    painter.restore();
 }

@@ -1,0 +1,28 @@
+#include "platform/FileManager.h"
+
+#include "platform/ShellQuoting.h"
+
+#include <QFile>
+
+#include <cstdlib>
+
+namespace Stemhaven {
+
+namespace {
+
+int run(const QString& command) {
+    // The path in the command is quoted.
+    return std::system(QFile::encodeName(command).constData()); // NOLINT(concurrency-mt-unsafe)
+}
+
+} // namespace
+
+int openProject(const QString& path) {
+    return run(QStringLiteral("open ") + quotedForShell(path));
+}
+
+int revealInFileManager(const QString& path) {
+    return run(QStringLiteral("open -R ") + quotedForShell(path));
+}
+
+} // namespace Stemhaven

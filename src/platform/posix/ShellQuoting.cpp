@@ -1,0 +1,17 @@
+#include "platform/ShellQuoting.h"
+
+namespace Stemhaven {
+
+QString quotedForShell(const QString& text) {
+    // All that has a meaning between double quotes.
+    const QLatin1String special("\\$`\"");
+    QString quoted = QStringLiteral("\"");
+    for (const QChar character : text) {
+        if (special.contains(character))
+            quoted += QLatin1Char('\\');
+        quoted += character;
+    }
+    return quoted + QLatin1Char('"');
+}
+
+} // namespace Stemhaven

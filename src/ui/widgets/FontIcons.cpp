@@ -1,0 +1,20 @@
+#include "ui/widgets/FontIcons.h"
+
+#include "ui/widgets/ZFontIcon.h"
+
+#include <QDebug>
+#include <QFile>
+
+void registerFonts() {
+    const QString file = QStringLiteral(":icons/Phosphor/") + QStringLiteral("Phosphor-Light.ttf");
+    if (!QFile::exists(file))
+        qInfo() << "Built without the icon font, buttons show text.";
+    else if (!ZFontIcon::addFont(file))
+        qWarning() << "The icon font cannot be read.";
+}
+
+void updateIconFontPalette(const QPalette& palette) {
+    ZFontIcon::setColors(
+        palette.brush(QPalette::Text).color(), palette.brush(QPalette::Disabled, QPalette::Text).color(),
+        palette.color(QPalette::HighlightedText));
+}

@@ -1,0 +1,23 @@
+#include "ui/widgets/ToolButton.h"
+
+namespace {
+
+constexpr int iconSide = 20;
+
+} // namespace
+
+ToolButton::ToolButton(Glyph glyph, const QString& text, QWidget* parent) : QToolButton(parent) {
+    setAutoRaise(true);
+    setFocusPolicy(Qt::TabFocus);
+    setIconSize({iconSide, iconSide});
+    present(glyph, text);
+}
+
+void ToolButton::present(Glyph glyph, const QString& text) {
+    setText(text);
+    setToolTip(text);
+    setAccessibleName(text);
+    // Without an icon the style of the button shows the text.
+    setIcon(::icon(glyph));
+    setToolButtonStyle(icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
+}
