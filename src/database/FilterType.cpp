@@ -5,7 +5,7 @@
 namespace {
 
 struct Description {
-    const char* debugName;
+    const char* debugName = "";
     const char* table = "";
     const char* idColumn = "";
     const char* nameColumn = "";

@@ -1,7 +1,5 @@
 #include "database/SqlText.h"
 
-#include <QSet>
-
 namespace Stemhaven {
 
 QString escape(const QString& text) {
@@ -16,8 +14,8 @@ QString unescape(const QString& text) {
     return unescaped.replace(QLatin1String("''"), QLatin1String("'"));
 }
 
-bool isValidProjectsFieldName(const QString& name) {
-    static const QSet<QString> columns = {
+const QStringList& projectsFieldNames() {
+    static const QStringList names = {
         "project_id",
         "filepath",
         "filename",
@@ -54,7 +52,11 @@ bool isValidProjectsFieldName(const QString& name) {
         "recording_status",
         "mix_master_status",
         "alternative_count"};
-    return columns.contains(name);
+    return names;
+}
+
+bool isValidProjectsFieldName(const QString& name) {
+    return projectsFieldNames().contains(name);
 }
 
 } // namespace Stemhaven

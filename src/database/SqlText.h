@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// Text that becomes part of an SQL statement.
 namespace Stemhaven {
@@ -9,6 +10,9 @@ namespace Stemhaven {
 /// hold, are left out.
 QString escape(const QString& text);
 QString unescape(const QString& text);
+
+/// The columns of the projects table.
+const QStringList& projectsFieldNames();
 
 /// Whether name is exactly that of a column of the projects table. Guards every column name from outside.
 bool isValidProjectsFieldName(const QString& name);

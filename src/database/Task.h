@@ -27,6 +27,11 @@ public:
 
     /// Does the work and returns how many callbacks it posted.
     virtual unsigned short exec() = 0;
+
+    /// Whether the work must be done even when the manager is shutting down; its callbacks are not called
+    /// then.
+    virtual bool outlastsShutDown() const { return false; }
+
     virtual ~Task();
     Task(const Task&) = delete;
     Task& operator=(const Task&) = delete;

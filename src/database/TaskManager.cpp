@@ -55,9 +55,22 @@ void TaskManager::shutDown() {
         const std::lock_guard lock(m_queueMutex);
         dropped.swap(m_queue);
     }
+    runWhatOutlastsShutDown(dropped);
     // A dropped task may own a query or a model, which want their connection when they end.
     dropped.clear();
     closeConnections();
+}
+
+void TaskManager::runWhatOutlastsShutDown(const std::deque<std::shared_ptr<Task>>& tasks) {
+    for (const auto& task : tasks) {
+        if (!task->outlastsShutDown())
+            continue;
+        loggingFailures(QStringLiteral("TaskManager: could not finish at the end!"), [&] {
+            openConnections();
+            task->runUnder(*this);
+            task->exec();
+        });
+    }
 }
 
 bool TaskManager::mayRun() const {

@@ -36,9 +36,9 @@ public:
     /// Shuts down.
     ~TaskManager() override;
 
-    /// Finishes the task that is running, drops the others and closes the connections, for good. Waits for
-    /// the worker. Called in main, since the SQL library does not outlive it: its own statics are the first
-    /// to go.
+    /// Finishes the task that is running and the user's edits, drops the others and closes the connections,
+    /// for good. Waits for the worker. Called in main, since the SQL library does not outlive it: its own
+    /// statics are the first to go.
     void shutDown();
 
     void addTask(std::shared_ptr<Task> task);
@@ -88,6 +88,7 @@ signals:
 private:
     friend class Task;
 
+    void runWhatOutlastsShutDown(const std::deque<std::shared_ptr<Task>>& tasks);
     void startWorker();
     void runTasks();
     void runQueuedTasks();

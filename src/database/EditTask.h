@@ -1,0 +1,41 @@
+#pragma once
+
+#include "database/Task.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace Stemhaven {
+
+class DbException;
+
+/// Writes an edit of the user: reads what the edit is about to overwrite and writes it in one transaction, so
+/// that nothing of it is done where a part of it fails. The manager runs it even when it is shutting down.
+class EditTask : public Task {
+public:
+    /// Makes the statements of the edit from the rows that it is about to overwrite. Runs on the worker.
+    using Plan = std::function<QStringList(const QList<QStringList>& before)>;
+    using SqlErrorCallback = std::function<void(std::shared_ptr<Task>, const DbException&)>;
+
+    /// stateStatement is a select; its rows go to plan as texts.
+    EditTask(QString stateStatement, Plan plan, QSqlDatabase& database);
+
+    void setSqlErrorCallback(SqlErrorCallback callback);
+
+    unsigned short exec() override;
+
+    bool outlastsShutDown() const override { return true; }
+
+private:
+    void readAndWrite();
+    QList<QStringList> readState();
+
+    QString m_stateStatement;
+    Plan m_plan;
+    SqlErrorCallback m_sqlErrorCallback;
+};
+
+} // namespace Stemhaven

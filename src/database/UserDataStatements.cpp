@@ -1,0 +1,195 @@
+#include "database/UserDataStatements.h"
+
+#include "database/SqlText.h"
+
+#include <QLocale>
+
+#include <algorithm>
+
+namespace Stemhaven::UserDataStatements {
+
+namespace {
+
+QString decimal(qint64 value) {
+    return QString::number(value);
+}
+
+QString list(const QList<qint64>& ids) {
+    QStringList texts;
+    texts.reserve(ids.size());
+    for (const qint64 id : ids)
+        texts.append(decimal(id));
+    return QLatin1Char('(') + texts.join(QLatin1Char(',')) + QLatin1Char(')');
+}
+
+QStringList quoted(const QStringList& columns) {
+    QStringList expressions;
+    for (const auto& column : columns)
+        expressions.append(QStringLiteral("quote(%1)").arg(column));
+    return expressions;
+}
+
+} // namespace
+
+QString selectProject(qint64 projectId) {
+    return QStringLiteral("SELECT * FROM projects WHERE project_id=%1").arg(decimal(projectId));
+}
+
+QString selectCollections(qint64 projectId) {
+    return QStringLiteral("SELECT collection_id FROM collections_projects_map WHERE project_id=%1")
+        .arg(decimal(projectId));
+}
+
+QString selectTags(qint64 projectId) {
+    return QStringLiteral("SELECT tag_id FROM project_tag_map WHERE project_id=%1").arg(decimal(projectId));
+}
+
+QString setStarRating(int stars, qint64 projectId) {
+    return QStringLiteral("UPDATE projects SET star_rating=%1 WHERE project_id=%2")
+        .arg(decimal(stars), decimal(projectId));
+}
+
+QString setProgress(double progress, bool completed, qint64 projectId) {
+    return QStringLiteral("UPDATE projects SET progress=%1, completed=%2 WHERE project_id=%3")
+        .arg(
+            QString::number(progress, 'g', QLocale::FloatingPointShortest), decimal(completed ? 1 : 0),
+            decimal(projectId));
+}
+
+QString setStatus(FilterType status, qint64 statusId, qint64 projectId) {
+    // The column is called as the table that it refers to.
+    return QStringLiteral("UPDATE projects SET %1=%2 WHERE project_id=%3")
+        .arg(tableNameForStatus(status), decimal(statusId), decimal(projectId));
+}
+
+QString setIgnored(bool ignored, qint64 projectId) {
+    return QStringLiteral("UPDATE projects SET ignored=%1 WHERE project_id=%2")
+        .arg(decimal(ignored ? 1 : 0), decimal(projectId));
+}
+
+QString associate(FilterType type, qint64 filterId, qint64 projectId) {
+    switch (type) {
+    case FilterType::COLLECTIONS:
+        return QStringLiteral("INSERT INTO collections_projects_map VALUES(%1, %2)")
+            .arg(decimal(filterId), decimal(projectId));
+    case FilterType::GENRES:
+        return QStringLiteral("UPDATE projects SET genre_id=%1 WHERE project_id=%2")
+            .arg(decimal(filterId), decimal(projectId));
+    case FilterType::TAGS:
+        return QStringLiteral("INSERT INTO project_tag_map VALUES(%1, %2)")
+            .arg(decimal(projectId), decimal(filterId));
+    default:
+        return {};
+    }
+}
+
+QString disassociate(FilterType type, qint64 filterId, qint64 projectId) {
+    switch (type) {
+    case FilterType::COLLECTIONS:
+        return QStringLiteral("DELETE FROM collections_projects_map WHERE collection_id=%1 AND project_id=%2")
+            .arg(decimal(filterId), decimal(projectId));
+    case FilterType::GENRES:
+        return QStringLiteral("UPDATE projects SET genre_id=NULL WHERE project_id=%1")
+            .arg(decimal(projectId));
+    case FilterType::TAGS:
+        return QStringLiteral("DELETE FROM project_tag_map WHERE project_id=%1 AND tag_id=%2")
+            .arg(decimal(projectId), decimal(filterId));
+    default:
+        return {};
+    }
+}
+
+QString clearReference(FilterType type, qint64 entryId, qint64 projectId) {
+    const bool isGenre = type == FilterType::GENRES;
+    return QStringLiteral("UPDATE projects SET %1=%2 WHERE project_id=%3 AND %1=%4")
+        .arg(
+            isGenre ? QStringLiteral("genre_id") : tableNameForStatus(type),
+            isGenre ? QStringLiteral("NULL") : decimal(defaultStatusId), decimal(projectId),
+            decimal(entryId));
+}
+
+QString selectAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds) {
+    switch (type) {
+    case FilterType::COLLECTIONS:
+        return QStringLiteral("SELECT DISTINCT project_id FROM collections_projects_map WHERE "
+                              "collection_id=%1 AND project_id IN %2")
+            .arg(decimal(filterId), list(projectIds));
+    case FilterType::TAGS:
+        return QStringLiteral(
+                   "SELECT DISTINCT project_id FROM project_tag_map WHERE tag_id=%1 AND project_id IN %2")
+            .arg(decimal(filterId), list(projectIds));
+    case FilterType::GENRES:
+        return QStringLiteral("SELECT project_id FROM projects WHERE genre_id=%1 AND project_id IN %2")
+            .arg(decimal(filterId), list(projectIds));
+    default:
+        return {};
+    }
+}
+
+QString selectLiterals(const QStringList& columns, const QList<qint64>& projectIds) {
+    return QStringLiteral("SELECT project_id, %1 FROM projects WHERE project_id IN %2")
+        .arg(quoted(columns).join(QLatin1String(", ")), list(projectIds));
+}
+
+QString setLiterals(const QStringList& columns, const QStringList& literals, qint64 projectId) {
+    QStringList assignments;
+    for (qsizetype i = 0; i < std::min(columns.size(), literals.size()); ++i)
+        assignments.append(columns[i] + QLatin1Char('=') + literals[i]);
+    return QStringLiteral("UPDATE projects SET ") + assignments.join(QLatin1String(", ")) +
+        QStringLiteral(" WHERE project_id=") + decimal(projectId);
+}
+
+QString deleteProject(qint64 projectId) {
+    return QStringLiteral("DELETE FROM projects WHERE project_id=%1").arg(decimal(projectId));
+}
+
+QStringList deleteAssociations(qint64 projectId) {
+    return {
+        QStringLiteral("DELETE FROM collections_projects_map WHERE project_id=%1").arg(decimal(projectId)),
+        QStringLiteral("DELETE FROM project_tag_map WHERE project_id=%1").arg(decimal(projectId))};
+}
+
+QString selectAsInserts(const QList<qint64>& projectIds) {
+    const QStringList& columns = projectsFieldNames();
+    const QString values = quoted(columns).join(QLatin1String(" || ',' || "));
+    return QStringLiteral("SELECT 'projects', project_id, 'INSERT INTO projects (%1) VALUES (' || %2 || ')' "
+                          "FROM projects WHERE project_id IN %3 "
+                          "UNION ALL SELECT 'collections', collection_id, 'INSERT INTO "
+                          "collections_projects_map VALUES(' || collection_id || ', ' || project_id || ')' "
+                          "FROM collections_projects_map WHERE project_id IN %3 "
+                          "UNION ALL SELECT 'tags', tag_id, 'INSERT INTO project_tag_map VALUES(' || "
+                          "project_id || ', ' || tag_id || ')' FROM project_tag_map WHERE project_id IN %3")
+        .arg(columns.join(QLatin1String(", ")), values, list(projectIds));
+}
+
+QStringList freeProjectId(qint64 projectId) {
+    QStringList statements;
+    for (const char* table : {"collections_projects_map", "project_tag_map", "projects"}) {
+        statements.append(
+            QStringLiteral("UPDATE %1 SET project_id=(SELECT MAX(project_id) + 1 FROM projects) WHERE "
+                           "project_id=%2")
+                .arg(QLatin1String(table), decimal(projectId)));
+    }
+    return statements;
+}
+
+QStringList settleRestoredProject(qint64 projectId) {
+    const QString id = decimal(projectId);
+    const QString sameBundle =
+        QStringLiteral("SELECT project_id FROM projects WHERE project_id<>%1 AND filename=(SELECT filename "
+                       "FROM projects WHERE project_id=%1) AND filepath=(SELECT filepath FROM projects WHERE "
+                       "project_id=%1)")
+            .arg(id);
+    QStringList statements;
+    for (const char* table : {"collections_projects_map", "project_tag_map", "projects"}) {
+        statements.append(
+            QStringLiteral("DELETE FROM %1 WHERE project_id IN (%2)").arg(QLatin1String(table), sameBundle));
+    }
+    statements.append(
+        QStringLiteral("UPDATE projects SET SUFID=NULL WHERE project_id=%1 AND SUFID IN (SELECT SUFID FROM "
+                       "projects WHERE project_id<>%1)")
+            .arg(id));
+    return statements;
+}
+
+} // namespace Stemhaven::UserDataStatements

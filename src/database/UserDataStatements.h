@@ -1,0 +1,49 @@
+#pragma once
+
+#include "database/FilterType.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+/// Statements over what the user says of projects. Texts are given as they are.
+namespace Stemhaven::UserDataStatements {
+
+QString selectProject(qint64 projectId);
+QString selectCollections(qint64 projectId);
+QString selectTags(qint64 projectId);
+
+QString setStarRating(int stars, qint64 projectId);
+/// progress is a fraction from 0 to 1.
+QString setProgress(double progress, bool completed, qint64 projectId);
+/// status is one of the four kinds.
+QString setStatus(FilterType status, qint64 statusId, qint64 projectId);
+QString setIgnored(bool ignored, qint64 projectId);
+
+/// The type is collections, genres or tags; any other gives an empty text.
+QString associate(FilterType type, qint64 filterId, qint64 projectId);
+QString disassociate(FilterType type, qint64 filterId, qint64 projectId);
+/// Takes the genre or the status from the project if it is this one.
+QString clearReference(FilterType type, qint64 entryId, qint64 projectId);
+/// Those of the projects that are in the collection or have the tag.
+QString selectAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds);
+
+/// A row a project: its id, then the values of the columns as literals, which setLiterals() takes back.
+QString selectLiterals(const QStringList& columns, const QList<qint64>& projectIds);
+QString setLiterals(const QStringList& columns, const QStringList& literals, qint64 projectId);
+
+/// The record alone; what it is associated with goes with deleteAssociations().
+QString deleteProject(qint64 projectId);
+QStringList deleteAssociations(qint64 projectId);
+
+/// The rows of the records and of their associations, each as the statement that inserts it again, with the
+/// table before it and, for an association, the id of the collection or the tag between the two.
+QString selectAsInserts(const QList<qint64>& projectIds);
+
+/// Goes before a deleted record is inserted again: a record that has got its id meanwhile gets another.
+QStringList freeProjectId(qint64 projectId);
+/// Goes after it: a record that was made of the same bundle meanwhile goes, and an identity that another
+/// bundle has by now is given up.
+QStringList settleRestoredProject(qint64 projectId);
+
+} // namespace Stemhaven::UserDataStatements
