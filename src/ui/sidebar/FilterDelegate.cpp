@@ -1,0 +1,53 @@
+#include "ui/sidebar/FilterDelegate.h"
+
+#include "ui/sidebar/FolderTreeItemModel.h"
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QStyle>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int rowHeight = 28;
+constexpr int textPadding = 8;
+constexpr int rightMargin = 12;
+
+} // namespace
+
+FilterDelegate::FilterDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
+
+QString FilterDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const {
+    return value.toString().replace(u'\n', u' ');
+}
+
+QSize FilterDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
+    return {0, std::max(rowHeight, option.fontMetrics.height() + textPadding)};
+}
+
+void FilterDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QRect all = option->rect;
+    option->rect = QStyle::visualRect(option->direction, all, all.adjusted(0, 0, -rightMargin, 0));
+    if (option->state.testFlag(QStyle::State_Selected)) {
+        option->font.setWeight(QFont::DemiBold);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
+    option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+}
+
+bool FilterDelegate::helpEvent(
+    QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+    const QModelIndex& index) {
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    const QRect place = view->style()->subElementRect(QStyle::SE_ItemViewItemText, &item, view);
+    if (event->type() != QEvent::ToolTip || item.fontMetrics.horizontalAdvance(item.text) <= place.width())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    // Escaped, as a name may look like markup; as markup it wraps.
+    QToolTip::showText(
+        event->globalPos(), QStringLiteral("<p>%1</p>").arg(item.text.toHtmlEscaped()), view->viewport());
+    return true;
+}

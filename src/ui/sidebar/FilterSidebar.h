@@ -1,0 +1,58 @@
+#pragma once
+
+#include "database/FilterType.h"
+
+#include <QWidget>
+
+class FilterTreeView;
+class FolderTreeItemModel;
+class QPushButton;
+
+/// The tree of what the projects can be narrowed by, with the buttons that add and remove entries below it.
+///
+/// Two things are marked in the tree. The selected entry is what the table shows at the moment. The current
+/// one is where the keyboard is and what the buttons act on; moving it filters nothing.
+class FilterSidebar : public QWidget {
+    Q_OBJECT
+
+public:
+    /// model outlives the sidebar.
+    explicit FilterSidebar(FolderTreeItemModel& model, QWidget* parent = nullptr);
+
+    void collapseAll();
+
+    /// Marks what the table shows; emits nothing. An entry that is not there yet is marked when a reload
+    /// brings it. Groups have the id -1.
+    void setCurrent(FilterType type, qint64 id = -1);
+
+    FilterType currentType() const;
+    /// -1 when a group is current.
+    qint64 currentEntryId() const;
+    /// Empty when a group is current.
+    QString currentName() const;
+
+signals:
+    /// By a click or Return. Of the groups only "All" and "Last Search" can be activated, with the id -1 and
+    /// no name.
+    void activated(FilterType type, qint64 id, const QString& name);
+    void addRequested(FilterType type);
+    void removeRequested(FilterType type, qint64 id, const QString& name);
+    void renameRequested(FilterType type, qint64 id, const QString& name);
+
+private:
+    void layOut();
+    void setUpEvents();
+    void activate(const QModelIndex& index);
+    void requestRemoval();
+    void requestRenaming();
+    void showMenu(const QPoint& globalPosition);
+    void markShown();
+    void updateButtons();
+
+    FolderTreeItemModel& m_model;
+    FilterTreeView* m_tree;
+    QPushButton* m_addButton;
+    QPushButton* m_removeButton;
+    FilterType m_shownType = FilterType::ALL;
+    qint64 m_shownId = -1;
+};
