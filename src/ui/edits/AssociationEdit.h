@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ui/edits/ProjectEdit.h"
+
+/// Puts projects into a collection or gives them a tag, or the other way round. No project is ever mapped
+/// twice.
+class AssociationEdit : public ProjectEdit {
+public:
+    enum class Direction { Associate, Disassociate };
+
+    /// type is collections or tags.
+    AssociationEdit(
+        Texts texts, QList<qint64> projects, FilterType type, qint64 filterId, Direction direction);
+
+    QString stateStatement() const override;
+    QStringList redo(const QList<QStringList>& state) override;
+    QStringList undo() const override;
+    bool forgetEntry(FilterType type, qint64 id) override;
+
+private:
+    QStringList statements(Direction direction) const;
+
+    FilterType m_type;
+    qint64 m_filterId;
+    Direction m_direction;
+    QList<qint64> m_changed; ///< those for which the last redo changed something
+};

@@ -1,0 +1,133 @@
+#include "ui/edits/EditHistory.h"
+
+#include "app/errors/DbException.h"
+#include "app/errors/ErrorHandler.h"
+#include "database/EditTask.h"
+#include "database/TaskManager.h"
+#include "ui/edits/ProjectEdit.h"
+
+#include <QDebug>
+#include <QPointer>
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+struct EditHistory::Step {
+    Step(EditPointer stepEdit, Direction stepDirection)
+        : edit(std::move(stepEdit)),
+          direction(stepDirection) {}
+
+    EditPointer edit;
+    Direction direction;
+    std::atomic<bool> cancelled = false; ///< a step before it was refused
+    std::atomic<bool> changesNothing = false;
+};
+
+EditHistory::EditHistory(Stemhaven::TaskManager& tasks, QObject* parent) : QObject(parent), m_tasks(tasks) {}
+
+EditHistory::~EditHistory() = default;
+
+void EditHistory::perform(std::unique_ptr<ProjectEdit> edit) {
+    const EditPointer shared(std::move(edit));
+    m_done.push_back(shared);
+    m_undone.clear();
+    start(shared, Direction::Perform);
+}
+
+void EditHistory::undo() {
+    if (!canUndo())
+        return;
+    m_undone.push_back(m_done.back());
+    m_done.pop_back();
+    start(m_undone.back(), Direction::Undo);
+}
+
+void EditHistory::redo() {
+    if (!canRedo())
+        return;
+    m_done.push_back(m_undone.back());
+    m_undone.pop_back();
+    start(m_done.back(), Direction::Redo);
+}
+
+QString EditHistory::undoText() const {
+    return canUndo() ? m_done.back()->texts().name : QString();
+}
+
+QString EditHistory::redoText() const {
+    return canRedo() ? m_undone.back()->texts().name : QString();
+}
+
+void EditHistory::forgetEntry(FilterType type, qint64 id) {
+    const std::lock_guard lock(*m_editMutex);
+    for (auto* edits : {&m_done, &m_undone})
+        std::erase_if(*edits, [&](const EditPointer& edit) { return !edit->forgetEntry(type, id); });
+    emit changed();
+}
+
+void EditHistory::start(const EditPointer& edit, Direction direction) {
+    auto step = std::make_shared<Step>(edit, direction);
+    auto plan = [step, mutex = m_editMutex](const QList<QStringList>& state) -> QStringList {
+        if (step->cancelled)
+            return {};
+        const std::lock_guard lock(*mutex);
+        auto statements =
+            step->direction == Direction::Undo ? step->edit->undo() : step->edit->redo(state);
+        step->changesNothing = statements.isEmpty();
+        return statements;
+    };
+    auto task = std::make_shared<Stemhaven::EditTask>(
+        edit->stateStatement(), std::move(plan), m_tasks.mainDatabase());
+    task->setSuccessCallback([history = QPointer(this), step](const auto& /*task*/) {
+        if (history)
+            history->finish(step);
+    });
+    task->setSqlErrorCallback(
+        [history = QPointer(this), step](const auto& /*task*/, const Stemhaven::DbException& error) {
+            if (history)
+                history->fail(step, error);
+        });
+    m_inFlight.push_back(std::move(step));
+    m_tasks.addTask(std::move(task));
+    emit changed();
+}
+
+void EditHistory::finish(const std::shared_ptr<Step>& step) {
+    std::erase(m_inFlight, step);
+    if (step->cancelled)
+        return;
+    if (step->direction == Direction::Perform && step->changesNothing) {
+        std::erase(m_done, step->edit);
+        emit changed();
+    } else if (!step->edit->texts().successLog.isEmpty() && step->direction != Direction::Undo) {
+        qInfo().noquote() << step->edit->texts().successLog;
+    }
+    emit written();
+}
+
+void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error) {
+    const auto& texts = step->edit->texts();
+    qCritical().noquote() << texts.failureLog;
+    qCritical() << error;
+    Stemhaven::ErrorHandler::instance().reportError(texts.failureTitle, error, QtCriticalMsg);
+
+    std::erase(m_inFlight, step);
+    // What was undone or redone after it rests on it, and goes back before it.
+    for (auto later = m_inFlight.rbegin(); later != m_inFlight.rend(); ++later) {
+        if ((*later)->direction != Direction::Perform && !(*later)->cancelled.exchange(true))
+            revert(**later);
+    }
+    revert(*step);
+    emit changed();
+    emit refused();
+}
+
+void EditHistory::revert(const Step& step) {
+    std::erase(m_done, step.edit);
+    std::erase(m_undone, step.edit);
+    if (step.direction == Direction::Undo)
+        m_done.push_back(step.edit);
+    else if (step.direction == Direction::Redo)
+        m_undone.push_back(step.edit);
+}

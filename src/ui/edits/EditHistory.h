@@ -1,0 +1,70 @@
+#pragma once
+
+#include "database/FilterType.h"
+
+#include <QObject>
+
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+class ProjectEdit;
+
+namespace Stemhaven {
+class DbException;
+class TaskManager;
+} // namespace Stemhaven
+
+/// Has the user's edits written, and takes them back and does them again in the order in which they were
+/// made. Nothing waits: each step is queued at once, so that none is lost when the program ends. GUI thread.
+class EditHistory : public QObject {
+    Q_OBJECT
+
+public:
+    /// tasks outlives this object.
+    explicit EditHistory(Stemhaven::TaskManager& tasks, QObject* parent = nullptr);
+    ~EditHistory() override;
+    Q_DISABLE_COPY(EditHistory)
+
+    void perform(std::unique_ptr<ProjectEdit> edit);
+    /// Nothing where there is nothing to undo.
+    void undo();
+    void redo();
+
+    bool canUndo() const { return !m_done.empty(); }
+
+    bool canRedo() const { return !m_undone.empty(); }
+
+    /// What the next step is called; empty when there is none.
+    QString undoText() const;
+    QString redoText() const;
+
+    /// An entry of the sidebar and all references to it are gone: undoing brings none of them back.
+    void forgetEntry(FilterType type, qint64 id);
+
+signals:
+    /// There are other edits to undo or redo.
+    void changed();
+    /// A step is in the database.
+    void written();
+    /// The database refused a step, which the user has been told, and holds what it held before.
+    void refused();
+
+private:
+    enum class Direction { Perform, Undo, Redo };
+    struct Step;
+    using EditPointer = std::shared_ptr<ProjectEdit>;
+
+    void start(const EditPointer& edit, Direction direction);
+    void finish(const std::shared_ptr<Step>& step);
+    void fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error);
+    void revert(const Step& step);
+
+    Stemhaven::TaskManager& m_tasks;
+    std::vector<EditPointer> m_done;   // the next to undo is the last
+    std::vector<EditPointer> m_undone; // the next to redo is the last
+    std::deque<std::shared_ptr<Step>> m_inFlight;
+    /// Held while an edit makes its statements on the worker, which may outlive this object.
+    std::shared_ptr<std::mutex> m_editMutex = std::make_shared<std::mutex>();
+};

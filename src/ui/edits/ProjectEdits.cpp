@@ -1,0 +1,220 @@
+#include "ui/edits/ProjectEdits.h"
+
+#include "database/UserDataStatements.h"
+#include "ui/edits/AssociationEdit.h"
+#include "ui/edits/ColumnEdit.h"
+#include "ui/edits/RecordDeletion.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+#include <utility>
+
+namespace UserDataStatements = Stemhaven::UserDataStatements;
+
+namespace {
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(ProjectEdits)
+};
+
+QString joined(const QList<qint64>& ids) {
+    QStringList texts;
+    for (const qint64 id : ids)
+        texts.append(QString::number(id));
+    return texts.join(QLatin1String(", "));
+}
+
+QString debugText(FilterType type) {
+    QString text;
+    QDebug(&text).nospace() << type;
+    return text;
+}
+
+/// The entry that log lines and alerts are about: what a status is called in them differs by kind.
+struct StatusTexts {
+    const char* name;
+    const char* failureLog;
+    const char* failureTitle;
+};
+
+StatusTexts statusTexts(FilterType type) {
+    switch (type) {
+    case FilterType::ARRANGEMENT_STATUS:
+        return {
+            QT_TRANSLATE_NOOP("ProjectEdits", "Arrangement Status"),
+            "Error updating project arrangement status!",
+            QT_TRANSLATE_NOOP("ProjectEdits", "Could not save arrangement status")};
+    case FilterType::LYRICS_STATUS:
+        return {
+            QT_TRANSLATE_NOOP("ProjectEdits", "Lyrics Status"), "Error updating project lyrics status!",
+            QT_TRANSLATE_NOOP("ProjectEdits", "Could not save lyrics status")};
+    case FilterType::RECORDING_STATUS:
+        return {
+            QT_TRANSLATE_NOOP("ProjectEdits", "Recording Status"), "Error updating project recording status!",
+            QT_TRANSLATE_NOOP("ProjectEdits", "Could not save recording status")};
+    default:
+        return {
+            QT_TRANSLATE_NOOP("ProjectEdits", "Mix/Master Status"),
+            "Error updating project mix/master status!",
+            QT_TRANSLATE_NOOP("ProjectEdits", "Could not save mix/master status")};
+    }
+}
+
+ProjectEdit::Texts associationTexts(const QList<qint64>& projects, FilterType type, qint64 filterId) {
+    const QString ids = joined(projects);
+    const QString filter = QString::number(filterId);
+    ProjectEdit::Texts texts;
+    if (type == FilterType::COLLECTIONS)
+        texts = {Text::tr("Add to Collection"), Text::tr("Could not add project to collection"), {}, {}};
+    else if (type == FilterType::GENRES)
+        texts = {Text::tr("Set Genre"), Text::tr("Could not add project to genre"), {}, {}};
+    else
+        texts = {Text::tr("Add Tag"), Text::tr("Could not add tag to project"), {}, {}};
+    texts.failureLog =
+        QStringLiteral("Could not associate project with new filter! project_id:%1 filterID:%2")
+            .arg(ids, filter);
+    texts.successLog =
+        QStringLiteral("Associated project_id:%1 with %2-ID:%3").arg(ids, debugText(type), filter);
+    return texts;
+}
+
+ProjectEdit::Texts disassociationTexts(const QList<qint64>& projects, FilterType type, qint64 filterId) {
+    const QString ids = joined(projects);
+    const QString filter = QString::number(filterId);
+    ProjectEdit::Texts texts;
+    if (type == FilterType::COLLECTIONS)
+        texts.name = Text::tr("Remove from Collection");
+    else if (type == FilterType::GENRES)
+        texts.name = Text::tr("Remove from Genre");
+    else
+        texts.name = Text::tr("Remove from Tag");
+    texts.failureTitle = Text::tr("Disassociating project with filter failed.");
+    texts.failureLog =
+        QStringLiteral("Could not disassociate project with new filter! project_id:%1 filterID:%2")
+            .arg(ids, filter);
+    texts.successLog =
+        QStringLiteral("Disassociated project_id:%1 with %2-ID:%3").arg(ids, debugText(type), filter);
+    return texts;
+}
+
+/// As the database writes the value of a REAL column.
+QString realLiteral(double value) {
+    const QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);
+    return text.contains(QLatin1Char('.')) ? text : text + QLatin1String(".0");
+}
+
+ColumnEdit::Reference genreReference() {
+    return {FilterType::GENRES, QStringLiteral("NULL")};
+}
+
+} // namespace
+
+namespace ProjectEdits {
+
+std::unique_ptr<ProjectEdit> starRating(const QList<qint64>& projects, int stars) {
+    return std::make_unique<ColumnEdit>(
+        ProjectEdit::Texts{
+            Text::tr("Rating"),
+            Text::tr("Could not save star rating"),
+            QStringLiteral("Error updating project star rating!"),
+            {}},
+        projects,
+        ColumnEdit::Change{
+            {QStringLiteral("star_rating")},
+            {QString::number(stars)},
+            [stars](qint64 project) { return UserDataStatements::setStarRating(stars, project); },
+            {}});
+}
+
+std::unique_ptr<ProjectEdit> progress(const QList<qint64>& projects, int percent, bool completed) {
+    const double fraction = percent / 100.0;
+    return std::make_unique<ColumnEdit>(
+        ProjectEdit::Texts{
+            Text::tr("Progress"),
+            Text::tr("Could not update progress bar"),
+            QStringLiteral("Error updating project progress!"),
+            {}},
+        projects,
+        ColumnEdit::Change{
+            {QStringLiteral("progress"), QStringLiteral("completed")},
+            {realLiteral(fraction), QString::number(completed ? 1 : 0)},
+            [fraction, completed](qint64 project) {
+                return UserDataStatements::setProgress(fraction, completed, project);
+            },
+            {}});
+}
+
+std::unique_ptr<ProjectEdit> status(const QList<qint64>& projects, FilterType type, qint64 statusId) {
+    const StatusTexts texts = statusTexts(type);
+    return std::make_unique<ColumnEdit>(
+        ProjectEdit::Texts{
+            Text::tr(texts.name), Text::tr(texts.failureTitle), QString::fromLatin1(texts.failureLog), {}},
+        projects,
+        ColumnEdit::Change{
+            {tableNameForStatus(type)},
+            {QString::number(statusId)},
+            [type, statusId](qint64 project) {
+                return UserDataStatements::setStatus(type, statusId, project);
+            },
+            ColumnEdit::Reference{type, QString::number(defaultStatusId)}});
+}
+
+std::unique_ptr<ProjectEdit> ignored(const QList<qint64>& projects, bool ignored) {
+    return std::make_unique<ColumnEdit>(
+        ProjectEdit::Texts{
+            Text::tr("Ignore"),
+            Text::tr("Could not ignore project"),
+            QStringLiteral("Could not update project's ignored field. "),
+            {}},
+        projects,
+        ColumnEdit::Change{
+            {QStringLiteral("ignored")},
+            {QString::number(ignored ? 1 : 0)},
+            [ignored](qint64 project) { return UserDataStatements::setIgnored(ignored, project); },
+            {}});
+}
+
+std::unique_ptr<ProjectEdit> association(const QList<qint64>& projects, FilterType type, qint64 filterId) {
+    auto texts = associationTexts(projects, type, filterId);
+    if (type != FilterType::GENRES)
+        return std::make_unique<AssociationEdit>(
+            std::move(texts), projects, type, filterId, AssociationEdit::Direction::Associate);
+    return std::make_unique<ColumnEdit>(
+        std::move(texts), projects,
+        ColumnEdit::Change{
+            {QStringLiteral("genre_id")},
+            {QString::number(filterId)},
+            [type, filterId](qint64 project) {
+                return UserDataStatements::associate(type, filterId, project);
+            },
+            genreReference()});
+}
+
+std::unique_ptr<ProjectEdit> disassociation(const QList<qint64>& projects, FilterType type, qint64 filterId) {
+    auto texts = disassociationTexts(projects, type, filterId);
+    if (type != FilterType::GENRES)
+        return std::make_unique<AssociationEdit>(
+            std::move(texts), projects, type, filterId, AssociationEdit::Direction::Disassociate);
+    return std::make_unique<ColumnEdit>(
+        std::move(texts), projects,
+        ColumnEdit::Change{
+            {QStringLiteral("genre_id")},
+            {QStringLiteral("NULL")},
+            [type, filterId](qint64 project) {
+                return UserDataStatements::disassociate(type, filterId, project);
+            },
+            genreReference()});
+}
+
+std::unique_ptr<ProjectEdit> deletion(const QList<qint64>& projects) {
+    const QString ids = joined(projects);
+    return std::make_unique<RecordDeletion>(
+        ProjectEdit::Texts{
+            Text::tr("Delete record"), Text::tr("Could not delete record"),
+            QStringLiteral("Could not delete project record for project_id: ") + ids,
+            QStringLiteral("Deleted record for project_id: ") + ids},
+        projects);
+}
+
+} // namespace ProjectEdits

@@ -1,0 +1,151 @@
+#include "ui/edits/SelectionEditor.h"
+
+#include "app/errors/Exception.h"
+#include "ui/edits/EditHistory.h"
+#include "ui/edits/ProjectEdit.h"
+#include "ui/edits/ProjectEdits.h"
+
+#include <QDebug>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace {
+
+bool canBeAssociated(FilterType type) {
+    return type == FilterType::COLLECTIONS || type == FilterType::GENRES || type == FilterType::TAGS;
+}
+
+/// The first id below 0, if there is one, else the first.
+qint64 offending(const QList<qint64>& projects) {
+    const auto negative = std::find_if(projects.begin(), projects.end(), [](qint64 id) { return id < 0; });
+    return negative != projects.end() ? *negative : projects.value(0, -1);
+}
+
+QString debugText(FilterType type) {
+    QString text;
+    QDebug(&text).nospace() << type;
+    return text;
+}
+
+} // namespace
+
+SelectionEditor::SelectionEditor(EditHistory& history, QWidget& window)
+    : QObject(&window),
+      m_history(history),
+      m_window(window) {}
+
+void SelectionEditor::setSelection(const QList<qint64>& projects, bool currentIsIgnored) {
+    m_projects = projects;
+    m_currentIsIgnored = currentIsIgnored;
+}
+
+void SelectionEditor::setStarRating(int stars) {
+    if (!m_projects.isEmpty())
+        m_history.perform(ProjectEdits::starRating(m_projects, stars));
+}
+
+void SelectionEditor::setProgress(int percent) {
+    constexpr int done = 100;
+    if (m_projects.isEmpty())
+        return;
+    if (percent < done) {
+        m_history.perform(ProjectEdits::progress(m_projects, percent, false));
+        return;
+    }
+    QMessageBox* question =
+        ask(tr("Do you want to mark this project as completed?"),
+            tr("Completed projects are hidden by default but you can always change this in the View menu."));
+    question->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    connect(question, &QMessageBox::finished, this, [this, projects = m_projects](int answer) {
+        m_history.perform(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
+    });
+    question->open();
+}
+
+void SelectionEditor::setStatus(FilterType type, qint64 statusId) {
+    if (!m_projects.isEmpty())
+        m_history.perform(ProjectEdits::status(m_projects, type, statusId));
+}
+
+void SelectionEditor::ignoreSelectedProject() {
+    if (m_projects.isEmpty())
+        return;
+    if (m_currentIsIgnored) {
+        m_history.perform(ProjectEdits::ignored(m_projects, false));
+        return;
+    }
+    QMessageBox* question =
+        ask(m_projects.size() == 1
+                ? tr("Are you sure you want to ignore this project?")
+                : tr("Are you sure you want to ignore these %1 projects?").arg(m_projects.size()),
+            tr("This will not remove its project record or stop monitoring but it won't show by default "
+               "anymore in Stemhaven."));
+    const auto* ignore = question->addButton(tr("Ignore"), QMessageBox::AcceptRole);
+    question->addButton(QMessageBox::Cancel);
+    connect(question, &QMessageBox::finished, this, [this, question, ignore, projects = m_projects] {
+        if (question->clickedButton() == ignore)
+            m_history.perform(ProjectEdits::ignored(projects, true));
+    });
+    question->open();
+}
+
+void SelectionEditor::deleteSelectedProjectRecord() {
+    if (m_projects.isEmpty())
+        return;
+    QMessageBox* question = ask(
+        m_projects.size() == 1
+            ? tr("Are you sure you want to delete the record for this project?")
+            : tr("Are you sure you want to delete the records for these %1 projects?").arg(m_projects.size()),
+        tr("This will not delete the project files but it will delete all progress, rating, and status "
+           "in Stemhaven. Stemhaven's Project Monitor will add a new record if this project is found "
+           "again. If you don't want that to happen, Ignore the project instead."));
+    const auto* deletion = question->addButton(tr("Delete record"), QMessageBox::AcceptRole);
+    question->setDefaultButton(question->addButton(tr("Cancel"), QMessageBox::RejectRole));
+    connect(question, &QMessageBox::finished, this, [this, question, deletion, projects = m_projects] {
+        if (question->clickedButton() == deletion)
+            m_history.perform(ProjectEdits::deletion(projects));
+    });
+    question->open();
+}
+
+QMessageBox* SelectionEditor::ask(const QString& text, const QString& details) {
+    auto* question = new QMessageBox(&m_window);
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    question->setIcon(QMessageBox::Question);
+    question->setText(text);
+    question->setInformativeText(details);
+    return question;
+}
+
+void SelectionEditor::associateProjectsWithFilter(
+    FilterType type, qint64 filterId, const QList<qint64>& projects) {
+    const qint64 project = offending(projects);
+    if (filterId < 0 || project < 0) {
+        throw Stemhaven::Exception(
+            QStringLiteral("Attempted to associate a project with invalid IDs! %1-ID:%2 projectID:%3")
+                .arg(debugText(type), QString::number(filterId), QString::number(project)));
+    }
+    if (canBeAssociated(type))
+        m_history.perform(ProjectEdits::association(projects, type, filterId));
+    else
+        qCritical().nospace() << "Attempted to associate project_id:" << project
+                              << " with unsupported filter: " << type;
+}
+
+void SelectionEditor::disassociateProjectsWithFilter(
+    FilterType type, qint64 filterId, const QList<qint64>& projects) {
+    const qint64 project = offending(projects);
+    if (filterId < 0 || project < 0) {
+        throw Stemhaven::Exception(
+            QStringLiteral("Attempted to disassociate a project with invalid IDs! filterID:%1 projectID:%2")
+                .arg(filterId)
+                .arg(project));
+    }
+    if (canBeAssociated(type))
+        m_history.perform(ProjectEdits::disassociation(projects, type, filterId));
+    else
+        qCritical().nospace() << "Attempted to disassociate project_id:" << project
+                              << " with unsupported filter: " << type;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "database/FilterType.h"
+
+#include <QList>
+#include <QObject>
+
+class EditHistory;
+class QMessageBox;
+
+/// Edits the selected projects: asks where the user is to be asked, and hands the edit to the history.
+class SelectionEditor : public QObject {
+    Q_OBJECT
+
+public:
+    /// Questions are put on top of window. Both outlive this object.
+    SelectionEditor(EditHistory& history, QWidget& window);
+
+    /// What the edits apply to from now on, the current project first. A question that is open is still about
+    /// those of its time.
+    void setSelection(const QList<qint64>& projects, bool currentIsIgnored);
+
+    const QList<qint64>& selection() const { return m_projects; }
+
+    void setStarRating(int stars);
+    /// Asks at 100 whether that is completed.
+    void setProgress(int percent);
+    void setStatus(FilterType type, qint64 statusId);
+    void ignoreSelectedProject();
+    void deleteSelectedProjectRecord();
+
+    /// Both throw Exception for an id below 0 and log a type that projects cannot be associated with.
+    void associateProjectsWithFilter(FilterType type, qint64 filterId, const QList<qint64>& projects);
+    void disassociateProjectsWithFilter(FilterType type, qint64 filterId, const QList<qint64>& projects);
+
+private:
+    QMessageBox* ask(const QString& text, const QString& details);
+
+    EditHistory& m_history;
+    QWidget& m_window;
+    QList<qint64> m_projects;
+    bool m_currentIsIgnored = false;
+};
