@@ -2,10 +2,350 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>AddFilterForm</name>
+    <message>
+        <source>Save Search</source>
+        <translation>Suche speichern</translation>
+    </message>
+    <message>
+        <source>Enter the search term to save</source>
+        <translation>Suchbegriff, der gespeichert werden soll</translation>
+    </message>
+    <message>
+        <source>Search term</source>
+        <translation>Suchbegriff</translation>
+    </message>
+    <message>
+        <source>Add Collection</source>
+        <translation>Sammlung hinzufügen</translation>
+    </message>
+    <message>
+        <source>Enter the name of the new Collection</source>
+        <translation>Name der neuen Sammlung</translation>
+    </message>
+    <message>
+        <source>Rename Collection</source>
+        <translation>Sammlung umbenennen</translation>
+    </message>
+    <message>
+        <source>Edit the name of the Collection</source>
+        <translation>Neuer Name der Sammlung</translation>
+    </message>
+    <message>
+        <source>Collection name</source>
+        <translation>Name der Sammlung</translation>
+    </message>
+    <message>
+        <source>Add Genre</source>
+        <translation>Genre hinzufügen</translation>
+    </message>
+    <message>
+        <source>Enter the name of the new Genre</source>
+        <translation>Name des neuen Genres</translation>
+    </message>
+    <message>
+        <source>Rename Genre</source>
+        <translation>Genre umbenennen</translation>
+    </message>
+    <message>
+        <source>Edit the name of the Genre</source>
+        <translation>Neuer Name des Genres</translation>
+    </message>
+    <message>
+        <source>Genre name</source>
+        <translation>Name des Genres</translation>
+    </message>
+    <message>
+        <source>Add Tag</source>
+        <translation>Tag hinzufügen</translation>
+    </message>
+    <message>
+        <source>Enter the name of the new Tag</source>
+        <translation>Name des neuen Tags</translation>
+    </message>
+    <message>
+        <source>Rename Tag</source>
+        <translation>Tag umbenennen</translation>
+    </message>
+    <message>
+        <source>Edit the name of the Tag</source>
+        <translation>Neuer Name des Tags</translation>
+    </message>
+    <message>
+        <source>Add Arrangement Status</source>
+        <translation>Stand des Arrangements hinzufügen</translation>
+    </message>
+    <message>
+        <source>Enter the name for the new Arrangement Status</source>
+        <translation>Name für den neuen Stand des Arrangements</translation>
+    </message>
+    <message>
+        <source>Rename Arrangement Status</source>
+        <translation>Stand des Arrangements umbenennen</translation>
+    </message>
+    <message>
+        <source>Edit the name for the Arrangement Status</source>
+        <translation>Neuer Name für den Stand des Arrangements</translation>
+    </message>
+    <message>
+        <source>Arrangement Status Name</source>
+        <translation>Name für den Stand des Arrangements</translation>
+    </message>
+    <message>
+        <source>Add Lyrics Status</source>
+        <translation>Stand des Textes hinzufügen</translation>
+    </message>
+    <message>
+        <source>Enter the name for the new Lyrics Status</source>
+        <translation>Name für den neuen Stand des Textes</translation>
+    </message>
+    <message>
+        <source>Rename Lyrics Status</source>
+        <translation>Stand des Textes umbenennen</translation>
+    </message>
+    <message>
+        <source>Edit the name for the Lyrics Status</source>
+        <translation>Neuer Name für den Stand des Textes</translation>
+    </message>
+    <message>
+        <source>Lyrics Status</source>
+        <translation>Stand des Textes</translation>
+    </message>
+    <message>
+        <source>Add Recording Status</source>
+        <translation>Stand der Aufnahmen hinzufügen</translation>
+    </message>
+    <message>
+        <source>Enter the name for the new Recording Status</source>
+        <translation>Name für den neuen Stand der Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Rename Recording Status</source>
+        <translation>Stand der Aufnahmen umbenennen</translation>
+    </message>
+    <message>
+        <source>Edit the name for the Recording Status</source>
+        <translation>Neuer Name für den Stand der Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Recording Status</source>
+        <translation>Stand der Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Add Mix/Master Status</source>
+        <translation>Stand von Mix/Master hinzufügen</translation>
+    </message>
+    <message>
+        <source>Enter the name for the new Mix/Master Status</source>
+        <translation>Name für den neuen Stand von Mix/Master</translation>
+    </message>
+    <message>
+        <source>Rename Mix/Master Status</source>
+        <translation>Stand von Mix/Master umbenennen</translation>
+    </message>
+    <message>
+        <source>Edit the name for the Mix/Master Status</source>
+        <translation>Neuer Name für den Stand von Mix/Master</translation>
+    </message>
+    <message>
+        <source>Mix/Master Status</source>
+        <translation>Stand von Mix/Master</translation>
+    </message>
+    <message>
+        <source>#newTag</source>
+        <translation>#neuerTag</translation>
+    </message>
+    <message>
+        <source>Sorry. This filter can&apos;t be edited!</source>
+        <translation>Dieser Filter kann leider nicht bearbeitet werden!</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>The name &apos;%1&apos; is already in use.</source>
+        <translation>Der Name „%1“ wird bereits verwendet.</translation>
+    </message>
+    <message>
+        <source>Tags must begin with a hash &apos;#&apos; symbol.</source>
+        <translation>Tags müssen mit einer Raute „#“ beginnen.</translation>
+    </message>
+    <message>
+        <source>Adding filter failed</source>
+        <translation>Der Filter konnte nicht hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>Filter could not be renamed.</source>
+        <translation>Der Filter konnte nicht umbenannt werden.</translation>
+    </message>
+    <message>
+        <source>Cancel filter add failed.</source>
+        <translation>Das Hinzufügen des Filters konnte nicht abgebrochen werden.</translation>
+    </message>
+    <message>
+        <source>Could not insert new filter record</source>
+        <translation>Der neue Filter konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Invalid filter ID</source>
+        <translation>Ungültige Kennung des Filters</translation>
+    </message>
+    <message>
+        <source>Could not rename.</source>
+        <translation>Umbenennen nicht möglich.</translation>
+    </message>
+</context>
+<context>
+    <name>AssociationMenu</name>
+    <message>
+        <source>Add to Collection</source>
+        <translation>Zu Sammlung hinzufügen</translation>
+    </message>
+    <message>
+        <source>Could not add to collection</source>
+        <translation>Hinzufügen zur Sammlung nicht möglich</translation>
+    </message>
+    <message>
+        <source>Could not create collection</source>
+        <translation>Die Sammlung konnte nicht angelegt werden</translation>
+    </message>
+    <message>
+        <source>Set Genre</source>
+        <translation>Genre festlegen</translation>
+    </message>
+    <message>
+        <source>Could not set genre</source>
+        <translation>Das Genre konnte nicht festgelegt werden</translation>
+    </message>
+    <message>
+        <source>Could not create genre</source>
+        <translation>Das Genre konnte nicht angelegt werden</translation>
+    </message>
+    <message>
+        <source>Add Tag</source>
+        <translation>Tag hinzufügen</translation>
+    </message>
+    <message>
+        <source>Could not add tag</source>
+        <translation>Der Tag konnte nicht hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>Could not create tag</source>
+        <translation>Der Tag konnte nicht angelegt werden</translation>
+    </message>
+    <message>
+        <source>New...</source>
+        <translation>Neu …</translation>
+    </message>
+</context>
+<context>
     <name>BoolDot</name>
     <message>
         <source>Yes</source>
         <translation>Ja</translation>
+    </message>
+</context>
+<context>
+    <name>CurrentFilter</name>
+    <message>
+        <source> matching &apos;%1&apos;</source>
+        <translation> mit „%1“</translation>
+    </message>
+    <message>
+        <source>Collection &apos;%1&apos;</source>
+        <translation>Sammlung „%1“</translation>
+    </message>
+    <message>
+        <source>Genre &apos;%1&apos;</source>
+        <translation>Genre „%1“</translation>
+    </message>
+    <message>
+        <source>Tag &apos;%1&apos;</source>
+        <translation>Tag „%1“</translation>
+    </message>
+    <message>
+        <source>Arrangement Status &apos;%1&apos;</source>
+        <translation>Stand des Arrangements „%1“</translation>
+    </message>
+    <message>
+        <source>Lyrics Status &apos;%1&apos;</source>
+        <translation>Stand des Textes „%1“</translation>
+    </message>
+    <message>
+        <source>Recording Status &apos;%1&apos;</source>
+        <translation>Stand der Aufnahmen „%1“</translation>
+    </message>
+    <message>
+        <source>Mix/Master Status &apos;%1&apos;</source>
+        <translation>Stand von Mix/Master „%1“</translation>
+    </message>
+    <message>
+        <source>All projects</source>
+        <translation>Alle Projekte</translation>
+    </message>
+</context>
+<context>
+    <name>DetailsPane</name>
+    <message>
+        <source>Project Name</source>
+        <translation>Projektname</translation>
+    </message>
+    <message>
+        <source>98 BPM | 4/4 | Cmajor</source>
+        <translation>98 BPM | 4/4 | C-Dur</translation>
+    </message>
+    <message>
+        <source>/path/to/project</source>
+        <translation>/Pfad/zum/Projekt</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Release</source>
+        <translation>Veröffentlichung</translation>
+    </message>
+    <message>
+        <source>Progress: 50%</source>
+        <translation>Fortschritt: 50 %</translation>
+    </message>
+    <message>
+        <source>Project Details</source>
+        <translation>Projektdetails</translation>
+    </message>
+    <message>
+        <source>Select a project to see its details.</source>
+        <translation>Wähle ein Projekt aus, um seine Details zu sehen.</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>%1 projects are selected. What you change here changes all of them.</source>
+        <translation>%1 Projekte sind ausgewählt. Was du hier änderst, ändert sich bei allen.</translation>
+    </message>
+    <message>
+        <source>Progress: </source>
+        <translation>Fortschritt: </translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Setting project progress failed.</source>
+        <translation>Der Fortschritt konnte nicht gesetzt werden.</translation>
     </message>
 </context>
 <context>
@@ -35,10 +375,6 @@
         <translation>Alle Projekte sind ausgeblendet</translation>
     </message>
     <message>
-        <source>Every project is completed or ignored, and those are not shown at the moment.</source>
-        <translation>Jedes Projekt ist abgeschlossen oder wird ignoriert, und solche werden gerade nicht gezeigt.</translation>
-    </message>
-    <message>
         <source>Show Hidden Projects</source>
         <translation>Ausgeblendete Projekte zeigen</translation>
     </message>
@@ -53,6 +389,48 @@
     <message>
         <source>Clear Search</source>
         <translation>Suche löschen</translation>
+    </message>
+    <message>
+        <source>Completed and ignored projects are not shown at the moment.</source>
+        <translation>Abgeschlossene und ignorierte Projekte werden gerade nicht gezeigt.</translation>
+    </message>
+    <message>
+        <source>Nothing here yet</source>
+        <translation>Noch nichts hier</translation>
+    </message>
+    <message>
+        <source>No project that is shown belongs to “%1”. Right-click a project to file it.</source>
+        <translation>Kein gezeigtes Projekt gehört zu „%1“. Mit einem Rechtsklick auf ein Projekt ordnest du es ein.</translation>
+    </message>
+    <message>
+        <source>Show All Projects</source>
+        <translation>Alle Projekte zeigen</translation>
+    </message>
+</context>
+<context>
+    <name>FilterSidebar</name>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Add...</source>
+        <translation>Hinzufügen …</translation>
+    </message>
+    <message>
+        <source>Rename...</source>
+        <translation>Umbenennen …</translation>
+    </message>
+</context>
+<context>
+    <name>FilterTreeView</name>
+    <message>
+        <source>Filters</source>
+        <translation>Filter</translation>
     </message>
 </context>
 <context>
@@ -79,6 +457,53 @@
     </message>
 </context>
 <context>
+    <name>FolderTreeItemModel</name>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Last Search</source>
+        <translation>Letzte Suche</translation>
+    </message>
+    <message>
+        <source>Saved Searches</source>
+        <translation>Gespeicherte Suchen</translation>
+    </message>
+    <message>
+        <source>Collections</source>
+        <translation>Sammlungen</translation>
+    </message>
+    <message>
+        <source>Genres</source>
+        <translation>Genres</translation>
+    </message>
+    <message>
+        <source>Tags</source>
+        <translation>Tags</translation>
+    </message>
+    <message>
+        <source>Arrangement Status</source>
+        <translation>Stand des Arrangements</translation>
+    </message>
+    <message>
+        <source>Lyrics Status</source>
+        <translation>Stand des Textes</translation>
+    </message>
+    <message>
+        <source>Recording Status</source>
+        <translation>Stand der Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Mix/Master Status</source>
+        <translation>Stand von Mix/Master</translation>
+    </message>
+    <message>
+        <source>Filters</source>
+        <translation>Filter</translation>
+    </message>
+</context>
+<context>
     <name>HeaderSorting</name>
     <message>
         <source>Projects sorting failed.</source>
@@ -86,11 +511,18 @@
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>ImageView</name>
     <message>
-        <source>Search</source>
-        <translation>Suchen</translation>
+        <source>Project picture</source>
+        <translation>Bild des Projekts</translation>
     </message>
+    <message>
+        <source>No picture</source>
+        <translation>Kein Bild</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
     <message>
         <source>Focusing on search failed.</source>
         <translation>Das Suchfeld konnte nicht angesprungen werden.</translation>
@@ -99,12 +531,266 @@
         <source>Restarting project monitor failed.</source>
         <translation>Die Überwachung der Projekte konnte nicht neu gestartet werden.</translation>
     </message>
+    <message>
+        <source>Filter Sidebar</source>
+        <translation>Filterleiste</translation>
+    </message>
+    <message>
+        <source>Project Details</source>
+        <translation>Projektdetails</translation>
+    </message>
+    <message>
+        <source>Open project failed.</source>
+        <translation>Das Projekt konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Show in finder failed.</source>
+        <translation>Das Anzeigen im Finder ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Show package contents failed.</source>
+        <translation>Das Anzeigen des Paketinhalts ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Could not ignore project</source>
+        <translation>Das Projekt konnte nicht ignoriert werden</translation>
+    </message>
+    <message>
+        <source>Could not delete record</source>
+        <translation>Der Eintrag konnte nicht gelöscht werden</translation>
+    </message>
+    <message>
+        <source>Undo failed.</source>
+        <translation>Widerrufen fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Redo failed.</source>
+        <translation>Wiederholen fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Scrolling failed.</source>
+        <translation>Blättern fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Collapsing filter folders failed.</source>
+        <translation>Die Filtergruppen konnten nicht eingeklappt werden.</translation>
+    </message>
+    <message>
+        <source>Show filter sidebar failed.</source>
+        <translation>Die Filterleiste konnte nicht eingeblendet werden.</translation>
+    </message>
+    <message>
+        <source>Hiding filter sidebar failed.</source>
+        <translation>Die Filterleiste konnte nicht ausgeblendet werden.</translation>
+    </message>
+    <message>
+        <source>Showing project details failed.</source>
+        <translation>Die Projektdetails konnten nicht eingeblendet werden.</translation>
+    </message>
+    <message>
+        <source>Hiding project details failed.</source>
+        <translation>Die Projektdetails konnten nicht ausgeblendet werden.</translation>
+    </message>
+    <message>
+        <source>Sidebar toggle failed.</source>
+        <translation>Die Filterleiste konnte nicht umgeschaltet werden.</translation>
+    </message>
+    <message>
+        <source>Project info toggle failed.</source>
+        <translation>Die Projektdetails konnten nicht umgeschaltet werden.</translation>
+    </message>
+    <message>
+        <source>Reload all failed.</source>
+        <translation>Das Neuladen ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>One of the folders that Stemhaven monitors for projects has changed!</source>
+        <translation>Einer der Ordner, in denen Stemhaven nach Projekten sucht, hat sich geändert!</translation>
+    </message>
+    <message>
+        <source>Please update the folders in the Monitor tab in Stemhaven&apos;s Preferences.</source>
+        <translation>Bitte passe die Ordner in den Einstellungen von Stemhaven unter „Überwachung“ an.</translation>
+    </message>
+    <message>
+        <source>Activating filter failed.</source>
+        <translation>Der Filter konnte nicht angewendet werden.</translation>
+    </message>
+    <message>
+        <source>Filter actions refresh failed.</source>
+        <translation>Die Filtermenüs konnten nicht aufgefrischt werden.</translation>
+    </message>
+    <message>
+        <source>Adding filter to selected failed</source>
+        <translation>Der Filter konnte der Auswahl nicht hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>Associating project with filter failed</source>
+        <translation>Das Projekt konnte nicht eingeordnet werden</translation>
+    </message>
+    <message>
+        <source>Filter could not be renamed.</source>
+        <translation>Der Filter konnte nicht umbenannt werden.</translation>
+    </message>
+    <message>
+        <source>Could not remove filter</source>
+        <translation>Der Filter konnte nicht entfernt werden</translation>
+    </message>
+    <message>
+        <source>Cannot remove filter. Could not find primary key...</source>
+        <translation>Der Filter kann nicht entfernt werden: Seine Kennung fehlt …</translation>
+    </message>
+    <message>
+        <source>Could not select project</source>
+        <translation>Das Projekt konnte nicht ausgewählt werden</translation>
+    </message>
+    <message>
+        <source>Disassociating project with filter failed.</source>
+        <translation>Das Projekt konnte nicht herausgenommen werden.</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Widerrufen</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Hiding completed projects failed.</source>
+        <translation>Abgeschlossene Projekte konnten nicht ausgeblendet werden.</translation>
+    </message>
 </context>
 <context>
     <name>ProgressBar</name>
     <message>
         <source>%1%</source>
         <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectEdits</name>
+    <message>
+        <source>Arrangement Status</source>
+        <translation>Stand des Arrangements</translation>
+    </message>
+    <message>
+        <source>Could not save arrangement status</source>
+        <translation>Der Stand des Arrangements konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Lyrics Status</source>
+        <translation>Stand des Textes</translation>
+    </message>
+    <message>
+        <source>Could not save lyrics status</source>
+        <translation>Der Stand des Textes konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Recording Status</source>
+        <translation>Stand der Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Could not save recording status</source>
+        <translation>Der Stand der Aufnahmen konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Mix/Master Status</source>
+        <translation>Stand von Mix/Master</translation>
+    </message>
+    <message>
+        <source>Could not save mix/master status</source>
+        <translation>Der Stand von Mix/Master konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Add to Collection</source>
+        <translation>Zu Sammlung hinzufügen</translation>
+    </message>
+    <message>
+        <source>Could not add project to collection</source>
+        <translation>Das Projekt konnte nicht zur Sammlung hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>Set Genre</source>
+        <translation>Genre festlegen</translation>
+    </message>
+    <message>
+        <source>Could not add project to genre</source>
+        <translation>Das Projekt konnte dem Genre nicht zugeordnet werden</translation>
+    </message>
+    <message>
+        <source>Add Tag</source>
+        <translation>Tag hinzufügen</translation>
+    </message>
+    <message>
+        <source>Could not add tag to project</source>
+        <translation>Dem Projekt konnte der Tag nicht hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>Remove from Collection</source>
+        <translation>Aus Sammlung entfernen</translation>
+    </message>
+    <message>
+        <source>Remove from Genre</source>
+        <translation>Aus Genre entfernen</translation>
+    </message>
+    <message>
+        <source>Remove from Tag</source>
+        <translation>Tag entfernen</translation>
+    </message>
+    <message>
+        <source>Disassociating project with filter failed.</source>
+        <translation>Das Projekt konnte nicht herausgenommen werden.</translation>
+    </message>
+    <message>
+        <source>Rating</source>
+        <translation>Bewertung</translation>
+    </message>
+    <message>
+        <source>Could not save star rating</source>
+        <translation>Die Bewertung konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Could not update progress bar</source>
+        <translation>Der Fortschritt konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Ignore</source>
+        <translation>Ignorieren</translation>
+    </message>
+    <message>
+        <source>Could not ignore project</source>
+        <translation>Das Projekt konnte nicht ignoriert werden</translation>
+    </message>
+    <message>
+        <source>Delete record</source>
+        <translation>Eintrag löschen</translation>
+    </message>
+    <message>
+        <source>Could not delete record</source>
+        <translation>Der Eintrag konnte nicht gelöscht werden</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectMenus</name>
+    <message>
+        <source>Remove from Collection</source>
+        <translation>Aus Sammlung entfernen</translation>
+    </message>
+    <message>
+        <source>Remove from Genre</source>
+        <translation>Aus Genre entfernen</translation>
+    </message>
+    <message>
+        <source>Remove from Tag</source>
+        <translation>Tag entfernen</translation>
+    </message>
+    <message>
+        <source>Disassociating project with filter failed.</source>
+        <translation>Das Projekt konnte nicht herausgenommen werden.</translation>
     </message>
 </context>
 <context>
@@ -122,16 +808,107 @@
         <translation>Die Tabelle konnte nicht wiederhergestellt werden</translation>
     </message>
     <message>
-        <source>All projects</source>
-        <translation>Alle Projekte</translation>
-    </message>
-    <message>
-        <source>All projects matching &apos;%1&apos;</source>
-        <translation>Alle Projekte passend zu „%1“</translation>
-    </message>
-    <message>
         <source>%1 (%3 found)</source>
         <translation>%1 (%3 gefunden)</translation>
+    </message>
+    <message>
+        <source>Looking for projects… %1 found</source>
+        <translation>Projekte werden gesucht … %1 gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>RemoveFilter</name>
+    <message>
+        <source>Saved Search</source>
+        <translation>Gespeicherte Suche</translation>
+    </message>
+    <message>
+        <source>Collection</source>
+        <translation>Sammlung</translation>
+    </message>
+    <message>
+        <source>Genre</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Tag</source>
+        <translation>Tag</translation>
+    </message>
+    <message>
+        <source>Arrangment Status</source>
+        <translation>Stand des Arrangements</translation>
+    </message>
+    <message>
+        <source>Cannot remove default Arrangement Status! This can only be renamed.</source>
+        <translation>Der voreingestellte Stand des Arrangements kann nicht entfernt, nur umbenannt werden!</translation>
+    </message>
+    <message>
+        <source>Lyrics Status</source>
+        <translation>Stand des Textes</translation>
+    </message>
+    <message>
+        <source>Cannot remove default Lyrics Status! This can only be renamed.</source>
+        <translation>Der voreingestellte Stand des Textes kann nicht entfernt, nur umbenannt werden!</translation>
+    </message>
+    <message>
+        <source>Recording Status</source>
+        <translation>Stand der Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Cannot remove default Recording Status! This can only be renamed.</source>
+        <translation>Der voreingestellte Stand der Aufnahmen kann nicht entfernt, nur umbenannt werden!</translation>
+    </message>
+    <message>
+        <source>Mix/Master Status</source>
+        <translation>Stand von Mix/Master</translation>
+    </message>
+    <message>
+        <source>Cannot remove default Mix/Master Status! This can only be renamed.</source>
+        <translation>Der voreingestellte Stand von Mix/Master kann nicht entfernt, nur umbenannt werden!</translation>
+    </message>
+    <message>
+        <source>Removal failed</source>
+        <translation>Das Entfernen ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
+    <message>
+        <source>Cannot delete default status!</source>
+        <translation>Der voreingestellte Stand kann nicht gelöscht werden!</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to remove %1 &apos;%2&apos;?</source>
+        <translation>%1 „%2“ wirklich entfernen?</translation>
+    </message>
+    <message>
+        <source>Projects that use it</source>
+        <translation>Betroffene Projekte</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>This status is used by %2 projects. If this status is removed, all of these projects will have their previous status of &apos;%1&apos; set to default.</source>
+        <translation>Projekte mit diesem Stand: %2. Wird er entfernt, so wechseln sie alle von „%1“ zum voreingestellten Stand.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is used by %2 projects. The references will be removed but the projects will remain.</source>
+        <translation>Projekte mit „%1“: %2. Die Zuordnungen werden entfernt, die Projekte bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>Cannot remove filter. Could not find primary key...</source>
+        <translation>Der Filter kann nicht entfernt werden. Seine Kennung wurde nicht gefunden ...</translation>
+    </message>
+    <message>
+        <source>Closing remove filter dialog failed.</source>
+        <translation>Der Dialog zum Entfernen konnte nicht geschlossen werden.</translation>
     </message>
 </context>
 <context>
@@ -142,10 +919,99 @@
     </message>
 </context>
 <context>
+    <name>SelectedBundle</name>
+    <message>
+        <source>Could not open selected project!</source>
+        <translation>Das ausgewählte Projekt konnte nicht geöffnet werden!</translation>
+    </message>
+    <message>
+        <source>Could not open selected project</source>
+        <translation>Das ausgewählte Projekt konnte nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>Could not show in Finder</source>
+        <translation>Anzeigen im Finder nicht möglich</translation>
+    </message>
+    <message>
+        <source>Could not show package contents</source>
+        <translation>Der Paketinhalt konnte nicht gezeigt werden</translation>
+    </message>
+    <message>
+        <source>Project wasn&apos;t found</source>
+        <translation>Das Projekt wurde nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Error code: %1</source>
+        <translation>Fehlercode: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SelectionEditor</name>
+    <message>
+        <source>Do you want to mark this project as completed?</source>
+        <translation>Soll dieses Projekt als abgeschlossen gelten?</translation>
+    </message>
+    <message>
+        <source>Completed projects are hidden by default but you can always change this in the View menu.</source>
+        <translation>Abgeschlossene Projekte sind in der Regel ausgeblendet; das lässt sich jederzeit im Menü „Darstellung“ ändern.</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to ignore this project?</source>
+        <translation>Dieses Projekt wirklich ignorieren?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to ignore these %1 projects?</source>
+        <translation>Diese %1 Projekte wirklich ignorieren?</translation>
+    </message>
+    <message>
+        <source>This will not remove its project record or stop monitoring but it won&apos;t show by default anymore in Stemhaven.</source>
+        <translation>Der Eintrag des Projekts bleibt, und es wird weiter überwacht, aber Stemhaven zeigt es in der Regel nicht mehr.</translation>
+    </message>
+    <message>
+        <source>Ignore</source>
+        <translation>Ignorieren</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete the record for this project?</source>
+        <translation>Den Eintrag dieses Projekts wirklich löschen?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete the records for these %1 projects?</source>
+        <translation>Die Einträge dieser %1 Projekte wirklich löschen?</translation>
+    </message>
+    <message>
+        <source>This will not delete the project files but it will delete all progress, rating, and status in Stemhaven. Stemhaven&apos;s Project Monitor will add a new record if this project is found again. If you don&apos;t want that to happen, Ignore the project instead.</source>
+        <translation>Die Dateien des Projekts bleiben, aber Fortschritt, Bewertung und Stand werden in Stemhaven gelöscht. Wird das Projekt wieder gefunden, legt Stemhaven einen neuen Eintrag an. Soll das nicht geschehen, ignoriere das Projekt stattdessen.</translation>
+    </message>
+    <message>
+        <source>Delete record</source>
+        <translation>Eintrag löschen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>SidePanes</name>
+    <message>
+        <source>Splitter move failed.</source>
+        <translation>Die Filterleiste konnte nicht verschoben werden.</translation>
+    </message>
+    <message>
+        <source>Project splitter move failed.</source>
+        <translation>Die Projektdetails konnten nicht verschoben werden.</translation>
+    </message>
+</context>
+<context>
     <name>StarEditor</name>
     <message>
         <source>Rating</source>
         <translation>Bewertung</translation>
+    </message>
+    <message>
+        <source>Click a star, or press 0 to 5</source>
+        <translation>Klicke auf einen Stern, oder drücke 0 bis 5</translation>
     </message>
 </context>
 <context>
@@ -153,6 +1019,57 @@
     <message>
         <source>%1 of %2 stars</source>
         <translation>%1 von %2 Sternen</translation>
+    </message>
+</context>
+<context>
+    <name>StatusFields</name>
+    <message>
+        <source>Arrangement</source>
+        <translation>Arrangement</translation>
+    </message>
+    <message>
+        <source>Updating arrangement status failed</source>
+        <translation>Der Stand des Arrangements konnte nicht geändert werden</translation>
+    </message>
+    <message>
+        <source>Could not retreive primary key for selected arrangement status!</source>
+        <translation>Die Kennung des gewählten Stands fehlt!</translation>
+    </message>
+    <message>
+        <source>Lyrics</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Updating project lyrics status failed.</source>
+        <translation>Der Stand des Textes konnte nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>Could not retreive primary key for selected lyrics status! Type conversion failed...</source>
+        <translation>Die Kennung des gewählten Stands fehlt! Sie ist keine Zahl …</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Updating project recording status failed.</source>
+        <translation>Der Stand der Aufnahmen konnte nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>Could not retreive primary key for selected recording status! Type conversion failed...</source>
+        <translation>Die Kennung des gewählten Stands fehlt! Sie ist keine Zahl …</translation>
+    </message>
+    <message>
+        <source>Mix/Master</source>
+        <translation>Mix/Master</translation>
+    </message>
+    <message>
+        <source>Updating project mix/master status failed.</source>
+        <translation>Der Stand von Mix/Master konnte nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>Could not retreive primary key for selected mix/master status! Type conversion failed...</source>
+        <translation>Die Kennung des gewählten Stands fehlt! Sie ist keine Zahl …</translation>
     </message>
 </context>
 <context>
@@ -271,6 +1188,10 @@
         <source>Untitled</source>
         <translation>Ohne Titel</translation>
     </message>
+    <message>
+        <source>Could not start project monitor!</source>
+        <translation>Die Überwachung der Projekte konnte nicht gestartet werden!</translation>
+    </message>
 </context>
 <context>
     <name>Stemhaven::QueryBuilder</name>
@@ -372,6 +1293,125 @@
     <message>
         <source>Search save failed.</source>
         <translation>Die Suche konnte nicht gespeichert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>WindowActions</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Open project in Logic Pro</source>
+        <translation>Projekt in Logic Pro öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Show in Finder</source>
+        <translation>Im Finder &amp;zeigen</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Im Finder zeigen</translation>
+    </message>
+    <message>
+        <source>Show &amp;Package Contents</source>
+        <translation>&amp;Paketinhalt zeigen</translation>
+    </message>
+    <message>
+        <source>Open Project Package Contents</source>
+        <translation>Paketinhalt des Projekts öffnen</translation>
+    </message>
+    <message>
+        <source>Release</source>
+        <translation>Veröffentlichung</translation>
+    </message>
+    <message>
+        <source>Ignore</source>
+        <translation>Ignorieren</translation>
+    </message>
+    <message>
+        <source>Delete record</source>
+        <translation>Eintrag löschen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Widerrufen</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Scroll to Top</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Collapse All Filters</source>
+        <translation>Alle Filter einklappen</translation>
+    </message>
+    <message>
+        <source>Show Filter Sidebar</source>
+        <translation>Filterleiste einblenden</translation>
+    </message>
+    <message>
+        <source>Hide Filter Sidebar</source>
+        <translation>Filterleiste ausblenden</translation>
+    </message>
+    <message>
+        <source>Show Project Details</source>
+        <translation>Projektdetails einblenden</translation>
+    </message>
+    <message>
+        <source>Hide Project &amp;Details</source>
+        <translation>Projekt&amp;details ausblenden</translation>
+    </message>
+    <message>
+        <source>Hide Completed Projects</source>
+        <translation>Abgeschlossene Projekte ausblenden</translation>
+    </message>
+    <message>
+        <source>Hide Ignored Projects</source>
+        <translation>Ignorierte Projekte ausblenden</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <translation>Nach Updates suchen …</translation>
+    </message>
+    <message>
+        <source>Recover Projects...</source>
+        <translation>Projekte wiederherstellen …</translation>
+    </message>
+    <message>
+        <source>Backup...</source>
+        <translation>Sicherung anlegen …</translation>
+    </message>
+    <message>
+        <source>Import backup...</source>
+        <translation>Sicherung einspielen …</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>D&amp;arstellung</translation>
+    </message>
+    <message>
+        <source>Manage</source>
+        <translation>Verwalten</translation>
     </message>
 </context>
 <context>

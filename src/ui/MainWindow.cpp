@@ -1,41 +1,45 @@
 #include "ui/MainWindow.h"
 
 #include "app/SettingsKeys.h"
+#include "app/errors/Exception.h"
 #include "app/errors/Guarded.h"
 #include "database/QueryBuilder.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
-#include "project/BundleSuffixes.h"
+#include "ui/CurrentFilter.h"
+#include "ui/SelectedBundle.h"
+#include "ui/SidePanes.h"
+#include "ui/actions/ProjectMenus.h"
+#include "ui/actions/WindowActions.h"
+#include "ui/details/DetailsPane.h"
 #include "ui/dialogs/FolderAdder.h"
+#include "ui/dialogs/FolderDrop.h"
+#include "ui/edits/EditHistory.h"
+#include "ui/edits/SelectionEditor.h"
+#include "ui/sidebar/AddFilterForm.h"
+#include "ui/sidebar/FilterSidebar.h"
+#include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/sidebar/RemoveFilter.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/widgets/ToolButton.h"
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QDebug>
-#include <QDropEvent>
-#include <QFileInfo>
-#include <QMimeData>
 #include <QSettings>
+#include <QSplitter>
+#include <QStatusTipEvent>
+#include <QTableView>
 
 using Stemhaven::guarded;
 using Stemhaven::ProjectMonitor;
 using Stemhaven::TaskManager;
+namespace SettingsKeys = Stemhaven::SettingsKeys;
 
 namespace {
 
-constexpr QSize initialSize{1400, 820};
+constexpr QSize initialSize{1440, 860};
 constexpr QSize smallestSize{560, 400};
-
-/// The local folders among what is dragged; a project bundle, though a folder, is none to look for projects
-/// in.
-QStringList foldersIn(const QMimeData* data) {
-    QStringList folders;
-    for (const QUrl& url : data->urls()) {
-        const QString path = url.toLocalFile();
-        if (!path.isEmpty() && QFileInfo(path).isDir() && !Stemhaven::isBundlePath(path))
-            folders.append(path);
-    }
-    return folders;
-}
 
 } // namespace
 
@@ -44,16 +48,29 @@ MainWindow::MainWindow(QWidget* parent)
 
 MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* parent)
     : QMainWindow(parent),
+      m_tasks(tasks),
       m_monitor(monitor),
       m_builder(Stemhaven::QueryBuilder::defaultProjectsTableBuilder()),
-      m_projects(std::make_unique<ProjectsPane>(tasks, *m_builder)),
-      m_folders(new FolderAdder(tasks, *this)) {
+      m_filter(std::make_unique<CurrentFilter>(*m_builder)),
+      m_projects(std::make_unique<ProjectsPane>(tasks, *m_builder, *m_filter)),
+      m_filters(new FolderTreeItemModel(tasks, this)),
+      m_sidebar(new FilterSidebar(*m_filters)),
+      m_details(new DetailsPane(tasks)),
+      m_actions(new WindowActions(*this)),
+      m_history(new EditHistory(tasks, this)),
+      m_editor(new SelectionEditor(*m_history, *this)),
+      m_menus(new ProjectMenus(*m_actions, *m_editor, *m_filter, *this)),
+      m_folders(new FolderAdder(tasks, *this)),
+      m_sidebarToggle(new ToolButton(Glyph::SidebarToggle, tr("Filter Sidebar"))),
+      m_detailsToggle(new ToolButton(Glyph::DetailsToggle, tr("Project Details"))) {
     setWindowTitle(QStringLiteral("Stemhaven"));
-    setCentralWidget(m_projects.get());
     setMinimumSize(smallestSize);
-    setAcceptDrops(true);
+    new FolderDrop(*this, *m_folders);
+    layOut();
     setupActions();
     setupEvents();
+    setupMenus();
+    m_filters->reload();
     reloadProjects();
     restoreState();
     m_projects->setFocus();
@@ -61,29 +78,145 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
 
 MainWindow::~MainWindow() = default;
 
+void MainWindow::layOut() {
+    m_sidebarToggle->setObjectName(QStringLiteral("sidebarToggleButton"));
+    m_detailsToggle->setObjectName(QStringLiteral("projectInfoToggle"));
+    for (ToolButton* toggle : {m_sidebarToggle, m_detailsToggle})
+        toggle->setCheckable(true);
+    m_projects->setTopButtons(m_sidebarToggle, m_detailsToggle);
+
+    // Put together in the order in which the Tab key goes through them.
+    auto* sidebarSplitter = new QSplitter(Qt::Horizontal);
+    auto* detailsSplitter = new QSplitter(Qt::Horizontal);
+    sidebarSplitter->setObjectName(QStringLiteral("sidebarSplitter"));
+    detailsSplitter->setObjectName(QStringLiteral("projectInfoSplitter"));
+    detailsSplitter->addWidget(m_projects.get());
+    detailsSplitter->addWidget(m_details);
+    sidebarSplitter->addWidget(m_sidebar);
+    sidebarSplitter->addWidget(detailsSplitter);
+    // What a resized window gains or loses is the table's.
+    detailsSplitter->setStretchFactor(0, 1);
+    detailsSplitter->setStretchFactor(1, 0);
+    sidebarSplitter->setStretchFactor(0, 0);
+    sidebarSplitter->setStretchFactor(1, 1);
+    detailsSplitter->setCollapsible(0, false);
+    sidebarSplitter->setCollapsible(1, false);
+    setCentralWidget(sidebarSplitter);
+    m_sidePanes = new SidePanes(*sidebarSplitter, *detailsSplitter, this);
+}
+
 void MainWindow::setupActions() {
-    auto* search = new QAction(tr("Search"), this);
-    search->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
-    connect(search, &QAction::triggered, this, [this] {
-        guarded(tr("Focusing on search failed."), [this] { m_projects->focusSearch(); });
+    const auto perform = [this](QAction* action, const QString& failureTitle, auto what) {
+        connect(action, &QAction::triggered, this, [failureTitle, what] { guarded(failureTitle, what); });
+    };
+    perform(m_actions->open, tr("Open project failed."), [this] { openSelectedProject(); });
+    perform(m_actions->showInFinder, tr("Show in finder failed."), [this] { showSelectedInFinder(); });
+    perform(m_actions->showPackageContents, tr("Show package contents failed."), [this] {
+        showSelectedPackageContents();
     });
-    addAction(search);
+    perform(m_actions->ignore, tr("Could not ignore project"), [this] {
+        // The mark comes from the record alone.
+        m_actions->ignore->setChecked(false);
+        m_editor->ignoreSelectedProject();
+    });
+    perform(m_actions->deleteRecord, tr("Could not delete record"), [this] {
+        m_editor->deleteSelectedProjectRecord();
+    });
+    perform(m_actions->undo, tr("Undo failed."), [this] { m_history->undo(); });
+    perform(m_actions->redo, tr("Redo failed."), [this] { m_history->redo(); });
+    perform(m_actions->search, tr("Focusing on search failed."), [this] { m_projects->focusSearch(); });
+    perform(m_actions->scrollToTop, tr("Scrolling failed."), [this] { m_projects->scrollToTop(); });
+    perform(m_actions->collapseAllFilters, tr("Collapsing filter folders failed."), [this] {
+        m_sidebar->collapseAll();
+    });
+    perform(m_actions->showSidebar, tr("Show filter sidebar failed."), [this] {
+        m_sidePanes->showFilterSidebar(true);
+    });
+    perform(m_actions->hideSidebar, tr("Hiding filter sidebar failed."), [this] {
+        m_sidePanes->showFilterSidebar(false);
+    });
+    perform(m_actions->showDetails, tr("Showing project details failed."), [this] {
+        m_sidePanes->showProjectDetails(true);
+    });
+    perform(m_actions->hideDetails, tr("Hiding project details failed."), [this] {
+        m_sidePanes->showProjectDetails(false);
+    });
+    // Toggled, so that the program may do it as well as the user.
+    connect(m_actions->hideCompleted, &QAction::toggled, this, &MainWindow::hideCompleted);
+    connect(m_actions->hideIgnored, &QAction::toggled, this, &MainWindow::hideIgnored);
 }
 
 void MainWindow::setupEvents() {
     connect(m_projects.get(), &ProjectsPane::firstLoaded, this, &MainWindow::firstLoaded);
     connect(m_projects.get(), &ProjectsPane::addFolderRequested, m_folders, &FolderAdder::choose);
+    connect(m_projects.get(), &ProjectsPane::showHiddenRequested, this, &MainWindow::showHiddenProjects);
+    connect(m_projects.get(), &ProjectsPane::showAllRequested, this, &MainWindow::clearSearchAndFilter);
+    connect(m_projects.get(), &ProjectsPane::openRequested, m_actions->open, &QAction::trigger);
+    connect(m_projects.get(), &ProjectsPane::contextMenuRequested, m_menus, &ProjectMenus::popUp);
+    connect(
+        m_projects.get(), &ProjectsPane::selectionChanged, this, &MainWindow::projectsTableSelectionChanged);
     connect(m_folders, &FolderAdder::folderAdded, this, &MainWindow::lookIntoNewFolder);
 
-    connect(&m_monitor, &ProjectMonitor::databaseInitialized, this, &MainWindow::reloadProjects);
-    connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, &MainWindow::reloadProjects);
+    connect(m_filters, &FolderTreeItemModel::changed, this, &MainWindow::folderTreeItemModelChanged);
+    connect(m_sidebar, &FilterSidebar::activated, this, &MainWindow::filterTreeViewActivated);
+    connect(
+        m_sidebar, &FilterSidebar::addRequested, this, [this](FilterType type) { addFilter(type, false); });
+    connect(m_sidebar, &FilterSidebar::renameRequested, this, &MainWindow::renameFilter);
+    connect(m_sidebar, &FilterSidebar::removeRequested, this, &MainWindow::removeFilter);
+
+    connect(m_menus, &ProjectMenus::newRequested, this, [this](FilterType type) { addFilter(type, true); });
+
+    connect(m_sidePanes, &SidePanes::changed, this, &MainWindow::sidePanesChanged);
+    connect(m_sidebarToggle, &QAbstractButton::clicked, this, [this](bool show) {
+        guarded(tr("Sidebar toggle failed."), [&] { m_sidePanes->showFilterSidebar(show); });
+    });
+    connect(m_detailsToggle, &QAbstractButton::clicked, this, [this](bool show) {
+        guarded(tr("Project info toggle failed."), [&] { m_sidePanes->showProjectDetails(show); });
+    });
+    setupEditEvents();
+    setupMonitorEvents();
+}
+
+void MainWindow::setupEditEvents() {
+    connect(m_details, &DetailsPane::projectShown, this, &MainWindow::projectShown);
+    connect(m_details, &DetailsPane::openRequested, m_actions->open, &QAction::trigger);
+    connect(m_details, &DetailsPane::starRatingEdited, m_editor, &SelectionEditor::setStarRating);
+    connect(m_details, &DetailsPane::progressEdited, m_editor, &SelectionEditor::setProgress);
+    connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
+    connect(m_history, &EditHistory::written, this, &MainWindow::editsWritten);
+    connect(m_history, &EditHistory::refused, this, &MainWindow::editRefused);
+    connect(m_history, &EditHistory::changed, this, &MainWindow::historyChanged);
+    historyChanged();
+}
+
+void MainWindow::setupMonitorEvents() {
+    connect(&m_monitor, &ProjectMonitor::databaseInitialized, this, &MainWindow::reloadAll);
+    connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, [this] {
+        m_filters->reload();
+        m_details->reload();
+        m_projects->reloadProjectsSpaced(m_monitor.isSearching());
+    });
     connect(&m_monitor, &ProjectMonitor::wasStarted, this, &MainWindow::reloadProjects);
     connect(&m_monitor, &ProjectMonitor::searchProgressed, m_projects.get(), &ProjectsPane::showSearching);
     connect(&m_monitor, &ProjectMonitor::searchEnded, m_projects.get(), &ProjectsPane::endSearching);
+    connect(&m_monitor, &ProjectMonitor::rootSearchPathChanged, this, &MainWindow::rootFolderChanged);
 }
+
+void MainWindow::setupMenus() {
+    m_actions->setupMenus(m_menus->associationMenus());
+}
+
+// --- Reloading ---------------------------------------------------------------------------------------------
 
 void MainWindow::reloadProjects() {
     m_projects->reloadProjects(m_monitor.isSearching());
+}
+
+void MainWindow::reloadAll() {
+    guarded(tr("Reload all failed."), [this] {
+        m_filters->reload();
+        reloadProjects();
+    });
 }
 
 void MainWindow::lookIntoNewFolder() {
@@ -94,29 +227,240 @@ void MainWindow::lookIntoNewFolder() {
     });
 }
 
+void MainWindow::rootFolderChanged() {
+    Stemhaven::ErrorHandler::instance().reportError(
+        tr("One of the folders that Stemhaven monitors for projects has changed!"),
+        Stemhaven::Exception(tr("Please update the folders in the Monitor tab in Stemhaven's Preferences.")),
+        QtWarningMsg);
+    guarded(tr("Restarting project monitor failed."), [this] { m_monitor.restartMonitoring(); });
+}
+
+// --- Sidebar -----------------------------------------------------------------------------------------------
+
+void MainWindow::filterTreeViewActivated(FilterType type, qint64 id, const QString& name) {
+    guarded(tr("Activating filter failed."), [&] {
+        // A saved search and the last one are terms; with anything else the search ends.
+        m_filter->set(type, id, name);
+        if (type == FilterType::SAVED_SEARCH)
+            m_projects->setSearchTerm(name);
+        else
+            m_projects->setSearchTerm(
+                type == FilterType::LAST_SEARCH ? m_projects->lastSearchTerm() : QString());
+        m_sidebar->setCurrent(type, id);
+        m_projects->queryChanged();
+    });
+}
+
+void MainWindow::clearSearchAndFilter() {
+    filterTreeViewActivated(FilterType::ALL, -1, {});
+    m_projects->clearSelection();
+}
+
+void MainWindow::folderTreeItemModelChanged() {
+    guarded(tr("Filter actions refresh failed."), [this] {
+        m_menus->setEntries(*m_filters);
+        m_details->setEntries(*m_filters);
+    });
+}
+
+void MainWindow::addFilter(FilterType type, bool associateWithSelected) {
+    guarded(tr("Adding filter to selected failed"), [&] {
+        const QString name = type == FilterType::SAVED_SEARCH ? m_projects->searchTerm() : QString();
+        auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Add, -1, this);
+        connect(form, &AddFilterForm::onFilterAdded, m_filters, &FolderTreeItemModel::reload);
+        if (associateWithSelected) {
+            connect(
+                form, &AddFilterForm::onFilterAdded, this,
+                [this, projects = m_editor->selection()](FilterType added, const QString&, qint64 id) {
+                    guarded(tr("Associating project with filter failed"), [&] {
+                        m_editor->associateProjectsWithFilter(added, id, projects);
+                    });
+                });
+        }
+        form->open();
+    });
+}
+
+void MainWindow::renameFilter(FilterType type, qint64 id, const QString& name) {
+    guarded(tr("Filter could not be renamed."), [&] {
+        auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Rename, id, this);
+        connect(form, &AddFilterForm::onFilterRenamed, this, &MainWindow::filterRenamed);
+        form->open();
+    });
+}
+
+void MainWindow::removeFilter(FilterType type, qint64 id, const QString& name) {
+    guarded(tr("Could not remove filter"), [&] {
+        if (id < 0)
+            throw Stemhaven::Exception(tr("Cannot remove filter. Could not find primary key..."));
+        auto* form = new RemoveFilter(m_tasks, type, id, name, this);
+        connect(form, &RemoveFilter::removed, this, &MainWindow::filterRemoved);
+        form->open();
+    });
+}
+
+void MainWindow::filterRenamed(FilterType type, const QString& name, qint64 id) {
+    if (m_filter->type() == type && m_filter->id() == id)
+        m_filter->set(type, id, name);
+    reloadAll();
+}
+
+void MainWindow::filterRemoved(FilterType type, qint64 id) {
+    m_history->forgetEntry(type, id);
+    m_details->reload();
+    if (m_filter->type() == type && m_filter->id() == id)
+        filterTreeViewActivated(FilterType::ALL, -1, {});
+    reloadAll();
+}
+
+// --- The selected projects ---------------------------------------------------------------------------------
+
+void MainWindow::projectsTableSelectionChanged() {
+    guarded(tr("Could not select project"), [this] {
+        const auto selected = m_projects->selectedProjects();
+        m_details->selectProject(m_projects->currentProject(), static_cast<int>(selected.size()));
+        projectShown(m_details->project());
+    });
+}
+
+bool MainWindow::selectFirstProject() {
+    return m_projects->selectFirst();
+}
+
+void MainWindow::projectShown(const ProjectRecord& record) {
+    m_editor->setSelection(editedProjects(), record.ignored);
+    m_menus->setProject(record);
+}
+
+/// What an edit applies to: the selected projects, or, until the details of a newly selected one have come,
+/// the one that the user still sees.
+QList<qint64> MainWindow::editedProjects() const {
+    const qint64 shown = m_details->project().id;
+    if (shown < 0)
+        return {};
+    return shown == m_projects->currentProject() ? m_projects->selectedProjects() : QList<qint64>{shown};
+}
+
+void MainWindow::openSelectedProject() {
+    if (m_details->project().isValid())
+        SelectedBundle(m_details->project().bundlePath).open();
+}
+
+void MainWindow::showSelectedInFinder() {
+    if (m_details->project().isValid())
+        SelectedBundle(m_details->project().bundlePath).showInFinder();
+}
+
+void MainWindow::showSelectedPackageContents() {
+    if (m_details->project().isValid())
+        SelectedBundle(m_details->project().bundlePath).showPackageContents();
+}
+
+void MainWindow::associateProjectWithFilter(FilterType type, qint64 filterID, qint64 projectID) {
+    guarded(tr("Associating project with filter failed"), [&] {
+        m_editor->associateProjectsWithFilter(type, filterID, {projectID});
+    });
+}
+
+void MainWindow::disassociateProjectWithFilter(FilterType type, qint64 filterID, qint64 projectID) {
+    guarded(tr("Disassociating project with filter failed."), [&] {
+        m_editor->disassociateProjectsWithFilter(type, filterID, {projectID});
+    });
+}
+
+// --- Edits -------------------------------------------------------------------------------------------------
+
+void MainWindow::editsWritten() {
+    m_details->reload();
+    reloadAll();
+}
+
+void MainWindow::editRefused() {
+    m_details->reload();
+    reloadProjects();
+}
+
+void MainWindow::historyChanged() {
+    const auto present = [](QAction* action, const QString& verb, const QString& edit) {
+        action->setEnabled(!edit.isEmpty());
+        action->setText(edit.isEmpty() ? verb : verb + QLatin1Char(' ') + edit);
+    };
+    present(m_actions->undo, tr("Undo"), m_history->undoText());
+    present(m_actions->redo, tr("Redo"), m_history->redoText());
+}
+
+// --- View --------------------------------------------------------------------------------------------------
+
+void MainWindow::hideCompleted(bool hide) {
+    guarded(tr("Hiding completed projects failed."), [&] {
+        m_builder->hideCompletedTracks(hide);
+        QSettings().setValue(SettingsKeys::hideCompleted, hide);
+        m_projects->queryChanged();
+    });
+}
+
+void MainWindow::hideIgnored(bool hide) {
+    // The same title for both.
+    guarded(tr("Hiding completed projects failed."), [&] {
+        m_builder->hideIgnoredTracks(hide);
+        QSettings().setValue(SettingsKeys::hideIgnored, hide);
+        m_projects->queryChanged();
+    });
+}
+
+void MainWindow::showHiddenProjects() {
+    m_actions->hideCompleted->setChecked(false);
+    m_actions->hideIgnored->setChecked(false);
+}
+
+void MainWindow::sidePanesChanged() {
+    const bool sidebar = m_sidePanes->isSidebarShown();
+    m_actions->showSidebar->setEnabled(!sidebar);
+    m_actions->hideSidebar->setEnabled(sidebar);
+    m_sidebarToggle->setChecked(sidebar);
+    const bool details = m_sidePanes->areDetailsShown();
+    m_actions->showDetails->setEnabled(!details);
+    m_actions->hideDetails->setEnabled(details);
+    m_detailsToggle->setChecked(details);
+}
+
 void MainWindow::restoreState() {
     qInfo() << "Restoring window state...";
-    if (!restoreGeometry(QSettings().value(Stemhaven::SettingsKeys::windowGeo).toByteArray()))
+    const QSettings settings;
+    if (!restoreGeometry(settings.value(SettingsKeys::windowGeo).toByteArray()))
         resize(initialSize);
+    m_actions->hideCompleted->setChecked(settings.value(SettingsKeys::hideCompleted, true).toBool());
+    m_actions->hideIgnored->setChecked(settings.value(SettingsKeys::hideIgnored, true).toBool());
+    m_sidePanes->restore();
 }
 
 void MainWindow::storeState() {
-    QSettings().setValue(Stemhaven::SettingsKeys::windowGeo, saveGeometry());
+    QSettings().setValue(SettingsKeys::windowGeo, saveGeometry());
     m_projects->storeState();
+    m_sidePanes->store();
+}
+
+bool MainWindow::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::StatusTip:
+        m_projects->showTip(static_cast<QStatusTipEvent*>(event)->tip());
+        return true;
+    case QEvent::ShortcutOverride: {
+        // Return opens the selected project only where the table has the keyboard; everywhere else it
+        // belongs to what has it.
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return && !qobject_cast<QTableView*>(focusWidget()))
+            event->accept();
+        break;
+    }
+    default:
+        break;
+    }
+    return QMainWindow::event(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    m_details->commit();
     storeState();
     QMainWindow::closeEvent(event);
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (!foldersIn(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
-}
-
-void MainWindow::dropEvent(QDropEvent* event) {
-    for (const QString& folder : foldersIn(event->mimeData()))
-        m_folders->add(folder);
-    event->acceptProposedAction();
 }

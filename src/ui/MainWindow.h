@@ -1,11 +1,24 @@
 #pragma once
 
+#include "database/FilterType.h"
+
 #include <QMainWindow>
 
 #include <memory>
 
+class CurrentFilter;
+class DetailsPane;
+class EditHistory;
+class FilterSidebar;
 class FolderAdder;
+class FolderTreeItemModel;
+class ProjectMenus;
 class ProjectsPane;
+class SelectionEditor;
+class SidePanes;
+class ToolButton;
+class WindowActions;
+struct ProjectRecord;
 
 namespace Stemhaven {
 class ProjectMonitor;
@@ -13,7 +26,8 @@ class QueryBuilder;
 class TaskManager;
 } // namespace Stemhaven
 
-/// The program's main window, on the GUI thread.
+/// The program's main window, on the GUI thread: the sidebar, the projects and the details of the selected
+/// one. It tells its parts of each other.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -25,25 +39,73 @@ public:
     ~MainWindow() override;
     Q_DISABLE_COPY(MainWindow)
 
+    void associateProjectWithFilter(FilterType type, qint64 filterID, qint64 projectID);
+    void disassociateProjectWithFilter(FilterType type, qint64 filterID, qint64 projectID);
+
+    /// Returns whether there is one.
+    bool selectFirstProject();
+
 signals:
     /// Once, when what the first reload brought is shown.
     void firstLoaded();
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
 private:
+    void layOut();
     void setupActions();
     void setupEvents();
+    void setupEditEvents();
+    void setupMonitorEvents();
+    void setupMenus();
     void restoreState();
     void storeState();
-    void reloadProjects();
-    void lookIntoNewFolder();
 
+    void reloadProjects();
+    void reloadAll();
+    void lookIntoNewFolder();
+    void rootFolderChanged();
+
+    void filterTreeViewActivated(FilterType type, qint64 id, const QString& name);
+    void clearSearchAndFilter();
+    void folderTreeItemModelChanged();
+    void addFilter(FilterType type, bool associateWithSelected);
+    void renameFilter(FilterType type, qint64 id, const QString& name);
+    void removeFilter(FilterType type, qint64 id, const QString& name);
+    void filterRenamed(FilterType type, const QString& name, qint64 id);
+    void filterRemoved(FilterType type, qint64 id);
+
+    void projectsTableSelectionChanged();
+    void projectShown(const ProjectRecord& record);
+    QList<qint64> editedProjects() const;
+    void openSelectedProject();
+    void showSelectedInFinder();
+    void showSelectedPackageContents();
+
+    void hideCompleted(bool hide);
+    void hideIgnored(bool hide);
+    void showHiddenProjects();
+    void sidePanesChanged();
+    void editsWritten();
+    void editRefused();
+    void historyChanged();
+
+    Stemhaven::TaskManager& m_tasks;
     Stemhaven::ProjectMonitor& m_monitor;
     std::unique_ptr<Stemhaven::QueryBuilder> m_builder;
+    std::unique_ptr<CurrentFilter> m_filter;
     std::unique_ptr<ProjectsPane> m_projects;
+    FolderTreeItemModel* m_filters;
+    FilterSidebar* m_sidebar;
+    DetailsPane* m_details;
+    WindowActions* m_actions;
+    EditHistory* m_history;
+    SelectionEditor* m_editor;
+    ProjectMenus* m_menus;
     FolderAdder* m_folders;
+    ToolButton* m_sidebarToggle;
+    ToolButton* m_detailsToggle;
+    SidePanes* m_sidePanes = nullptr;
 };

@@ -4,6 +4,7 @@
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
 #include "ui/MainWindow.h"
+#include "ui/details/DetailsPane.h"
 
 #include <QCoreApplication>
 #include <QPixmap>
@@ -23,7 +24,7 @@ void Screenshot::takeWhenSearched() {
     if (monitor.isSearching())
         connect(&monitor, &ProjectMonitor::projectsDbModified, this, &Screenshot::takeWhenReloaded);
     else
-        QMetaObject::invokeMethod(this, &Screenshot::take, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &Screenshot::takeWhenFilled, Qt::QueuedConnection);
 }
 
 void Screenshot::takeWhenReloaded() {
@@ -31,9 +32,16 @@ void Screenshot::takeWhenReloaded() {
     auto task = std::make_shared<Stemhaven::SimpleTask>([] {});
     task->setSuccessCallback([self = QPointer(this)](const std::shared_ptr<Stemhaven::Task>&) {
         if (self)
-            self->take();
+            self->takeWhenFilled();
     });
     Stemhaven::TaskManager::instance().addTask(task);
+}
+
+void Screenshot::takeWhenFilled() {
+    if (m_window.selectFirstProject())
+        connect(m_window.findChild<DetailsPane*>(), &DetailsPane::filled, this, &Screenshot::take);
+    else
+        take();
 }
 
 void Screenshot::take() {

@@ -5,8 +5,8 @@
 
 class MainWindow;
 
-/// Writes a picture of the main window once its table has its rows, those of a search that is going on
-/// included, and quits. Exit status 1 where the picture cannot be written.
+/// Writes a picture of the main window, with the first project selected, once its table has its rows, those
+/// of a search that is going on included, and quits. Exit status 1 where the picture cannot be written.
 class Screenshot : public QObject {
     Q_OBJECT
 
@@ -17,6 +17,7 @@ public:
 private:
     void takeWhenSearched();
     void takeWhenReloaded();
+    void takeWhenFilled();
     void take();
 
     MainWindow& m_window;

@@ -1,6 +1,7 @@
 #include "ui/table/ProjectsPane.h"
 
 #include "ProjectsFixture.h"
+#include "ui/CurrentFilter.h"
 #include "ui/table/EmptyState.h"
 #include "ui/table/HeaderSorting.h"
 #include "ui/table/KeyEventTableView.h"
@@ -25,7 +26,8 @@ protected:
     void open() {
         close();
         builder.reset(Stemhaven::QueryBuilder::defaultProjectsTableBuilder());
-        pane = std::make_unique<ProjectsPane>(tasks(), *builder);
+        filter = std::make_unique<CurrentFilter>(*builder);
+        pane = std::make_unique<ProjectsPane>(tasks(), *builder, *filter);
         pane->resize(900, 500);
         QSignalSpy loaded(pane.get(), &ProjectsPane::firstLoaded);
         pane->reloadProjects(false);
@@ -96,6 +98,7 @@ protected:
     }
 
     std::unique_ptr<Stemhaven::QueryBuilder> builder;
+    std::unique_ptr<CurrentFilter> filter;
     std::unique_ptr<ProjectsPane> pane;
 };
 
@@ -200,7 +203,7 @@ TEST_F(ProjectsPaneTest, SelectionFollowsTheProject) {
     insertNumbered(200);
     open();
     auto& selection = child<SelectionKeeper>();
-    QSignalSpy changed(&selection, &SelectionKeeper::currentProjectChanged);
+    QSignalSpy changed(&selection, &SelectionKeeper::changed);
     select(9);
     EXPECT_EQ(selection.currentProject(), 10);
 
@@ -298,6 +301,11 @@ TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {
     insert(QStringLiteral("Done"), QStringLiteral("completed=1"));
     insert(QStringLiteral("Not wanted"), QStringLiteral("ignored=1"));
     refresh();
+    QObject::connect(pane.get(), &ProjectsPane::showHiddenRequested, pane.get(), [this] {
+        builder->hideCompletedTracks(false);
+        builder->hideIgnoredTracks(false);
+        pane->queryChanged();
+    });
     QTest::mouseClick(&child<QPushButton>(), Qt::LeftButton);
     settle();
     EXPECT_EQ(names(), list({"Done", "Not wanted"}));

@@ -57,11 +57,12 @@ EmptyState::EmptyState(QWidget* parent)
     layout->addLayout(column);
     layout->addStretch();
 
+    setFocusProxy(m_action);
     connect(m_action, &QPushButton::clicked, this, &EmptyState::performAction);
     present(m_reason);
 }
 
-void EmptyState::present(Reason reason, const QString& term) {
+void EmptyState::present(Reason reason, const QString& name) {
     m_reason = reason;
     m_emblem->setAccented(reason == Reason::NoProjects || reason == Reason::Searching);
     switch (reason) {
@@ -82,7 +83,14 @@ void EmptyState::present(Reason reason, const QString& term) {
         break;
     case Reason::NothingFound:
         setTexts(
-            tr("Nothing found"), tr("No project matches “%1”.").arg(shortened(term)), tr("Clear Search"));
+            tr("Nothing found"), tr("No project matches “%1”.").arg(shortened(name)), tr("Clear Search"));
+        break;
+    case Reason::NothingInFilter:
+        setTexts(
+            tr("Nothing here yet"),
+            tr("No project that is shown belongs to “%1”. Right-click a project to file it.")
+                .arg(shortened(name)),
+            tr("Show All Projects"));
         break;
     }
 }
@@ -104,6 +112,9 @@ void EmptyState::performAction() {
         break;
     case Reason::NothingFound:
         emit clearSearchRequested();
+        break;
+    case Reason::NothingInFilter:
+        emit showAllRequested();
         break;
     }
 }

@@ -12,16 +12,17 @@ class EmptyState : public QWidget {
 
 public:
     enum class Reason {
-        NoProjects,  ///< nothing has been catalogued yet
-        Searching,   ///< as NoProjects, while the folders are being looked through
-        AllHidden,   ///< every project is completed or ignored
-        NothingFound ///< no project matches the search
+        NoProjects,     ///< nothing has been catalogued yet
+        Searching,      ///< as NoProjects, while the folders are being looked through
+        AllHidden,      ///< every project is completed or ignored
+        NothingFound,   ///< no project matches the search
+        NothingInFilter ///< no project is in the collection, has the tag, and so on
     };
 
     explicit EmptyState(QWidget* parent = nullptr);
 
-    /// term is what was searched, for NothingFound.
-    void present(Reason reason, const QString& term = {});
+    /// name is what was searched, for NothingFound, or the filter's, for NothingInFilter.
+    void present(Reason reason, const QString& name = {});
 
     Reason reason() const { return m_reason; }
 
@@ -29,6 +30,7 @@ signals:
     void addFolderRequested();
     void showHiddenRequested();
     void clearSearchRequested();
+    void showAllRequested();
 
 private:
     void performAction();

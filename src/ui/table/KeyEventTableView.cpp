@@ -9,6 +9,15 @@
 #include <QKeyEvent>
 
 #include <algorithm>
+#include <utility>
+
+namespace {
+
+bool isEnter(const QKeyEvent* event) {
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+} // namespace
 
 void KeyEventTableView::keyboardSearch(const QString& search) {
     // Keys such as Delete come with a text, too.
@@ -16,11 +25,19 @@ void KeyEventTableView::keyboardSearch(const QString& search) {
         emit textTyped(search);
 }
 
+void KeyEventTableView::keyPressEvent(QKeyEvent* event) {
+    if (isEnter(event) && !event->isAutoRepeat())
+        m_enterIsDown = true;
+    QTableView::keyPressEvent(event);
+}
+
 void KeyEventTableView::keyReleaseEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        emit enterPressed();
+        // The release of a key that closed a dialog, or was a shortcut, comes here too.
+        if (!event->isAutoRepeat() && std::exchange(m_enterIsDown, false))
+            emit enterPressed();
         break;
     case Qt::Key_Home:
         emit homePressed();
@@ -32,6 +49,11 @@ void KeyEventTableView::keyReleaseEvent(QKeyEvent* event) {
     default:
         QTableView::keyReleaseEvent(event);
     }
+}
+
+void KeyEventTableView::focusOutEvent(QFocusEvent* event) {
+    m_enterIsDown = false;
+    QTableView::focusOutEvent(event);
 }
 
 void KeyEventTableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

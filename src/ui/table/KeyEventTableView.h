@@ -20,9 +20,13 @@ signals:
     void textTyped(const QString& text);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
     bool knowsAccessibleCells(const QItemSelection& selection);
+
+    bool m_enterIsDown = false;
 };

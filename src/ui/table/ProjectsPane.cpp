@@ -1,7 +1,7 @@
 #include "ui/table/ProjectsPane.h"
 
 #include "app/errors/Guarded.h"
-#include "database/QueryBuilder.h"
+#include "ui/CurrentFilter.h"
 #include "ui/table/CatalogueCheck.h"
 #include "ui/table/ColumnWidths.h"
 #include "ui/table/EmptyState.h"
@@ -35,7 +35,7 @@ KeyEventTableView* makeTable(ProjectsTableModel* model, QWidget* parent) {
     table->setItemDelegate(new StarDelegate(table));
     table->setAccessibleName(ProjectsPane::tr("Projects"));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     table->setAlternatingRowColors(true);
@@ -43,6 +43,7 @@ KeyEventTableView* makeTable(ProjectsTableModel* model, QWidget* parent) {
     table->setWordWrap(false);
     table->setTabKeyNavigation(false);
     table->setFrameShape(QFrame::NoFrame);
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
     // Rows of one fixed height keep the cost of a reload apart from the number of rows.
     table->verticalHeader()->hide();
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -53,9 +54,11 @@ KeyEventTableView* makeTable(ProjectsTableModel* model, QWidget* parent) {
 
 } // namespace
 
-ProjectsPane::ProjectsPane(Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder& builder, QWidget* parent)
+ProjectsPane::ProjectsPane(
+    Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder& builder, const CurrentFilter& filter,
+    QWidget* parent)
     : QWidget(parent),
-      m_builder(builder),
+      m_filter(filter),
       m_model(new ProjectsTableModel(tasks, &builder, this)),
       m_searchEdit(new SearchField(this)),
       m_table(makeTable(m_model, this)),
@@ -78,11 +81,12 @@ void ProjectsPane::layOut() {
     m_table->setObjectName(QStringLiteral("projectsTableView"));
     m_statusLabel->setObjectName(QStringLiteral("statusLabel"));
 
-    auto* top = new QHBoxLayout;
-    top->setContentsMargins(margin, 12, margin, 12);
+    m_top = new QHBoxLayout;
+    m_top->setContentsMargins(margin, 12, margin, 12);
+    m_top->setSpacing(8);
     m_searchEdit->setMaximumWidth(widestSearch);
-    top->addWidget(m_searchEdit, 1);
-    top->addStretch(1);
+    m_top->addWidget(m_searchEdit, 1);
+    m_top->addStretch();
 
     auto* rows = new QWidget(this);
     rows->setBackgroundRole(QPalette::Base);
@@ -109,7 +113,7 @@ void ProjectsPane::layOut() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
-    layout->addLayout(top);
+    layout->addLayout(m_top);
     layout->addWidget(rows, 1);
     layout->addLayout(status);
 }
@@ -124,15 +128,73 @@ void ProjectsPane::setUpEvents() {
     connect(m_table, &KeyEventTableView::homePressed, m_table, &QTableView::scrollToTop);
     connect(m_table, &KeyEventTableView::textTyped, this, &ProjectsPane::searchFor);
     connect(m_searchEdit, &SearchField::downPressed, this, &ProjectsPane::goToTable);
+    connect(m_table, &KeyEventTableView::enterPressed, this, &ProjectsPane::openRequested);
+    connect(m_table, &QTableView::doubleClicked, this, &ProjectsPane::openRequested);
+    connect(m_selection, &SelectionKeeper::changed, this, &ProjectsPane::selectionChanged);
+    connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        emit contextMenuRequested(m_table->viewport()->mapToGlobal(position));
+    });
 
     connect(m_emptyState, &EmptyState::addFolderRequested, this, &ProjectsPane::addFolderRequested);
-    connect(m_emptyState, &EmptyState::showHiddenRequested, this, &ProjectsPane::showHidden);
+    connect(m_emptyState, &EmptyState::showHiddenRequested, this, &ProjectsPane::showHiddenRequested);
+    connect(m_emptyState, &EmptyState::showAllRequested, this, &ProjectsPane::showAllRequested);
     connect(m_emptyState, &EmptyState::clearSearchRequested, m_search, &TableSearch::clear);
+}
+
+void ProjectsPane::setTopButtons(QWidget* first, QWidget* last) {
+    m_top->insertWidget(0, first);
+    m_top->addWidget(last);
 }
 
 void ProjectsPane::reloadProjects(bool lookingForProjects) {
     m_lookingForProjects = lookingForProjects;
     request(ReloadScheduler::Reason::Refresh);
+}
+
+void ProjectsPane::reloadProjectsSpaced(bool lookingForProjects) {
+    m_lookingForProjects = lookingForProjects;
+    Stemhaven::guarded(tr("Reload projects failed."), [this] { m_reloads->requestSpaced(); });
+}
+
+void ProjectsPane::queryChanged() {
+    request(ReloadScheduler::Reason::NewQuery);
+}
+
+QString ProjectsPane::searchTerm() const {
+    return m_search->term();
+}
+
+QString ProjectsPane::lastSearchTerm() const {
+    return m_search->lastTerm();
+}
+
+void ProjectsPane::setSearchTerm(const QString& term) {
+    m_search->setTerm(term);
+}
+
+qint64 ProjectsPane::currentProject() const {
+    return m_selection->currentProject();
+}
+
+QList<qint64> ProjectsPane::selectedProjects() const {
+    return m_selection->selectedProjects();
+}
+
+void ProjectsPane::clearSelection() {
+    m_selection->clear();
+}
+
+bool ProjectsPane::selectFirst() {
+    m_table->selectRow(0);
+    return m_selection->currentProject() >= 0;
+}
+
+void ProjectsPane::scrollToTop() {
+    m_table->scrollToTop();
+}
+
+void ProjectsPane::showTip(const QString& tip) {
+    m_statusLabel->setText(tip.isEmpty() ? m_status : tip);
 }
 
 void ProjectsPane::showSearching(int projectsFound) {
@@ -158,11 +220,10 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
 }
 
 void ProjectsPane::showStatus() {
-    const QString term = m_search->term();
-    const QString description =
-        term.isEmpty() ? tr("All projects") : tr("All projects matching '%1'").arg(term);
     // Both at once: the term may look like a placeholder.
-    m_statusLabel->setText(tr("%1 (%3 found)").arg(description, QString::number(m_model->rowCount())));
+    m_status =
+        tr("%1 (%3 found)").arg(m_filter.description(m_search->term()), QString::number(m_model->rowCount()));
+    m_statusLabel->setText(m_status);
 }
 
 void ProjectsPane::showRowsOrReason() {
@@ -171,6 +232,9 @@ void ProjectsPane::showRowsOrReason() {
     } else if (!m_search->term().isEmpty()) {
         m_emptyState->present(EmptyState::Reason::NothingFound, m_search->term());
         showPage(m_emptyState);
+    } else if (m_filter.type() != FilterType::ALL) {
+        m_emptyState->present(EmptyState::Reason::NothingInFilter, m_filter.name());
+        showPage(m_emptyState);
     } else {
         m_catalogue->start();
     }
@@ -178,7 +242,8 @@ void ProjectsPane::showRowsOrReason() {
 
 void ProjectsPane::showCatalogue(bool isEmpty) {
     // The answer may be to a question that the user has left behind.
-    if (m_model->isReloading() || m_model->rowCount() > 0 || !m_search->term().isEmpty())
+    if (m_model->isReloading() || m_model->rowCount() > 0 || !m_search->term().isEmpty() ||
+        m_filter.type() != FilterType::ALL)
         return;
     if (!isEmpty)
         m_emptyState->present(EmptyState::Reason::AllHidden);
@@ -190,16 +255,12 @@ void ProjectsPane::showCatalogue(bool isEmpty) {
 
 void ProjectsPane::showPage(QWidget* page) {
     m_pages->setCurrentWidget(page);
+    // The keyboard goes to what can be reached by it.
+    setFocusProxy(page == m_emptyState ? static_cast<QWidget*>(m_emptyState) : m_table);
     if (m_hasLoaded)
         return;
     m_hasLoaded = true;
     emit firstLoaded();
-}
-
-void ProjectsPane::showHidden() {
-    m_builder.hideCompletedTracks(false);
-    m_builder.hideIgnoredTracks(false);
-    request(ReloadScheduler::Reason::NewQuery);
 }
 
 void ProjectsPane::focusSearch() {

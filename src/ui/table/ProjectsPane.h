@@ -6,12 +6,14 @@
 
 class CatalogueCheck;
 class ColumnWidths;
+class CurrentFilter;
 class ElidedLabel;
 class EmptyState;
 class HeaderSorting;
 class KeyEventTableView;
 class ProjectsTableModel;
 class TableSearch;
+class QHBoxLayout;
 class QStackedLayout;
 class SearchField;
 class SelectionKeeper;
@@ -26,12 +28,37 @@ class ProjectsPane : public QWidget {
     Q_OBJECT
 
 public:
-    /// Both outlive the pane. Loads nothing before the first reload.
-    ProjectsPane(Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder& builder, QWidget* parent = nullptr);
+    /// All outlive the pane. filter is only asked what it is. Loads nothing before the first reload.
+    ProjectsPane(
+        Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder& builder, const CurrentFilter& filter,
+        QWidget* parent = nullptr);
 
-    /// lookingForProjects: the folders are being looked through, which is said while there are no projects
-    /// yet.
+    /// At the two ends of the line with the search field.
+    void setTopButtons(QWidget* first, QWidget* last);
+
+    /// The projects may have changed. lookingForProjects: the folders are being looked through, which is said
+    /// while there are no projects yet.
     void reloadProjects(bool lookingForProjects);
+    /// As reloadProjects, where many such calls may come in a row.
+    void reloadProjectsSpaced(bool lookingForProjects);
+    /// The builder wants other projects.
+    void queryChanged();
+
+    QString searchTerm() const;
+    /// The last one that was not empty.
+    QString lastSearchTerm() const;
+    void setSearchTerm(const QString& term);
+
+    /// -1 when there is none.
+    qint64 currentProject() const;
+    /// The current one first.
+    QList<qint64> selectedProjects() const;
+    void clearSelection();
+    /// Returns whether there is one.
+    bool selectFirst();
+    void scrollToTop();
+    /// Shows it in the place of the status; an empty one brings the status back.
+    void showTip(const QString& tip);
 
     /// Says in the status line that the folders are being looked through, and how many projects that came
     /// across.
@@ -44,6 +71,12 @@ signals:
     /// Once, when the outcome of the first reload is shown.
     void firstLoaded();
     void addFolderRequested();
+    void showHiddenRequested();
+    void showAllRequested();
+    void selectionChanged();
+    /// The current project is to be opened.
+    void openRequested();
+    void contextMenuRequested(const QPoint& globalPosition);
 
 private:
     void layOut();
@@ -54,11 +87,10 @@ private:
     void showRowsOrReason();
     void showCatalogue(bool isEmpty);
     void showPage(QWidget* page);
-    void showHidden();
     void goToTable();
     void searchFor(const QString& text);
 
-    Stemhaven::QueryBuilder& m_builder;
+    const CurrentFilter& m_filter;
     ProjectsTableModel* m_model;
     SearchField* m_searchEdit;
     KeyEventTableView* m_table;
@@ -67,6 +99,7 @@ private:
     ElidedLabel* m_searchingLabel;
     QWidget* m_tablePage = nullptr;
     QStackedLayout* m_pages = nullptr;
+    QHBoxLayout* m_top = nullptr;
 
     ReloadScheduler* m_reloads;
     CatalogueCheck* m_catalogue;
@@ -74,6 +107,7 @@ private:
     HeaderSorting* m_sorting;
     ColumnWidths* m_columns;
     SelectionKeeper* m_selection;
+    QString m_status;
     bool m_lookingForProjects = false;
     bool m_hasLoaded = false;
 };

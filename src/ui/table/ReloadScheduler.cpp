@@ -2,13 +2,26 @@
 
 #include "ui/table/ProjectsTableModel.h"
 
+#include <chrono>
 #include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds spacing{250};
+
+} // namespace
 
 ReloadScheduler::ReloadScheduler(ProjectsTableModel& model, QObject* parent)
     : QObject(parent),
       m_model(model) {
     connect(&model, &ProjectsTableModel::reloaded, this, [this] { finish(true); });
     connect(&model, &ProjectsTableModel::reloadFailed, this, [this] { finish(false); });
+    m_spacing.setSingleShot(true);
+    m_spacing.setInterval(spacing);
+    connect(&m_spacing, &QTimer::timeout, this, [this] {
+        if (std::exchange(m_wantedAfterSpacing, false))
+            requestSpaced();
+    });
 }
 
 void ReloadScheduler::request(Reason reason) {
@@ -17,6 +30,15 @@ void ReloadScheduler::request(Reason reason) {
         m_waitingReason = reason;
     if (!m_model.isReloading())
         start();
+}
+
+void ReloadScheduler::requestSpaced() {
+    if (m_spacing.isActive()) {
+        m_wantedAfterSpacing = true;
+        return;
+    }
+    m_spacing.start();
+    request(Reason::Refresh);
 }
 
 void ReloadScheduler::start() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 class ProjectsTableModel;
 
@@ -19,6 +20,8 @@ public:
     ReloadScheduler(ProjectsTableModel& model, QObject* parent);
 
     void request(Reason reason);
+    /// As a refresh, but a burst of these becomes a few reloads.
+    void requestSpaced();
 
 signals:
     /// reason is NewQuery when one of the requests that the reload stands for was.
@@ -32,4 +35,6 @@ private:
     Reason m_runningReason = Reason::Refresh;
     Reason m_waitingReason = Reason::Refresh;
     bool m_isWaiting = false;
+    QTimer m_spacing;
+    bool m_wantedAfterSpacing = false;
 };

@@ -7,28 +7,51 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include <mutex>
+
 SelectionKeeper::SelectionKeeper(KeyEventTableView& table, ProjectsTableModel& model, QObject* parent)
     : QObject(parent),
       m_table(table),
       m_model(model) {
-    connect(
-        table.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-        &SelectionKeeper::currentRowChanged);
+    auto* selection = table.selectionModel();
+    connect(selection, &QItemSelectionModel::currentRowChanged, this, &SelectionKeeper::update);
+    connect(selection, &QItemSelectionModel::selectionChanged, this, &SelectionKeeper::update);
 }
 
-void SelectionKeeper::currentRowChanged(const QModelIndex& current) {
+QList<qint64> SelectionKeeper::selectedProjects() const {
+    if (m_project < 0)
+        return {};
+    QList<qint64> projects{m_project};
+    for (const qint64 project : m_selected) {
+        if (project != m_project)
+            projects.append(project);
+    }
+    return projects;
+}
+
+void SelectionKeeper::update() {
     // In rows that the user has not seen yet the one that was clicked is another project's; restore() comes
     // soon.
     if (m_restoring || m_model.hasUnannouncedRows())
         return;
-    setCurrentProject(current.isValid() ? m_model.projectIDForRow(current.row()) : -1);
-}
-
-void SelectionKeeper::setCurrentProject(qint64 id) {
-    if (id == m_project)
+    QModelIndex current = m_table.currentIndex();
+    const auto rows = m_table.selectionModel()->selectedRows();
+    // A row that was taken out of the selection stays the current one.
+    if (!rows.isEmpty() && !m_table.selectionModel()->isRowSelected(current.row()))
+        current = rows.constFirst();
+    const qint64 project = current.isValid() ? m_model.projectIDForRow(current.row()) : -1;
+    QSet<qint64> selected;
+    if (rows.size() > 1) {
+        const std::lock_guard lock(m_model);
+        for (const QModelIndex& row : rows)
+            selected.insert(m_model.projectIDForRow(row.row()));
+        selected.remove(-1);
+    }
+    if (project == m_project && selected == m_selected)
         return;
-    m_project = id;
-    emit currentProjectChanged(id);
+    m_project = project;
+    m_selected = selected;
+    emit changed();
 }
 
 void SelectionKeeper::restore(ReloadScheduler::Reason reason) {
@@ -45,8 +68,12 @@ void SelectionKeeper::restore(ReloadScheduler::Reason reason) {
     else
         m_table.scrollToTop();
 
-    if (newRow < 0)
-        setCurrentProject(-1);
+    // Some, or all, of those selected may be gone.
+    update();
+}
+
+void SelectionKeeper::clear() {
+    m_table.selectionModel()->clear();
 }
 
 void SelectionKeeper::select(int row) {
@@ -63,7 +90,25 @@ void SelectionKeeper::select(int row) {
     const bool autoScroll = m_table.hasAutoScroll();
     m_table.setAutoScroll(false);
     selection->setCurrentIndex(m_model.index(row, column), how);
+    if (!m_selected.isEmpty())
+        selection->select(rowsOfSelected(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     m_table.setAutoScroll(autoScroll);
+}
+
+QItemSelection SelectionKeeper::rowsOfSelected() const {
+    QItemSelection selection;
+    const int count = m_model.rowCount();
+    const std::lock_guard lock(m_model);
+    for (int row = 0; row < count; ++row) {
+        if (!m_selected.contains(m_model.projectIDForRow(row)))
+            continue;
+        const QModelIndex index = m_model.index(row, 0);
+        if (!selection.isEmpty() && selection.last().bottom() == row - 1)
+            selection.last() = QItemSelectionRange(selection.last().topLeft(), index);
+        else
+            selection.append(QItemSelectionRange(index));
+    }
+    return selection;
 }
 
 /// Where the bar is to stand so that the current row, when it is on the screen, does not move.

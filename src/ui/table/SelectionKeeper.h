@@ -2,14 +2,17 @@
 
 #include "ui/table/ReloadScheduler.h"
 
+#include <QItemSelection>
+#include <QList>
 #include <QObject>
+#include <QSet>
 
 class KeyEventTableView;
 class ProjectsTableModel;
 class QModelIndex;
 
-/// Knows the table's current project, and keeps it selected and in its place on the screen when the rows
-/// change.
+/// Knows which projects are selected in the table, and keeps them selected and the current one in its place
+/// on the screen when the rows change.
 class SelectionKeeper : public QObject {
     Q_OBJECT
 
@@ -20,21 +23,29 @@ public:
     /// -1 when there is none.
     qint64 currentProject() const { return m_project; }
 
-    /// Finds the current project again after a reload. After a new query it is scrolled into view, or the
-    /// table to its top when the project is gone; after a refresh the rows on the screen stay where they are.
+    /// The current project and those that are selected beside it.
+    QList<qint64> selectedProjects() const;
+
+    /// Finds the selected projects again after a reload. After a new query the current one is scrolled into
+    /// view, or the table to its top when it is gone; after a refresh the rows on the screen stay where they
+    /// are.
     void restore(ReloadScheduler::Reason reason);
 
+    void clear();
+
 signals:
-    void currentProjectChanged(qint64 id);
+    /// The current project, or those selected beside it, are others.
+    void changed();
 
 private:
-    void currentRowChanged(const QModelIndex& current);
+    void update();
     void select(int row);
-    void setCurrentProject(qint64 id);
+    QItemSelection rowsOfSelected() const;
     int scrollPositionFor(int oldRow, int newRow) const;
 
     KeyEventTableView& m_table;
     ProjectsTableModel& m_model;
     qint64 m_project = -1;
+    QSet<qint64> m_selected; ///< those beside the current one included; empty for a current one alone
     bool m_restoring = false;
 };

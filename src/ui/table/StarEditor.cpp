@@ -2,12 +2,17 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOptionFocusRect>
+
+#include <algorithm>
 
 StarEditor::StarEditor(QWidget* parent) : QWidget(parent), m_rating(0) {
     setMouseTracking(true);
     setAutoFillBackground(false);
     setAttribute(Qt::WA_OpaquePaintEvent, false);
+    setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Rating"));
+    setToolTip(tr("Click a star, or press 0 to 5"));
 }
 
 QSize StarEditor::sizeHint() const {
@@ -33,6 +38,11 @@ int StarEditor::starAtPosition(int x) const {
 void StarEditor::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     m_rating.paint(&painter, rect(), palette(), StarRating::EditMode::Editable, false);
+    if (hasFocus()) {
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
 }
 
 void StarEditor::mouseMoveEvent(QMouseEvent* event) {
@@ -51,4 +61,38 @@ void StarEditor::mouseReleaseEvent(QMouseEvent* /*event*/) {
 void StarEditor::leaveEvent(QEvent* /*event*/) {
     m_rating = StarRating(m_committedCount);
     update();
+}
+
+void StarEditor::keyPressEvent(QKeyEvent* event) {
+    const bool forwards = isRightToLeft() != (event->key() == Qt::Key_Right);
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        give(m_committedCount + (forwards ? 1 : -1));
+        return;
+    case Qt::Key_Up:
+        give(m_committedCount + 1);
+        return;
+    case Qt::Key_Down:
+        give(m_committedCount - 1);
+        return;
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete:
+        give(0);
+        return;
+    default:
+        break;
+    }
+    const int digit = event->key() - Qt::Key_0;
+    if (digit >= 0 && digit <= m_rating.maxStarCount())
+        give(digit);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void StarEditor::give(int stars) {
+    m_rating.setStarCount(std::clamp(stars, 0, m_rating.maxStarCount()));
+    m_committedCount = m_rating.starCount();
+    update();
+    emit editingFinished();
 }

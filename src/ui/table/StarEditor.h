@@ -4,7 +4,8 @@
 
 #include <QWidget>
 
-/// Lets the user give a rating: the stars follow the pointer and stay where it is released.
+/// Lets the user give a rating: the stars follow the pointer and stay where it is released. With the keyboard
+/// the digits and the arrow keys give it at once.
 class StarEditor : public QWidget {
     Q_OBJECT
 
@@ -29,8 +30,11 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void give(int stars);
+
     StarRating m_rating;
     int m_committedCount = 0;
 };

@@ -25,6 +25,10 @@ QString TableSearch::term() const {
     return m_field.text();
 }
 
+void TableSearch::setTerm(const QString& term) {
+    m_field.setText(term);
+}
+
 void TableSearch::clear() {
     m_field.clear();
 }
@@ -40,8 +44,10 @@ void TableSearch::searchTextChanged(const QString& text) {
 }
 
 void TableSearch::applyToBuilder(const QString& text) {
-    if (text.isEmpty())
+    if (text.isEmpty()) {
         m_builder.clearSearch();
-    else
+    } else {
+        m_lastTerm = text;
         m_builder.search(Stemhaven::escape(text));
+    }
 }

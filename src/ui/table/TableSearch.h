@@ -20,6 +20,11 @@ public:
 
     /// As typed; empty when nothing is searched.
     QString term() const;
+
+    /// The last term that was not empty.
+    const QString& lastTerm() const { return m_lastTerm; }
+
+    void setTerm(const QString& term);
     void clear();
     void storeTerm();
 
@@ -33,4 +38,5 @@ private:
     QLineEdit& m_field;
     Stemhaven::QueryBuilder& m_builder;
     QSettings m_settings;
+    QString m_lastTerm;
 };

@@ -1,0 +1,40 @@
+#include "ui/SelectedBundle.h"
+
+#include "app/errors/Exception.h"
+#include "app/errors/Guarded.h"
+#include "platform/FileManager.h"
+
+#include <QFileInfo>
+
+#include <utility>
+
+SelectedBundle::SelectedBundle(QString path) : m_path(std::move(path)) {}
+
+void SelectedBundle::open() const {
+    run(tr("Could not open selected project!"), tr("Could not open selected project"),
+        [this] { return Stemhaven::openProject(m_path); });
+}
+
+void SelectedBundle::showInFinder() const {
+    const QString title = tr("Could not show in Finder");
+    run(title, title, [this] { return Stemhaven::revealInFileManager(m_path); });
+}
+
+void SelectedBundle::showPackageContents() const {
+    const QString title = tr("Could not show package contents");
+    run(title, title,
+        [this] { return Stemhaven::revealInFileManager(m_path + QStringLiteral("/Alternatives/")); });
+}
+
+void SelectedBundle::run(
+    const QString& titleWhenGone, const QString& titleWhenRefused,
+    const std::function<int()>& command) const {
+    if (!QFileInfo::exists(m_path)) {
+        Stemhaven::guarded(titleWhenGone, [] { throw Stemhaven::Exception(tr("Project wasn't found")); });
+        return;
+    }
+    Stemhaven::guarded(titleWhenRefused, [&] {
+        if (const int status = command(); status != 0)
+            throw Stemhaven::Exception(tr("Error code: %1").arg(status));
+    });
+}

@@ -1,0 +1,87 @@
+#include "ui/actions/ProjectMenus.h"
+
+#include "app/errors/Guarded.h"
+#include "ui/CurrentFilter.h"
+#include "ui/actions/AssociationMenu.h"
+#include "ui/actions/WindowActions.h"
+#include "ui/details/ProjectRecord.h"
+#include "ui/edits/SelectionEditor.h"
+
+#include <QAction>
+
+using Stemhaven::guarded;
+
+ProjectMenus::ProjectMenus(
+    WindowActions& actions, SelectionEditor& editor, const CurrentFilter& filter, QWidget& window)
+    : QObject(&window),
+      m_actions(actions),
+      m_editor(editor),
+      m_filter(filter),
+      m_window(window) {
+    for (const FilterType type : {FilterType::COLLECTIONS, FilterType::GENRES, FilterType::TAGS}) {
+        auto* menu = new AssociationMenu(type, &window);
+        menu->setEnabled(false);
+        connect(menu, &AssociationMenu::associateRequested, this, [this](FilterType kind, qint64 id) {
+            m_editor.associateProjectsWithFilter(kind, id, m_editor.selection());
+        });
+        connect(menu, &AssociationMenu::disassociateRequested, this, [this](FilterType kind, qint64 id) {
+            m_editor.disassociateProjectsWithFilter(kind, id, m_editor.selection());
+        });
+        connect(menu, &AssociationMenu::newRequested, this, &ProjectMenus::newRequested);
+        m_menus.append(menu);
+    }
+}
+
+QList<QMenu*> ProjectMenus::associationMenus() const {
+    return {m_menus.begin(), m_menus.end()};
+}
+
+void ProjectMenus::setEntries(const FolderTreeItemModel& entries) {
+    for (AssociationMenu* menu : m_menus)
+        menu->setEntries(entries.getEntries(menu->type()));
+}
+
+void ProjectMenus::setProject(const ProjectRecord& record) {
+    m_hasProject = record.isValid();
+    const auto actions = m_actions.ofSelectedProject();
+    for (QAction* action : actions)
+        action->setEnabled(m_hasProject);
+    m_actions.ignore->setChecked(record.ignored);
+    for (AssociationMenu* menu : std::as_const(m_menus)) {
+        menu->setEnabled(m_hasProject);
+        menu->setChecked(record.associations(menu->type()));
+    }
+}
+
+void ProjectMenus::popUp(const QPoint& globalPosition) {
+    if (!m_hasProject)
+        return;
+    auto* menu = new QMenu(&m_window);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions({m_actions.open, m_actions.showInFinder, m_actions.showPackageContents});
+    menu->addSeparator();
+    for (AssociationMenu* association : std::as_const(m_menus))
+        menu->addMenu(association);
+    addRemovalFromFilter(*menu);
+    menu->addSeparator();
+    menu->addActions({m_actions.release, m_actions.ignore, m_actions.deleteRecord});
+    menu->popup(globalPosition);
+}
+
+void ProjectMenus::addRemovalFromFilter(QMenu& menu) {
+    const FilterType type = m_filter.type();
+    QString text;
+    if (type == FilterType::COLLECTIONS)
+        text = tr("Remove from Collection");
+    else if (type == FilterType::GENRES)
+        text = tr("Remove from Genre");
+    else if (type == FilterType::TAGS)
+        text = tr("Remove from Tag");
+    else
+        return;
+    connect(menu.addAction(text), &QAction::triggered, this, [this, type, id = m_filter.id()] {
+        guarded(tr("Disassociating project with filter failed."), [&] {
+            m_editor.disassociateProjectsWithFilter(type, id, m_editor.selection());
+        });
+    });
+}

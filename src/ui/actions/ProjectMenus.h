@@ -1,0 +1,46 @@
+#pragma once
+
+#include "database/FilterType.h"
+
+#include <QList>
+#include <QObject>
+
+class AssociationMenu;
+class CurrentFilter;
+class FolderTreeItemModel;
+class QMenu;
+class QWidget;
+class SelectionEditor;
+class WindowActions;
+struct ProjectRecord;
+
+/// What menus offer for the selected projects: the sub-menus that file them, and the table's context menu.
+class ProjectMenus : public QObject {
+    Q_OBJECT
+
+public:
+    /// All outlive this object, which the window owns.
+    ProjectMenus(
+        WindowActions& actions, SelectionEditor& editor, const CurrentFilter& filter, QWidget& window);
+
+    QList<QMenu*> associationMenus() const;
+
+    void setEntries(const FolderTreeItemModel& entries);
+    /// Marks what the project has; without one nothing is offered.
+    void setProject(const ProjectRecord& record);
+    void popUp(const QPoint& globalPosition);
+
+signals:
+    /// A new collection, genre or tag, to be assigned to the selected projects.
+    void newRequested(FilterType type);
+
+private:
+    void addRemovalFromFilter(QMenu& menu);
+
+    WindowActions& m_actions;
+    SelectionEditor& m_editor;
+    const CurrentFilter& m_filter;
+    QWidget& m_window;
+    QList<AssociationMenu*> m_menus;
+    bool m_hasProject = false;
+};

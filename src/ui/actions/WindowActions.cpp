@@ -1,0 +1,93 @@
+#include "ui/actions/WindowActions.h"
+
+#include "ui/widgets/Icons.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+
+WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(window) {
+    settings = make(tr("Settings"), QKeySequence::keyBindings(QKeySequence::Preferences));
+    settings->setMenuRole(QAction::PreferencesRole);
+
+    auto openShortcuts = QKeySequence::keyBindings(QKeySequence::Open);
+    openShortcuts.append(Qt::Key_Return);
+    open = make(tr("&Open"), openShortcuts);
+    open->setStatusTip(tr("Open project in Logic Pro"));
+    showInFinder = make(tr("&Show in Finder"), QKeySequence::keyBindings(QKeySequence::Save));
+    showInFinder->setStatusTip(tr("Show in Finder"));
+    showPackageContents = make(tr("Show &Package Contents"), QKeySequence::keyBindings(QKeySequence::Print));
+    showPackageContents->setStatusTip(tr("Open Project Package Contents"));
+    release = make(tr("Release"), {QKeySequence(Qt::CTRL | Qt::Key_R)});
+    ignore = make(tr("Ignore"));
+    ignore->setCheckable(true);
+    deleteRecord = make(tr("Delete record"));
+
+    undo = make(tr("Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
+    redo = make(tr("Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+
+    scrollToTop = make(tr("Scroll to Top"), {QKeySequence(Qt::CTRL | Qt::Key_T)});
+    collapseAllFilters = make(tr("Collapse All Filters"));
+    collapseAllFilters->setStatusTip(tr("Collapse All Filters"));
+    showSidebar = make(tr("Show Filter Sidebar"));
+    showSidebar->setEnabled(false);
+    hideSidebar = make(tr("Hide Filter Sidebar"), {QKeySequence(Qt::CTRL | Qt::Key_BracketLeft)});
+    showDetails = make(tr("Show Project Details"));
+    showDetails->setEnabled(false);
+    hideDetails = make(tr("Hide Project &Details"), {QKeySequence(Qt::CTRL | Qt::Key_D)});
+    hideCompleted = make(tr("Hide Completed Projects"), {QKeySequence(Qt::CTRL | Qt::Key_C)});
+    hideIgnored = make(tr("Hide Ignored Projects"));
+    for (QAction* hide : {hideCompleted, hideIgnored}) {
+        hide->setCheckable(true);
+        hide->setChecked(true);
+    }
+    search = make(tr("Search"), {QKeySequence(Qt::CTRL | Qt::Key_F)});
+    checkForUpdates = make(tr("Check for Updates..."));
+    checkForUpdates->setMenuRole(QAction::ApplicationSpecificRole);
+
+    recoverProjects = make(tr("Recover Projects..."));
+    backup = make(tr("Backup..."));
+    importBackup = make(tr("Import backup..."));
+
+    // What these open does not exist yet.
+    for (QAction* action : {settings, release, checkForUpdates, recoverProjects, backup, importBackup})
+        action->setEnabled(false);
+    for (QAction* action : ofSelectedProject())
+        action->setEnabled(false);
+}
+
+QAction* WindowActions::make(const QString& text, const QList<QKeySequence>& shortcuts) {
+    auto* action = new QAction(text, &m_window);
+    action->setShortcuts(shortcuts);
+    // Also where no menu shows them.
+    m_window.addAction(action);
+    return action;
+}
+
+void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
+    auto* file = m_window.menuBar()->addMenu(tr("&File"));
+    file->addActions({open, showInFinder, showPackageContents});
+    file->addSeparator();
+    for (QMenu* menu : associationMenus)
+        file->addMenu(menu);
+    file->addSeparator();
+    file->addActions({release, ignore, deleteRecord});
+    file->addSeparator();
+    file->addAction(settings);
+
+    auto* edit = m_window.menuBar()->addMenu(tr("&Edit"));
+    edit->addActions({undo, redo});
+
+    auto* view = m_window.menuBar()->addMenu(tr("&View"));
+    view->addActions({search, scrollToTop});
+    view->addSeparator();
+    view->addActions({showSidebar, hideSidebar, collapseAllFilters, showDetails, hideDetails});
+    view->addSeparator();
+    view->addActions({hideCompleted, hideIgnored});
+    view->addSeparator();
+    view->addAction(checkForUpdates);
+
+    auto* manage = m_window.menuBar()->addMenu(tr("Manage"));
+    manage->addActions({recoverProjects, backup, importBackup});
+}

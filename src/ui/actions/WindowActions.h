@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+
+/// The window's actions with their texts, shortcuts and menus. What they do is connected elsewhere.
+class WindowActions : public QObject {
+    Q_OBJECT
+
+public:
+    /// The actions belong to the window, whose shortcuts they are.
+    explicit WindowActions(QMainWindow& window);
+
+    /// Fills the menu bar. Goes last, when the sub-menus exist.
+    void setupMenus(const QList<QMenu*>& associationMenus);
+
+    // Actions of the selected project.
+    QAction* open;
+    QAction* showInFinder;
+    QAction* showPackageContents;
+    QAction* release;
+    QAction* ignore;
+    QAction* deleteRecord;
+
+    QAction* settings;
+    QAction* undo;
+    QAction* redo;
+
+    QAction* scrollToTop;
+    QAction* collapseAllFilters;
+    QAction* showSidebar;
+    QAction* hideSidebar;
+    QAction* showDetails;
+    QAction* hideDetails;
+    QAction* hideCompleted;
+    QAction* hideIgnored;
+    QAction* search;
+    QAction* checkForUpdates;
+
+    QAction* recoverProjects;
+    QAction* backup;
+    QAction* importBackup;
+
+    QList<QAction*> ofSelectedProject() const {
+        return {open, showInFinder, showPackageContents, ignore, deleteRecord};
+    }
+
+private:
+    QAction* make(const QString& text, const QList<QKeySequence>& shortcuts = {});
+
+    QMainWindow& m_window;
+};

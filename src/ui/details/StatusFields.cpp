@@ -1,0 +1,124 @@
+#include "ui/details/StatusFields.h"
+
+#include "app/errors/Exception.h"
+#include "app/errors/Guarded.h"
+#include "ui/sidebar/FolderTreeItemModel.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QFormLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+
+#include <utility>
+
+namespace {
+
+struct Texts {
+    const char* objectName;
+    const char* label;
+    const char* failureTitle;
+    const char* noKey;
+};
+
+Texts textsOf(FilterType type) {
+    switch (type) {
+    case FilterType::ARRANGEMENT_STATUS:
+        return {
+            "arrangementCombo", QT_TRANSLATE_NOOP("StatusFields", "Arrangement"),
+            QT_TRANSLATE_NOOP("StatusFields", "Updating arrangement status failed"),
+            QT_TRANSLATE_NOOP(
+                "StatusFields", "Could not retreive primary key for selected arrangement status!")};
+    case FilterType::LYRICS_STATUS:
+        return {
+            "lyricsCombo", QT_TRANSLATE_NOOP("StatusFields", "Lyrics"),
+            QT_TRANSLATE_NOOP("StatusFields", "Updating project lyrics status failed."),
+            QT_TRANSLATE_NOOP(
+                "StatusFields",
+                "Could not retreive primary key for selected lyrics status! Type conversion failed...")};
+    case FilterType::RECORDING_STATUS:
+        return {
+            "recordingCombo", QT_TRANSLATE_NOOP("StatusFields", "Recording"),
+            QT_TRANSLATE_NOOP("StatusFields", "Updating project recording status failed."),
+            QT_TRANSLATE_NOOP(
+                "StatusFields",
+                "Could not retreive primary key for selected recording status! Type conversion failed...")};
+    default:
+        return {
+            "mixMasterCombo", QT_TRANSLATE_NOOP("StatusFields", "Mix/Master"),
+            QT_TRANSLATE_NOOP("StatusFields", "Updating project mix/master status failed."),
+            QT_TRANSLATE_NOOP(
+                "StatusFields",
+                "Could not retreive primary key for selected mix/master status! Type conversion failed...")};
+    }
+}
+
+} // namespace
+
+StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
+    constexpr int longestEntry = 12; // in characters; a longer one is cut short rather than widen the pane
+
+    auto* layout = new QFormLayout(this);
+    layout->setContentsMargins({});
+    layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    for (const FilterType type : statusFilterTypes) {
+        const Texts texts = textsOf(type);
+        auto* combo = new QComboBox(this);
+        combo->setObjectName(QLatin1String(texts.objectName));
+        combo->setAccessibleName(tr(texts.label));
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        combo->setMinimumContentsLength(longestEntry);
+        combo->installEventFilter(this);
+        connect(combo, &QComboBox::currentIndexChanged, this, [this, type] {
+            Stemhaven::guarded(tr(textsOf(type).failureTitle), [&] { statusChosen(type); });
+        });
+        auto* label = new QLabel(tr(texts.label), this);
+        label->setForegroundRole(QPalette::PlaceholderText);
+        label->setBuddy(combo);
+        layout->addRow(label, combo);
+        m_combos.insert(type, combo);
+    }
+}
+
+void StatusFields::setEntries(const FolderTreeItemModel& entries) {
+    for (const FilterType type : statusFilterTypes) {
+        // A list that is open stays so.
+        if (std::exchange(m_entries[type], entries.getEntries(type)) == m_entries[type])
+            continue;
+        QComboBox* combo = m_combos[type];
+        const QSignalBlocker blocker(combo);
+        combo->clear();
+        for (const auto& entry : std::as_const(m_entries[type]))
+            combo->addItem(entry.name, entry.id);
+        choose(type);
+    }
+}
+
+void StatusFields::setStatuses(const QMap<FilterType, qint64>& statuses) {
+    m_statuses = statuses;
+    for (const FilterType type : statusFilterTypes)
+        choose(type);
+}
+
+void StatusFields::choose(FilterType type) {
+    QComboBox* combo = m_combos[type];
+    const QSignalBlocker blocker(combo);
+    combo->setCurrentIndex(combo->findData(m_statuses.value(type, defaultStatusId)));
+}
+
+void StatusFields::statusChosen(FilterType type) {
+    bool isNumber = false;
+    const qint64 id = m_combos[type]->currentData().toLongLong(&isNumber);
+    if (!isNumber)
+        throw Stemhaven::Exception(tr(textsOf(type).noKey));
+    m_statuses[type] = id;
+    emit edited(type, id);
+}
+
+bool StatusFields::eventFilter(QObject* watched, QEvent* event) {
+    // The wheel scrolls the pane; a status changed in passing would not be noticed.
+    if (event->type() != QEvent::Wheel)
+        return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
+}
