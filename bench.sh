@@ -10,7 +10,7 @@ Installs what is missing, builds Stemhaven without sanitizers, measures it and p
 reference where there is one, their ratio, and the target. Each figure is the median of several runs, in which ours and
 the reference take turns. What is missed is marked; the exit status says only whether everything could be measured.
 
-  NAME     plist, walk, scan, record, listing, table, events or program; all of them by default.
+  NAME     plist, walk, scan, record, listing, table, browse, events or program; all of them by default.
   --quick  one run of each.
   --help   this text.
 
@@ -18,7 +18,7 @@ The libraries and catalogues are kept in build/bench-data; delete that folder to
 TEXT
 }
 
-names=(plist walk scan record listing table events program)
+names=(plist walk scan record listing table browse events program)
 chosen=()
 rounds=5
 while (($#)); do
@@ -177,6 +177,11 @@ bench_table() {
     done
 }
 
+bench_browse() {
+    use_catalogue 10000
+    sample "${private[@]}" "$bin/browse_bench" 10000 "$rounds"
+}
+
 bench_events() {
     local folder
     folder=$(library 10000)
@@ -288,6 +293,12 @@ table|  100,000 rows|keystroke-100000|||figure|0.6
 table|Slowest sort to repaint, 10,000 rows|sort-10000|||figure|0.1
 table|  100,000 rows|sort-100000|||figure|
 table|Longest stall in these, 100,000 rows|table-stall-100000|||figure|0.1
+browse|Selection to filled details, 10,000 rows|select-10000|||figure|0.05
+browse|  behind a held Down key|hold-10000|||figure|0.05
+browse|Click in the sidebar to filtered table|filter-10000|||figure|0.08
+browse|Edit to record|edit-10000|||figure|0.1
+browse|  to table|edit-shown-10000|||figure|
+browse|Longest stall in these|browse-stall-10000|||figure|0.05
 events|Watch 10,000 bundles|watch|watch-inotifywait|inotifywait|figure|2
 events|  watches for each|watch-each|||figure|6
 events|Save a bundle 2,000 times in 10 s: updates|storm-updates|||figure|5
