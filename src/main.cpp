@@ -8,6 +8,7 @@
 #include "app/logging/Log.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
+#include "platform/ColorScheme.h"
 #include "platform/TerminationSignals.h"
 #include "ui/MainWindow.h"
 #include "ui/Screenshot.h"
@@ -37,6 +38,7 @@ namespace {
 
 const QString screenshotOption = QStringLiteral("screenshot");
 const QString sizeOption = QStringLiteral("size");
+const QString colorSchemeOption = QStringLiteral("color-scheme");
 
 void describeCommandLine(QCommandLineParser& parser) {
     parser.setApplicationDescription(QStringLiteral("Keeps a catalogue of your Logic Pro projects."));
@@ -45,6 +47,9 @@ void describeCommandLine(QCommandLineParser& parser) {
     parser.addOption(
         {screenshotOption, "Write a picture of the main window to <file> once its table has rows, then quit.",
          "file"});
+    parser.addOption(
+        {colorSchemeOption, "Light or dark whatever the desktop wishes: <scheme> is light or dark.",
+         "scheme"});
     parser.addOption({sizeOption, "Size of the main window in that picture, for example 1200x760.", "WxH"});
 }
 
@@ -63,6 +68,15 @@ std::optional<QSize> sizeFrom(const QString& text) {
     const auto parts = text.split(QLatin1Char('x'));
     const QSize size = parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
     return size.isEmpty() ? std::nullopt : std::optional(size);
+}
+
+/// Null for what is no colour scheme.
+std::optional<Stemhaven::ColorScheme> colorSchemeFrom(const QString& text) {
+    if (text == QLatin1String("light"))
+        return Stemhaven::ColorScheme::Light;
+    if (text == QLatin1String("dark"))
+        return Stemhaven::ColorScheme::Dark;
+    return std::nullopt;
 }
 
 void startLog(const QSettings& settings) {
@@ -144,10 +158,16 @@ int run(int argc, char** argv) {
         return 1;
     }
 
+    const auto colorScheme = colorSchemeFrom(commandLine.value(colorSchemeOption));
+    if (commandLine.isSet(colorSchemeOption) && !colorScheme) {
+        std::fputs("--color-scheme wants light or dark.\n", stderr);
+        return 1;
+    }
+
     registerFonts();
     QTranslator translator;
     installTranslation(translator);
-    const Theme theme;
+    const Theme theme(colorScheme);
 
     // Static, to be given up only after the singletons have closed the databases.
     static const auto profile = lockProfile();

@@ -29,8 +29,10 @@ bool desktopBringsColors() {
 
 } // namespace
 
-Theme::Theme(QObject* parent) : QObject(parent) {
-    const bool needsColors = !desktopBringsColors();
+Theme::Theme(std::optional<Stemhaven::ColorScheme> scheme, QObject* parent)
+    : QObject(parent),
+      m_scheme(scheme) {
+    const bool needsColors = scheme || !desktopBringsColors();
     QApplication::setStyle(new Style);
     // Whoever changes the palette, the icons go along.
     qApp->installEventFilter(this);
@@ -48,6 +50,7 @@ bool Theme::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-void Theme::applyPalette() {
-    QApplication::setPalette(designedPalette(Stemhaven::systemColorScheme(), Stemhaven::systemAccentColor()));
+void Theme::applyPalette() const {
+    const auto scheme = m_scheme ? *m_scheme : Stemhaven::systemColorScheme();
+    QApplication::setPalette(designedPalette(scheme, Stemhaven::systemAccentColor()));
 }

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "platform/ColorScheme.h"
+
 #include <QObject>
+
+#include <optional>
 
 /// The look of the whole program: its style, the colours of its icons and, on a desktop that brings no
 /// colours of its own, its light and dark palettes, live after the desktop's wish. Made in main after the
@@ -9,10 +13,13 @@ class Theme : public QObject {
     Q_OBJECT
 
 public:
-    explicit Theme(QObject* parent = nullptr);
+    /// scheme: light or dark whatever the desktop wishes, in colours of our own.
+    explicit Theme(std::optional<Stemhaven::ColorScheme> scheme = {}, QObject* parent = nullptr);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    static void applyPalette();
+    void applyPalette() const;
+
+    std::optional<Stemhaven::ColorScheme> m_scheme;
 };
