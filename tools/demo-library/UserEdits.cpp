@@ -14,8 +14,8 @@ namespace {
 using Stemhaven::escape;
 
 constexpr auto tags = std::to_array<const char*>(
-    {"Sync", "Co-write", "Vocal hook", "Needs singer", "Live set", "Don't touch!", "Sample clearance",
-     "100 bpm club", "Für Anna", "Instrumental"});
+    {"#sync", "#co-write", "#vocal hook", "#needs singer", "#live set", "#don't touch!", "#sample clearance",
+     "#100 bpm club", "#für Anna", "#instrumental"});
 constexpr auto collections = std::to_array<const char*>(
     {"Spring EP", "Album 2025", "Pitches", "Unfinished gems", "Live at the Boiler House", "Kids' songs"});
 constexpr auto notes = std::to_array<const char*>(
