@@ -36,6 +36,8 @@ std::shared_ptr<BundleCheck> BundleCheck::begin(
 
 BundleCheck::~BundleCheck() {
     m_checks->finish(m_details);
+    if (!m_hasDatabaseFailed)
+        m_callbacks.ended();
 }
 
 void BundleCheck::start() {
@@ -57,9 +59,10 @@ void BundleCheck::start() {
         else
             sufidKnown(done, records);
     });
-    task->setSqlErrorCallback([this, self = shared_from_this()](const TaskPointer&, const DbException&) {
-        databaseFailed(QStringLiteral("Could not select projects matching SUFID!"));
-    });
+    task->setSqlErrorCallback(
+        [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
+            databaseFailed(error, QStringLiteral("Could not select projects matching SUFID!"));
+        });
     m_tasks.addTask(task);
 }
 
@@ -163,8 +166,9 @@ void BundleCheck::lookUpNote(const TaskPointer& task, const Note& note) {
                  unescape(query->value(2).toString())},
                 note);
         });
-    select->setSqlErrorCallback([this, self = shared_from_this()](const TaskPointer&, const DbException&) {
-        databaseFailed(QStringLiteral("Could not select matching SUFID matches for Stemhaven.plist!"));
+    select->setSqlErrorCallback([this,
+                                 self = shared_from_this()](const TaskPointer&, const DbException& error) {
+        databaseFailed(error, QStringLiteral("Could not select matching SUFID matches for Stemhaven.plist!"));
     });
     m_tasks.addTask(select, task);
 }
@@ -208,9 +212,10 @@ void BundleCheck::lookUpPath(const TaskPointer& task) {
             qDebug() << "Found project_id match from Stemhaven.plist: " << id;
             update(done, static_cast<long long>(id));
         });
-    select->setSqlErrorCallback([this, self = shared_from_this()](const TaskPointer&, const DbException&) {
-        databaseFailed(QStringLiteral("Could not select matching filepath/filename"));
-    });
+    select->setSqlErrorCallback(
+        [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
+            databaseFailed(error, QStringLiteral("Could not select matching filepath/filename"));
+        });
     m_tasks.addTask(select, task);
 }
 
@@ -221,8 +226,8 @@ void BundleCheck::insert(const TaskPointer& task) {
             [this, self = shared_from_this()](const TaskPointer&, long long) {
                 m_callbacks.written(m_details);
             },
-            [this, self = shared_from_this()](const DbException&) {
-                databaseFailed(QStringLiteral("Could not insert new project record!"));
+            [this, self = shared_from_this()](const DbException& error) {
+                databaseFailed(error, QStringLiteral("Could not insert new project record!"));
             });
     });
 }
@@ -235,9 +240,9 @@ void BundleCheck::update(const TaskPointer& task, long long projectId) {
                 qDebug() << "Found moved/renamed project during search: " << m_details;
                 m_callbacks.written(m_details);
             },
-            [this, self = shared_from_this(), projectId](const DbException&) {
+            [this, self = shared_from_this(), projectId](const DbException& error) {
                 databaseFailed(
-                    QStringLiteral("Could not update project record. project_id:%1").arg(projectId));
+                    error, QStringLiteral("Could not update project record. project_id:%1").arg(projectId));
             });
     });
 }
@@ -247,8 +252,11 @@ void BundleCheck::skippingUnreadable(const char* what, const std::function<void(
         m_callbacks.unreadable(m_details);
 }
 
-void BundleCheck::databaseFailed(const QString& what) const {
+void BundleCheck::databaseFailed(const DbException& error, const QString& what) {
     qCritical().noquote() << what;
+    if (error.isStatementAtFault())
+        return;
+    m_hasDatabaseFailed = true;
     m_callbacks.databaseFailed(m_details);
 }
 

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -16,6 +17,7 @@ class QSqlQuery;
 
 namespace Stemhaven {
 
+class DbException;
 class Task;
 class TaskManager;
 
@@ -27,11 +29,14 @@ class TaskManager;
 /// checked.
 class BundleCheck : public std::enable_shared_from_this<BundleCheck> {
 public:
-    /// What a check comes to, told on the GUI thread. A bundle that is to have no record is none of these.
+    /// What a check comes to, told on the GUI thread. A bundle that is to have no record is none of the first
+    /// three.
     struct Callbacks {
         std::function<void(const ProjectDetails&)> written;
         std::function<void(const ProjectDetails&)> unreadable;
         std::function<void(const ProjectDetails&)> databaseFailed;
+        /// Whatever it came to, but for a failed database. From any thread.
+        std::function<void()> ended;
     };
 
     /// Null when the bundle is being checked already.
@@ -70,12 +75,13 @@ private:
     void insert(const TaskPointer& task);
     void update(const TaskPointer& task, long long projectId);
     void skippingUnreadable(const char* what, const std::function<void()>& body) const;
-    void databaseFailed(const QString& what) const;
+    void databaseFailed(const DbException& error, const QString& what);
 
     TaskManager& m_tasks;
     std::shared_ptr<ChecksInProgress> m_checks;
     ProjectDetails m_details;
     Callbacks m_callbacks;
+    std::atomic<bool> m_hasDatabaseFailed = false;
 };
 
 } // namespace Stemhaven

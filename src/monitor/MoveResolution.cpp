@@ -100,9 +100,11 @@ void MoveResolution::resolveProject(const ChangedPath& changed) {
                        "project!";
             }
         });
-        select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
-            qCritical() << "ProjectMonitor: Could not select projects to check for moved/renamed paths!";
-        });
+        select->setSqlErrorCallback(
+            [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException&) {
+                qCritical() << "ProjectMonitor: Could not select projects to check for moved/renamed paths!";
+                m_callbacks.unknownBundle(newDetails.bundlePath());
+            });
         m_tasks.addTask(select);
     }
 }
@@ -144,9 +146,11 @@ void MoveResolution::resolveOne(
         else
             m_callbacks.unknownBundle(newDetails.bundlePath());
     });
-    select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
-        qCritical() << "ProjectMonitor: Could not move/rename project!";
-    });
+    select->setSqlErrorCallback(
+        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException&) {
+            qCritical() << "ProjectMonitor: Could not move/rename project!";
+            m_callbacks.unknownBundle(newDetails.bundlePath());
+        });
     m_tasks.addTask(select, task);
     m_callbacks.settled(fileID);
 }
@@ -162,9 +166,11 @@ void MoveResolution::move(
                 << "\t From:" << oldDetails << "\t To:  " << newDetails;
         m_callbacks.written();
     });
-    update->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
-        qCritical() << "ProjectMonitor: Could not move/rename project!";
-    });
+    update->setSqlErrorCallback(
+        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException&) {
+            qCritical() << "ProjectMonitor: Could not move/rename project!";
+            m_callbacks.unknownBundle(newDetails.bundlePath());
+        });
     m_tasks.addTask(update, task);
 }
 

@@ -25,7 +25,7 @@ public:
         std::function<void(unsigned long long fileID)> settled;
         /// A record has been moved.
         std::function<void()> written;
-        /// A bundle was moved that no record is of.
+        /// A bundle was moved that no record is of, or whose record could not be moved along.
         std::function<void(const QString& bundlePath)> unknownBundle;
     };
 

@@ -9,8 +9,6 @@
 #include "database/ProjectPaths.h"
 #include "database/SimpleTask.h"
 #include "database/TaskManager.h"
-#include "monitor/BundleCheck.h"
-#include "monitor/MoveResolution.h"
 #include "monitor/ReplayPosition.h"
 #include "monitor/WatchedFoldersQuery.h"
 #include "project/BundleSuffixes.h"
@@ -22,15 +20,9 @@
 #include <QThreadPool>
 #include <QTimer>
 
+#include <utility>
+
 namespace Stemhaven {
-
-namespace {
-
-// A search runs this far ahead of its checks and no further, so that what the user does meanwhile is not
-// queued behind thousands of them.
-constexpr qsizetype mostChecksAtOnce = 16;
-
-} // namespace
 
 ProjectMonitor& ProjectMonitor::instance() {
     static ProjectMonitor monitor(TaskManager::instance());
@@ -56,7 +48,7 @@ QStringList ProjectMonitor::getRootSearchPaths() {
 ProjectMonitor::ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds latency)
     : m_tasks(tasks),
       m_latency(latency),
-      m_rechecks(latency, [this](const QString& bundlePath) { directoryChanged(bundlePath, true); }),
+      m_rechecks(latency, [this](const QString& bundlePath) { return checkBundle(bundlePath, true); }),
       m_search(searchCallbacks()) {
     // Used here, the settings are still there for the destructor at the end of the process.
     // What happens from now on is replayed by the next start at the latest, also where no event comes before
@@ -180,12 +172,13 @@ void ProjectMonitor::initializeFilesystemEventStream() {
         return;
     qDebug() << "Starting project monitoring event stream to monitor paths: " << request.roots;
     if (FileEventStream::earlierStreamIsClosing()) {
-        qWarning()
-            << "The previous event stream is still being cleaned up. Project monitor will try to start again "
-               "later...";
+        if (!std::exchange(m_isStartDelayed, true))
+            qWarning() << "The previous event stream is still being cleaned up. Project monitor will try to "
+                          "start again later...";
         startLater();
         return;
     }
+    m_isStartDelayed = false;
     request.bundleSuffixes = bundleSuffixes();
     request.sinceEventID = ReplayPosition::stored();
     request.latency = m_latency;
@@ -211,67 +204,8 @@ void ProjectMonitor::stopFilesystemEventStream() {
     m_stream.reset();
 }
 
-void ProjectMonitor::takeEvents(const QList<FileEvent>& events) {
-    loggingFailures(QStringLiteral("ProjectMonitor: event callback failed!"), [&] {
-        m_moves.startBatch();
-        EventBatch batch;
-        {
-            const std::lock_guard lock(m_mutex);
-            batch = filterEvents(
-                events, m_folders, [this](unsigned long long fileID) { return m_moves.contains(fileID); });
-        }
-        m_moves.add(batch.moves);
-        takeBatch(batch);
-    });
-}
-
-void ProjectMonitor::takeBatch(const EventBatch& batch) {
-    for (const auto& root : batch.renamedRoots)
-        QMetaObject::invokeMethod(
-            this, [this, root] { emit rootSearchPathChanged(root); }, Qt::QueuedConnection);
-    updateMovedOrRenamedPaths();
-    // Once the stream is being stopped its thread is waited for, and must not wait for callbacks itself.
-    const auto giveUp = [this] {
-        return !m_running || Shutdown::hasBegun();
-    };
-    for (const auto& bundle : batch.changedBundles) {
-        m_checks->waitForRoom(mostChecksAtOnce, giveUp);
-        directoryChanged(bundle, true);
-    }
-    if (batch.needsSearch)
-        searchForProjects(false);
-    // The next start may pass over what has been written, and nothing else.
-    m_checks->waitForRoom(1, giveUp);
-    if (batch.lastEventID != 0 && !giveUp())
-        ReplayPosition::advanceTo(batch.lastEventID);
-}
-
-void ProjectMonitor::updateMovedOrRenamedPaths() {
-    const auto moves = m_moves.all();
-    if (moves.isEmpty())
-        return;
-    qDebug() << "ProjectMonitor: Beginning update of moved or renamed paths";
-    const QPointer<ProjectMonitor> self(this);
-    const auto resolution = std::make_shared<MoveResolution>(
-        m_tasks,
-        MoveResolution::Callbacks{
-            [self](unsigned long long fileID) {
-                if (self)
-                    self->m_moves.remove(fileID);
-            },
-            [self] {
-                if (self)
-                    emit self->projectsDbModified();
-            },
-            [self](const QString& bundlePath) {
-                if (self)
-                    self->directoryChanged(bundlePath, true);
-            }});
-    for (const auto& move : moves)
-        resolution->resolve(move);
-}
-
-void ProjectMonitor::loadProjectPaths(const std::function<void()>& continuation) {
+void ProjectMonitor::loadProjectPaths(
+    const std::function<void()>& continuation, const std::function<void()>& onFailure) {
     const auto paths = std::make_shared<QSet<QString>>();
     // Read on the worker: a large catalogue would hold up the GUI thread.
     auto task = std::make_shared<SimpleTask>(
@@ -289,8 +223,10 @@ void ProjectMonitor::loadProjectPaths(const std::function<void()>& continuation)
         if (continuation)
             continuation();
     });
-    task->setErrorCallback([](const std::shared_ptr<Task>&, const Exception& error) {
+    task->setErrorCallback([self, onFailure](const std::shared_ptr<Task>&, const Exception& error) {
         qCritical() << "Could not retrieve project filepaths!" << error;
+        if (self && onFailure)
+            onFailure();
     });
     m_tasks.addTask(task);
 }
@@ -352,7 +288,13 @@ ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
 
 void ProjectMonitor::searchWalked(const QSet<QString>& knownBefore, bool restartWanted) {
     // Queued behind the checks, each of which is over when its first task is.
-    loadProjectPaths([this, knownBefore, restartWanted] {
+    const auto tryAgain = [this, knownBefore, restartWanted] {
+        constexpr std::chrono::seconds untilDatabaseAnswers(10);
+        QTimer::singleShot(untilDatabaseAnswers, this, [this, knownBefore, restartWanted] {
+            searchWalked(knownBefore, restartWanted);
+        });
+    };
+    const auto settle = [this, knownBefore, restartWanted] {
         m_search.settled();
         rememberUnsettledSearch();
         if (!isSearching())
@@ -367,47 +309,8 @@ void ProjectMonitor::searchWalked(const QSet<QString>& knownBefore, bool restart
         loggingFailures(
             QStringLiteral("Restarting project monitor failed."), [this] { restartMonitoring(); });
         emit projectsDbModified();
-    });
-}
-
-void ProjectMonitor::directoryChanged(const QString& bundlePath, bool fromEvent) {
-    loggingFailures(QStringLiteral("Unexpected exception occurred during directory changed event!"), [&] {
-        const std::lock_guard lock(m_mutex);
-        const ProjectDetails details(bundlePath);
-        if (!details.isValid || details.name.startsWith(tr("Untitled")))
-            return;
-        const QPointer<ProjectMonitor> self(this);
-        const auto check = BundleCheck::begin(
-            m_tasks, m_checks, details,
-            BundleCheck::Callbacks{
-                [self, fromEvent](const ProjectDetails& written) {
-                    if (self)
-                        self->bundleWritten(written, fromEvent);
-                },
-                [self, fromEvent](const ProjectDetails& unreadable) {
-                    if (self && fromEvent)
-                        self->m_rechecks.bundleUnreadable(unreadable.bundlePath());
-                },
-                [self](const ProjectDetails& unanswered) {
-                    if (self)
-                        self->m_rechecks.databaseFailed(unanswered.bundlePath());
-                }});
-        if (check)
-            check->start();
-        else
-            qDebug() << "Already checking project: " << details << ". Moving on";
-    });
-}
-
-void ProjectMonitor::bundleWritten(const ProjectDetails& details, bool fromEvent) {
-    m_moves.remove(details.sufid.inode);
-    m_rechecks.bundleWritten(details.bundlePath());
-    if (fromEvent)
-        emit projectsDbModified();
-}
-
-void ProjectMonitor::finishedCheckingProject(const ProjectDetails& details) {
-    m_checks->finish(details);
+    };
+    loadProjectPaths(settle, tryAgain);
 }
 
 } // namespace Stemhaven

@@ -73,8 +73,9 @@ public:
     /// look once more. A restart that was asked for is done at the end, whichever request brought it.
     void searchForProjects(bool restartWhenDone);
 
-    /// Reads the paths of all records anew, then calls continuation on the GUI thread.
-    void loadProjectPaths(const std::function<void()>& continuation);
+    /// Reads the paths of all records anew, then calls one of both on the GUI thread.
+    void
+    loadProjectPaths(const std::function<void()>& continuation, const std::function<void()>& onFailure = {});
 
     /// Decides what the bundle is (new, known, moved, copied) and has its record written. Returns as soon as
     /// the first query is queued. fromEvent: notify once it is written; a search notifies once, at its end.
@@ -107,12 +108,20 @@ private:
     void startLater();
     void takeEvents(const QList<FileEvent>& events);
     void takeBatch(const EventBatch& batch);
+    /// While the database fails. Says whether it does.
+    bool letWaitForDatabase(const QString& bundlePath);
+    /// Says whether there was something to check that is not being checked already.
+    bool checkBundle(const QString& bundlePath, bool fromEvent);
     void bundleWritten(const ProjectDetails& details, bool fromEvent);
 
     ProjectSearch::Callbacks searchCallbacks();
     void takeFolders(const WatchedFolders& folders, bool startWhenDone);
     void searchWalked(const QSet<QString>& knownBefore, bool restartWanted);
     void rememberUnsettledSearch() const;
+
+    /// A search and a batch of events run this far ahead of their checks and no further, so that what the
+    /// user does meanwhile is not queued behind thousands of them.
+    static constexpr qsizetype mostChecksAtOnce = 16;
 
     TaskManager& m_tasks;
     const std::chrono::milliseconds m_latency;
@@ -124,6 +133,7 @@ private:
     UnresolvedMoves m_moves;
     Rechecks m_rechecks;                       // GUI thread
     std::shared_ptr<FileEventStream> m_stream; // GUI thread
+    bool m_isStartDelayed = false;             // GUI thread
     std::atomic<bool> m_running = false;
     std::atomic<bool> m_updateRequested = false;
     std::atomic<bool> m_searchOwed = false;

@@ -3,6 +3,7 @@
 #include "app/Shutdown.h"
 #include "app/errors/Guarded.h"
 #include "monitor/FolderWalk.h"
+#include "project/NoteFile.h"
 
 #include <QDebug>
 #include <QThreadPool>
@@ -88,7 +89,7 @@ void ProjectSearch::walkRoots(const QSet<QString>& known) {
                 lastReport = Clock::now();
                 m_callbacks.progressed(found);
             }
-            if (known.contains(bundlePath))
+            if (known.contains(bundlePath) && !lacksNote(bundlePath))
                 return;
             m_callbacks.waitForRoom(giveUp);
             if (!giveUp())

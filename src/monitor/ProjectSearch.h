@@ -12,7 +12,8 @@
 
 namespace Stemhaven {
 
-/// The walk over all root folders for bundles without a record, one at a time, on the global thread pool.
+/// The walk over all root folders for bundles without a record or a note, one at a time, on the global thread
+/// pool.
 ///
 /// A request during a walk has it make one more pass; however many requests come, it is one. The walk ends
 /// early when the shut-down begins or the search is destroyed, and counts as unsettled then.

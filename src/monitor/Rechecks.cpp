@@ -5,37 +5,74 @@
 
 namespace Stemhaven {
 
-Rechecks::Rechecks(std::chrono::milliseconds delay, std::function<void(const QString&)> check)
+Rechecks::Rechecks(std::chrono::milliseconds delay, Check check)
     : m_check(std::move(check)),
-      m_delay(delay) {
-    m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &Rechecks::checkWaiting);
+      m_delay(delay),
+      m_databaseDelay(delay) {
+    m_unreadableTimer.setSingleShot(true);
+    connect(&m_unreadableTimer, &QTimer::timeout, this, &Rechecks::checkUnreadable);
+    m_databaseTimer.setSingleShot(true);
+    connect(&m_databaseTimer, &QTimer::timeout, this, &Rechecks::tryDatabase);
 }
 
 void Rechecks::bundleUnreadable(const QString& bundlePath) {
     if (m_checkedOnceMore.remove(bundlePath))
         return;
     m_checkedOnceMore.insert(bundlePath);
-    m_waiting.insert(bundlePath);
-    m_timer.start(m_delay);
+    m_unreadable.insert(bundlePath);
+    m_unreadableTimer.start(m_delay);
+}
+
+void Rechecks::checkUnreadable() {
+    const auto unreadable = std::exchange(m_unreadable, {});
+    for (const auto& bundlePath : unreadable)
+        m_check(bundlePath);
 }
 
 void Rechecks::databaseFailed(const QString& bundlePath) {
-    m_waiting.insert(bundlePath);
-    // What never succeeds must not keep the program busy for ever.
-    constexpr int mostDoublings = 10;
-    m_timer.start(m_delay * (1 << std::min(m_failuresInARow++, mostDoublings)));
+    m_waitingForNextRound.insert(bundlePath);
+    m_areWaiting = true;
+    m_databaseTimer.start(m_databaseDelay);
+}
+
+void Rechecks::waitForDatabase(const QString& bundlePath) {
+    m_waitingForNextRound.insert(bundlePath);
+    m_areWaiting = true;
+    if (!m_databaseTimer.isActive())
+        m_databaseTimer.start(m_databaseDelay);
 }
 
 void Rechecks::bundleWritten(const QString& bundlePath) {
     m_checkedOnceMore.remove(bundlePath);
-    m_failuresInARow = 0;
+    m_databaseDelay = m_delay;
 }
 
-void Rechecks::checkWaiting() {
-    const auto waiting = std::exchange(m_waiting, {});
-    for (const auto& bundlePath : waiting)
-        m_check(bundlePath);
+void Rechecks::checkEnded() {
+    if (m_areWaiting)
+        checkNextWaiting();
+}
+
+void Rechecks::tryDatabase() {
+    // Often enough that nobody waits long once the database answers, and no more often, as each attempt is
+    // logged.
+    constexpr int mostDelays = 8;
+    m_databaseDelay = std::min(m_databaseDelay * 2, m_delay * mostDelays);
+    checkNextWaiting();
+}
+
+void Rechecks::checkNextWaiting() {
+    if (m_waiting.isEmpty())
+        m_waiting.swap(m_waitingForNextRound);
+    bool isChecking = false;
+    while (!isChecking && !m_waiting.isEmpty()) {
+        const auto next = *m_waiting.cbegin();
+        m_waiting.remove(next);
+        isChecking = m_check(next);
+    }
+    m_areWaiting = !m_waiting.isEmpty() || !m_waitingForNextRound.isEmpty();
+    // Goes on from here if the one being checked fails, and sooner if it does not.
+    if (m_areWaiting)
+        m_databaseTimer.start(m_databaseDelay);
 }
 
 } // namespace Stemhaven

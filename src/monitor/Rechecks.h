@@ -5,6 +5,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 
@@ -12,28 +13,48 @@ namespace Stemhaven {
 
 /// The bundles that are to be looked at again because their check came to nothing. GUI thread.
 ///
-/// A bundle that could not be read may have been in the middle of being copied: it is checked once more. One
-/// that the database had no answer for is checked until it has.
+/// A bundle that could not be read may have been in the middle of being copied: it is checked once more.
+/// Those that the database had no answer for wait together: one of them is tried now and then, and once it is
+/// written the others follow, one after the other.
 class Rechecks : public QObject {
     Q_OBJECT
 
 public:
+    /// False when there is nothing to check any more.
+    using Check = std::function<bool(const QString& bundlePath)>;
+
     /// delay passes before a new check, and twice as long after each further failure of the database.
-    Rechecks(std::chrono::milliseconds delay, std::function<void(const QString& bundlePath)> check);
+    Rechecks(std::chrono::milliseconds delay, Check check);
 
     void bundleUnreadable(const QString& bundlePath);
     void databaseFailed(const QString& bundlePath);
     void bundleWritten(const QString& bundlePath);
+    /// A check has come to its end, and not because the database failed.
+    void checkEnded();
+
+    /// Whether bundles wait for the database. Another one that was checked now would most likely fail as
+    /// well, so it is to wait with them. From any thread.
+    bool areWaitingForDatabase() const { return m_areWaiting; }
+
+    void waitForDatabase(const QString& bundlePath);
 
 private:
-    void checkWaiting();
+    void checkUnreadable();
+    void tryDatabase();
+    void checkNextWaiting();
 
-    std::function<void(const QString&)> m_check;
-    QSet<QString> m_waiting;
-    QSet<QString> m_checkedOnceMore;
+    const Check m_check;
     const std::chrono::milliseconds m_delay;
-    int m_failuresInARow = 0;
-    QTimer m_timer;
+
+    QSet<QString> m_unreadable;
+    QSet<QString> m_checkedOnceMore;
+    QTimer m_unreadableTimer;
+
+    QSet<QString> m_waiting;
+    QSet<QString> m_waitingForNextRound; // so that one that always fails does not keep the others waiting
+    std::atomic<bool> m_areWaiting = false;
+    std::chrono::milliseconds m_databaseDelay;
+    QTimer m_databaseTimer;
 };
 
 } // namespace Stemhaven

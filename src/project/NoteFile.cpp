@@ -5,9 +5,12 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QFileInfo>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <fstream>
 #include <vector>
 
@@ -18,9 +21,8 @@ namespace {
 constexpr const char* projectIdKey = "project_id";
 constexpr const char* sufidKey = "SUFID";
 
-std::string notePath(const ProjectDetails& details) {
-    return QFile::encodeName(details.bundlePath() + QStringLiteral("/Resources/Stemhaven.plist"))
-        .toStdString();
+std::string notePath(const QString& bundlePath) {
+    return QFile::encodeName(bundlePath + QStringLiteral("/Resources/Stemhaven.plist")).toStdString();
 }
 
 /// Whether a plain file at path, not a link to one, holds exactly these bytes.
@@ -42,11 +44,15 @@ void updateStemhavenPlist(const ProjectDetails& details, std::int64_t projectId)
         qWarning() << "Could not update Stemhaven.plist. SUFID invalid.";
         return;
     }
+    // Another bundle may have come to the path since it was looked at, and a wrong note costs it its record.
+    if (QFileInfo::exists(details.bundlePath()) &&
+        ProjectDetails(details.bundlePath()).sufid != details.sufid)
+        return;
     const Plist::Dictionary note{
         {projectIdKey, projectId}, {sufidKey, details.sufid.toString().toStdString()}};
     std::vector<char> bytes;
     Plist::writePlistBinary(bytes, note);
-    const std::string path = notePath(details);
+    const std::string path = notePath(details.bundlePath());
     // Most notes stand as they are. Writing them again would be another change of the bundle for everyone who
     // watches it, and a flush to the disk for each. A bundle that cannot be written, on a read-only volume
     // say, goes without a note.
@@ -57,11 +63,19 @@ void updateStemhavenPlist(const ProjectDetails& details, std::int64_t projectId)
 std::optional<std::string> hasStemhavenPlist(const ProjectDetails& details) {
     if (!details.isValid || !details.sufid.valid)
         return std::nullopt;
-    std::string path = notePath(details);
+    std::string path = notePath(details.bundlePath());
     struct stat status = {};
     if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
     return path;
+}
+
+bool lacksNote(const QString& bundlePath) {
+    const std::string path = notePath(bundlePath);
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) == 0 || errno != ENOENT)
+        return false;
+    return access(path.substr(0, path.rfind('/')).c_str(), W_OK) == 0;
 }
 
 std::optional<std::pair<std::int64_t, std::string>> loadStemhavenPlistDetails(const ProjectDetails& details) {

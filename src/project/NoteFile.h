@@ -13,12 +13,16 @@ namespace Stemhaven {
 
 /// Writes the note in one step, so that none is ever seen half written. A note that says the same already is
 /// left alone. A path that cannot be written is passed over in silence; an invalid identity is logged and
-/// nothing is written.
+/// nothing is written, nor is it where the bundle at the path is not the one with the identity.
 void updateStemhavenPlist(const ProjectDetails& details, std::int64_t projectId);
 
 /// The note's path, in the file system's encoding, when there is one. Invalid details or an invalid identity
 /// give nothing without a look at the disk.
 std::optional<std::string> hasStemhavenPlist(const ProjectDetails& details);
+
+/// Whether the bundle at path has no note although one could be written there: the program was ended between
+/// the record and its note, or the disk was full.
+bool lacksNote(const QString& bundlePath);
 
 /// The record's id and the identity's text from the note. Nothing when there is no note or it lacks them; a
 /// note that is no property list throws Plist::Error or std::bad_cast.

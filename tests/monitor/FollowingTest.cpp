@@ -12,8 +12,11 @@
 #include <QSqlQuery>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <filesystem>
+#include <optional>
 
 using namespace Stemhaven;
 
@@ -77,6 +80,44 @@ protected:
     QTemporaryDir m_disk;
     TestDatabase m_database;
     std::unique_ptr<ProjectMonitor> m_monitor;
+};
+
+/// Another program writes to the database for as long as it lives.
+class Lock {
+public:
+    explicit Lock(const QString& database) {
+        auto connection = QSqlDatabase::addDatabase("QSQLITE", "other");
+        connection.setDatabaseName(database);
+        EXPECT_TRUE(connection.open());
+        EXPECT_TRUE(QSqlQuery(connection).exec("BEGIN EXCLUSIVE"));
+    }
+
+    ~Lock() { QSqlDatabase::removeDatabase("other"); }
+
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+};
+
+/// No file of this process can grow beyond a few bytes for as long as it lives.
+class NoSpace {
+public:
+    NoSpace() : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
+        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &m_limit), 0);
+        const rlimit small{2000, m_limit.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    }
+
+    ~NoSpace() {
+        setrlimit(RLIMIT_FSIZE, &m_limit);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+    NoSpace(const NoSpace&) = delete;
+    NoSpace& operator=(const NoSpace&) = delete;
+
+private:
+    rlimit m_limit = {};
+    void (*m_handler)(int);
 };
 
 } // namespace
@@ -151,24 +192,46 @@ TEST_F(Following, WhatHappenedWhileItWasStopped) {
     EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
 }
 
-TEST_F(Following, WhatHappenedWhileTheDatabaseWasLocked) {
-    LogCapture messages;
-    {
-        auto other = QSqlDatabase::addDatabase("QSQLITE", "other");
-        other.setDatabaseName(m_database.mainPath());
-        ASSERT_TRUE(other.open());
-        QSqlQuery(other).exec("BEGIN EXCLUSIVE");
-        TestBundle faster;
-        faster.metaData["BeatsPerMinute"] = std::int64_t{180};
-        makeBundle("Song.logicx", faster);
-        makeBundle("New.logicx");
-        EXPECT_TRUE(waitUntil([&] { return messages.count("database is locked") > 0; }));
-        QSqlQuery(other).exec("ROLLBACK");
+TEST_F(Following, WhatHappenedWhileTheDatabaseCouldNotBeWritten) {
+    enum class Fault { Locked, Full, FullAtTheEnd };
+    constexpr int many = 60;
+    for (int i = 0; i < many; ++i)
+        makeBundle(QString("set/%1.logicx").arg(i));
+    ASSERT_TRUE(waitUntil([&] { return rows("name").size() == many + 2; }));
+
+    int tempo = 120;
+    for (const auto fault : {Fault::Locked, Fault::Full, Fault::FullAtTheEnd}) {
+        LogCapture messages;
+        std::optional<Lock> lock;
+        std::optional<NoSpace> noSpace;
+        if (fault == Fault::Locked)
+            lock.emplace(m_database.mainPath());
+        else
+            noSpace.emplace();
+        move(
+            QString("Song%1.logicx").arg(tempo == 120 ? "" : QString::number(tempo)),
+            QString("Song%1.logicx").arg(tempo + 1));
+        TestBundle saved;
+        saved.metaData["BeatsPerMinute"] = std::int64_t{++tempo};
+        for (int i = 0; i < many; ++i)
+            makeBundle(QString("set/%1.logicx").arg(i), saved);
+        makeBundle(QString("New%1.logicx").arg(tempo), saved);
+        EXPECT_TRUE(waitUntil([&] { return messages.count("Could not update project record.") > 0; }));
+        if (fault == Fault::FullAtTheEnd)
+            stop();
+        lock.reset();
+        noSpace.reset();
+        if (fault == Fault::FullAtTheEnd) {
+            ASSERT_TRUE(m_database.initialise());
+            start();
+        }
+        EXPECT_TRUE(waitUntil([&] { return rows("bpm").count(QString::number(tempo)) == many + 1; }));
+        EXPECT_TRUE(
+            waitUntil([&] { return rows("name, star_rating").contains(QString("Song%1|5").arg(tempo)); }));
+        // Not one for each bundle.
+        EXPECT_LT(messages.count("Could not update project record."), many / 2);
     }
-    QSqlDatabase::removeDatabase("other");
-    EXPECT_TRUE(shows({"New", "Other", "Song"}));
-    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
-    EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
+    EXPECT_EQ(rows("name").size(), many + 2 + 3);
 }
 
 TEST_F(Following, ARootThatGoesAndComesBack) {

@@ -100,6 +100,13 @@ TEST_F(ProjectMonitorTest, RecordsEveryBundleBelowTheRootsAndNotifiesOnce) {
     ASSERT_TRUE(m_database.initialise());
     search();
     EXPECT_EQ(m_database.rows("SELECT * FROM projects"), before);
+
+    // A note that a killed program did not come to write is written by a later search.
+    end();
+    ASSERT_TRUE(QFile::remove(at("0/Song 0.logicx/Resources/Stemhaven.plist")));
+    ASSERT_TRUE(m_database.initialise());
+    search();
+    EXPECT_EQ(loadStemhavenPlistDetails(ProjectDetails(at("0/Song 0.logicx"))), note);
 }
 
 TEST_F(ProjectMonitorTest, PassesOverWhatCannotBeReadAndRecordsTheRest) {

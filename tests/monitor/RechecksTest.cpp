@@ -8,31 +8,56 @@
 
 using Stemhaven::Rechecks;
 
-TEST(Rechecks, LookOnceMoreAtTheUnreadableAndUntilItAnswersAtTheDatabase) {
+TEST(Rechecks, LookOnceMoreAtWhatCouldNotBeRead) {
     QStringList checked;
     Rechecks* self = nullptr;
-    int failuresLeft = 3;
     Rechecks rechecks(std::chrono::milliseconds(1), [&](const QString& path) {
         checked.append(path);
         if (path == "damaged")
             self->bundleUnreadable(path);
-        else if (path == "locked" && --failuresLeft > 0)
-            self->databaseFailed(path);
         else
             self->bundleWritten(path);
+        return true;
     });
     self = &rechecks;
 
     rechecks.bundleUnreadable("damaged");
     rechecks.bundleUnreadable("copied");
     ASSERT_TRUE(waitUntil([&] { return checked.size() == 2; }));
-    rechecks.databaseFailed("locked");
-    ASSERT_TRUE(waitUntil([&] { return failuresLeft == 0; }));
-    EXPECT_EQ(checked.count("damaged"), 1);
-    EXPECT_EQ(checked.count("copied"), 1);
-    EXPECT_EQ(checked.count("locked"), 3);
-
     // Unreadable again after it was written: it gets its second chance anew.
     rechecks.bundleUnreadable("copied");
     ASSERT_TRUE(waitUntil([&] { return checked.count("copied") == 2; }));
+    EXPECT_EQ(checked.count("damaged"), 1);
+    EXPECT_FALSE(rechecks.areWaitingForDatabase());
+}
+
+TEST(Rechecks, TryTheDatabaseWithFewAndCheckAllOnceItAnswers) {
+    QStringList checked;
+    Rechecks* self = nullptr;
+    int failuresLeft = 3;
+    Rechecks rechecks(std::chrono::milliseconds(1), [&](const QString& path) {
+        if (path == "vanished")
+            return false;
+        checked.append(path);
+        if (failuresLeft-- > 0)
+            self->databaseFailed(path);
+        else
+            self->checkEnded();
+        return true;
+    });
+    self = &rechecks;
+
+    for (int i = 0; i < 300; ++i) {
+        // Those that were being checked when it went away, and those that changed since.
+        if (i < 16)
+            rechecks.databaseFailed(QString::number(i));
+        else
+            rechecks.waitForDatabase(QString::number(i));
+    }
+    rechecks.waitForDatabase("vanished");
+    EXPECT_TRUE(rechecks.areWaitingForDatabase());
+    ASSERT_TRUE(waitUntil([&] { return !rechecks.areWaitingForDatabase(); }));
+    EXPECT_EQ(checked.size(), 300 + 3);
+    checked.removeDuplicates();
+    EXPECT_EQ(checked.size(), 300);
 }

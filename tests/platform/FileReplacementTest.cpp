@@ -119,6 +119,21 @@ TEST_F(FileReplacement, NamesTheTemporaryFileAfterTheTarget) {
     EXPECT_EQ(seen, 3);
 }
 
+TEST_F(FileReplacement, RemovesWhatAKilledProgramLeftAndNothingElse) {
+    const std::set<std::string> kept{
+        "Stemhaven.plist", "Stemhaven.plist.12-3", "Stemhaven.plist.old", "Stemhaven.plist.1-x", "Other.1-2"};
+    std::set<std::string> all = kept;
+    all.insert("Stemhaven.plist.4711-0");
+    for (const auto& name : all) {
+        write(folder + "/" + name, "text");
+        fs::last_write_time(folder + "/" + name, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    }
+    // Another program may be about to rename this one.
+    fs::last_write_time(folder + "/Stemhaven.plist.12-3", fs::file_time_type::clock::now());
+    EXPECT_TRUE(replaceFile(target, "note"));
+    EXPECT_EQ(names(), kept);
+}
+
 TEST_F(FileReplacement, IsNeverSeenHalfDoneByAReader) {
     const std::string first(100'000, 'a');
     const std::string second(70'000, 'b');

@@ -160,6 +160,25 @@ TEST(NoteFile, ignoresAndReplacesWhatIsNoFile) {
     EXPECT_EQ(QFileInfo(outside).size(), 4);
 }
 
+TEST(NoteFile, isNotWrittenIntoAnotherBundleThatTookThePlace) {
+    const Bundle bundle;
+    ASSERT_TRUE(QDir().rename(bundle.path, bundle.path + ".moved"));
+    ASSERT_TRUE(QDir().mkpath(bundle.path + "/Resources"));
+    updateStemhavenPlist(bundle.details, 6);
+    EXPECT_TRUE(bundle.resources().isEmpty());
+    updateStemhavenPlist(ProjectDetails(bundle.path), 7);
+    EXPECT_EQ(bundle.resources(), QStringList("Stemhaven.plist"));
+}
+
+TEST(NoteFile, isLackingOnlyWhereItCouldBeWritten) {
+    const Bundle bundle;
+    EXPECT_TRUE(lacksNote(bundle.path));
+    updateStemhavenPlist(bundle.details, 6);
+    EXPECT_FALSE(lacksNote(bundle.path));
+    ASSERT_TRUE(QDir(bundle.path + "/Resources").removeRecursively());
+    EXPECT_FALSE(lacksNote(bundle.path));
+}
+
 TEST(NoteFile, isPassedOverWhereItCannotBeWritten) {
     const Bundle bundle;
     const LoggedLines logged;

@@ -9,12 +9,17 @@
 class LogCapture {
 public:
     LogCapture() {
-        active() = this;
+        {
+            const std::lock_guard lock(mutex());
+            active() = this;
+        }
         m_previous = qInstallMessageHandler(&LogCapture::collect);
     }
 
     ~LogCapture() {
         qInstallMessageHandler(m_previous);
+        // A thread may be in the handler still.
+        const std::lock_guard lock(mutex());
         active() = nullptr;
     }
 
@@ -23,27 +28,32 @@ public:
 
     /// Each message after its type's letter: D, W, C, F or I, and a colon.
     QStringList messages() const {
-        const std::lock_guard lock(m_mutex);
+        const std::lock_guard lock(mutex());
         return m_messages;
     }
 
-    int count(const QString& part) const { return static_cast<int>(messages().filter(part).size()); }
+    int count(const QString& part) const {
+        const std::lock_guard lock(mutex());
+        return static_cast<int>(m_messages.filter(part).size());
+    }
 
 private:
+    static std::mutex& mutex() {
+        static std::mutex only;
+        return only;
+    }
+
     static LogCapture*& active() {
         static LogCapture* capture = nullptr;
         return capture;
     }
 
     static void collect(QtMsgType type, const QMessageLogContext&, const QString& message) {
-        LogCapture* capture = active();
-        if (capture == nullptr)
-            return;
-        const std::lock_guard lock(capture->m_mutex);
-        capture->m_messages.append(QLatin1Char("DWCFI"[type]) + QLatin1String(": ") + message);
+        const std::lock_guard lock(mutex());
+        if (LogCapture* capture = active())
+            capture->m_messages.append(QLatin1Char("DWCFI"[type]) + QLatin1String(": ") + message);
     }
 
-    mutable std::mutex m_mutex;
     QStringList m_messages;
     QtMessageHandler m_previous = nullptr;
 };

@@ -245,6 +245,11 @@ std::optional<std::string> Operations::moveOut() {
     if (fs::exists(to))
         return std::nullopt;
     settleBeforeLosing(from);
+    // Were it a copy that the catalogue does not know, it could come back when its original is elsewhere.
+    const auto leaving = m_library.bundlesIn(from);
+    settleUnless(std::all_of(leaving.begin(), leaving.end(), [](const Bundle* each) {
+        return each->recordId || each->isUntitled();
+    }));
     return relocate("move out", from, to);
 }
 

@@ -15,7 +15,8 @@ namespace Storm {
 /// What the catalogue must make of each is determined, at whatever moment the program sees it, and whether it
 /// runs, is stopped or is killed. Where it is not, settle is called first:
 /// - a copy of a bundle that was moved may rightly take the record of the bundle, so the move must be known;
-/// - so may a copy whose original is gone, so the copy must be known before the original is moved or deleted;
+/// - so may a copy whose original is gone, so the copy must be known before the original is moved or deleted,
+///   and before it leaves the roots itself;
 /// - a bundle whose name another took must be known at its new place before it goes from the roots;
 /// - a bundle that takes the name of another is told from it by the other's note, which must be written.
 /// No new bundle takes the place of a deleted one: it may have its number too, and then is the same project.

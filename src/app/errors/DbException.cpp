@@ -4,9 +4,25 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include <algorithm>
+#include <array>
 #include <ostream>
 
 namespace Stemhaven {
+
+namespace {
+
+bool isOfStatement(const QSqlError& error) {
+    // The numbers of SQLite: a wrong statement, a value that is too big, breaks a constraint or has the wrong
+    // type. What is above the lowest byte tells variants apart.
+    constexpr std::array<int, 4> ofStatement{1, 18, 19, 20};
+    constexpr int kind = 0xff;
+    bool converted = false;
+    const int code = error.nativeErrorCode().toInt(&converted) & kind;
+    return converted && std::find(ofStatement.begin(), ofStatement.end(), code) != ofStatement.end();
+}
+
+} // namespace
 
 DbException::DbException(const QString& message) : Exception(message) {}
 
@@ -21,12 +37,14 @@ DbException::DbException(const QSqlDatabase& db, const QSqlQuery* query, const Q
         return;
     m_queryErrorMessage = query->lastError().text();
     m_executedQuery = query->lastQuery();
+    m_isStatementAtFault = isOfStatement(query->lastError());
 }
 
 DbException::DbException(const QSqlQuery* query, const QString& message)
     : Exception(message),
       m_queryErrorMessage(query->lastError().text()),
-      m_executedQuery(query->executedQuery()) {}
+      m_executedQuery(query->executedQuery()),
+      m_isStatementAtFault(isOfStatement(query->lastError())) {}
 
 QString DbException::getDatabaseName() const {
     return m_databaseName;

@@ -22,6 +22,10 @@ public:
     QString getQueryErrorMessage() const;
     QString getExecutedQuery() const;
 
+    /// Whether the statement would fail again on a database in the best of states. False for a database that
+    /// is locked, full or out of reach.
+    bool isStatementAtFault() const { return m_isStatementAtFault; }
+
     DbException* clone() const override;
     void raise() const override;
 
@@ -30,6 +34,7 @@ private:
     QString m_databaseErrorMessage;
     QString m_queryErrorMessage;
     QString m_executedQuery;
+    bool m_isStatementAtFault = false;
 };
 
 QDebug operator<<(QDebug debug, const DbException& exception);

@@ -19,6 +19,7 @@ class InotifyEventStream::Worker {
 public:
     Worker(const FileWatchRequest& request, Handler handler, Surroundings surroundings)
         : m_session(request, surroundings.calls, surroundings.pollInterval, m_queue, m_isStopped),
+          m_patience(surroundings.patience),
           m_handler(std::move(handler)) {}
 
     /// Waits until everything is watched.
@@ -33,20 +34,25 @@ public:
     }
 
     void stop() {
-        std::thread thread;
-        {
-            const std::lock_guard lock(m_mutex);
-            m_isStopped = true;
-            m_queue.close();
-            if (m_phase == Phase::Starting || m_phase == Phase::Running)
-                m_closing.emplace();
-            m_phase = Phase::Stopped;
-            if (m_thread.get_id() != std::this_thread::get_id())
-                thread.swap(m_thread);
-        }
+        std::unique_lock lock(m_mutex);
+        m_isStopped = true;
+        m_queue.close();
+        if (m_phase == Phase::Starting || m_phase == Phase::Running)
+            m_closing.emplace();
+        m_phase = Phase::Stopped;
         m_phaseChange.notify_all();
-        if (thread.joinable())
+        if (!m_thread.joinable() || m_thread.get_id() == std::this_thread::get_id())
+            return;
+        std::thread thread = std::move(m_thread);
+        m_phaseChange.wait_for(lock, m_patience, [this] { return m_hasEnded; });
+        // The handler uses what is gone after this, and is waited for however long it takes.
+        m_phaseChange.wait(lock, [this] { return !m_isHandling; });
+        const bool hasEnded = m_hasEnded;
+        lock.unlock();
+        if (hasEnded)
             thread.join();
+        else
+            thread.detach();
     }
 
     /// The stream is destroyed by its own handler: the thread ends alone.
@@ -69,8 +75,13 @@ private:
     void run() {
         if (begin())
             loop();
-        const std::lock_guard lock(m_mutex);
-        m_closing.reset();
+        m_session.end();
+        {
+            const std::lock_guard lock(m_mutex);
+            m_closing.reset();
+            m_hasEnded = true;
+        }
+        m_phaseChange.notify_all();
     }
 
     bool begin() {
@@ -89,18 +100,36 @@ private:
             m_session.handle(m_queue.wait(m_session.deadline()));
             m_session.tick();
             const auto batch = m_session.takeDue();
-            if (!batch.isEmpty() && !m_isStopped)
-                m_handler(batch);
+            if (!batch.isEmpty())
+                deliver(batch);
         }
+    }
+
+    void deliver(const QList<FileEvent>& batch) {
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_isStopped)
+                return;
+            m_isHandling = true;
+        }
+        m_handler(batch);
+        {
+            const std::lock_guard lock(m_mutex);
+            m_isHandling = false;
+        }
+        m_phaseChange.notify_all();
     }
 
     std::atomic<bool> m_isStopped = false;
     RawEventQueue m_queue;
     WatchSession m_session;
+    const std::chrono::milliseconds m_patience;
     Handler m_handler;
     std::mutex m_mutex;
     std::condition_variable m_phaseChange;
     Phase m_phase = Phase::New;
+    bool m_isHandling = false;
+    bool m_hasEnded = false;
     std::optional<ClosingStreams::Hold> m_closing;
     std::thread m_thread;
 };

@@ -16,6 +16,9 @@ public:
     struct Surroundings {
         InotifyCalls& calls = InotifyCalls::system();
         std::chrono::milliseconds pollInterval{5000};
+        /// How long stop() waits for a file system that does not answer. The thread is left behind then, and
+        /// the stream counts as closing until it ends.
+        std::chrono::milliseconds patience{5000};
     };
 
     InotifyEventStream(const FileWatchRequest& request, Handler handler, Surroundings surroundings);

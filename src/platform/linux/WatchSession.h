@@ -44,6 +44,9 @@ public:
     /// The batch, if it is time for one; empty otherwise.
     QList<FileEvent> takeDue();
 
+    /// Gives back what the system lent. Nothing but state() may follow.
+    void end() { m_reader.reset(); }
+
     RootSet::State state(const std::string& root) const { return m_roots.state(root); }
 
 private:

@@ -6,7 +6,10 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 namespace Stemhaven {
 
@@ -90,6 +93,33 @@ bool TemporaryFile::renameTo(const std::string& target) {
     return true;
 }
 
+/// Whether the text is a process and a count, which TemporaryFile appends to its target's name.
+bool isTemporaryEnding(std::string_view text) {
+    const auto isNumber = [](std::string_view part) {
+        return !part.empty() && part.find_first_not_of("0123456789") == std::string_view::npos;
+    };
+    const auto dash = text.find('-');
+    return text.starts_with('.') && dash != std::string_view::npos && isNumber(text.substr(1, dash - 1)) &&
+        isNumber(text.substr(dash + 1));
+}
+
+void removeAbandonedTemporaries(const std::filesystem::path& target) {
+    // One that is younger may be another program's, which is about to rename it.
+    constexpr std::chrono::minutes longestReplacement(10);
+    const std::string name = target.filename().native();
+    std::error_code error;
+    std::filesystem::directory_iterator entries(target.parent_path(), error);
+    for (; !error && entries != std::filesystem::directory_iterator(); entries.increment(error)) {
+        const std::string entry = entries->path().filename().native();
+        if (!entry.starts_with(name) || !isTemporaryEnding(std::string_view(entry).substr(name.size())))
+            continue;
+        std::error_code unknown;
+        const auto written = entries->last_write_time(unknown);
+        if (!unknown && std::filesystem::file_time_type::clock::now() - written > longestReplacement)
+            unlink(entries->path().c_str());
+    }
+}
+
 } // namespace
 
 // Nothing here forces the contents to the disk. Some half a millisecond a file, far more on a drive that
@@ -100,7 +130,10 @@ bool replaceFile(const std::string& path, std::string_view contents) {
     if (!file.isOpen())
         return false;
     file.takeModeOf(path);
-    return file.write(contents) && file.close() && file.renameTo(path);
+    if (!file.write(contents) || !file.close() || !file.renameTo(path))
+        return false;
+    removeAbandonedTemporaries(path);
+    return true;
 }
 
 } // namespace Stemhaven
