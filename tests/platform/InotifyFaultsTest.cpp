@@ -23,7 +23,7 @@ public:
     int open() override { return m_refusesToOpen ? refuse(EMFILE) : InotifyCalls::open(); }
 
     int addWatch(int descriptor, const char* path, std::uint32_t mask) override {
-        if (std::strstr(path, "NoEntry") != nullptr)
+        if (!m_mayEnter && std::strstr(path, "NoEntry") != nullptr)
             return refuse(EACCES);
         if (std::strstr(path, "Hung") != nullptr) {
             m_isHanging = true;
@@ -49,6 +49,7 @@ public:
     bool tellsEvents(const char* path) override { return std::strstr(path, "Net") == nullptr; }
 
     bool m_refusesToOpen = false;
+    std::atomic<bool> m_mayEnter = false;
     std::atomic<int> m_limit = 0;
     std::atomic<std::uint32_t> m_injectedMask = 0;
     std::atomic<bool> m_isHanging = false;
@@ -270,7 +271,7 @@ TEST_F(InotifyFaults, ADriveIsPluggedInAndPulledOut) {
     }
 }
 
-TEST_F(InotifyFaults, AFolderThatMayNotBeReadIsLoggedOnceAndTheRestWatched) {
+TEST_F(InotifyFaults, AFolderThatMayNotBeReadIsLoggedOnceAndWatchedWhenItMay) {
     makeBundle(root() / "NoEntry/A.logicx");
     makeBundle(root() / "Open/B.logicx");
     const LogCapture log;
@@ -281,6 +282,12 @@ TEST_F(InotifyFaults, AFolderThatMayNotBeReadIsLoggedOnceAndTheRestWatched) {
     writeFile(root() / "Open/B.logicx/Resources/new");
     EXPECT_TRUE(waitFor("Music/Open/B.logicx/Resources/new", created));
     EXPECT_EQ(log.count(QStringLiteral("NoEntry")), 1);
+
+    m_calls.m_mayEnter = true;
+    fs::permissions(root() / "NoEntry", fs::perms::owner_all);
+    EXPECT_TRUE(waitFor("Music/NoEntry/A.logicx", created));
+    writeFile(root() / "NoEntry/A.logicx/Resources/new");
+    EXPECT_TRUE(waitFor("Music/NoEntry/A.logicx/Resources/new", created));
 }
 
 TEST_F(InotifyFaults, FoldersMayVanishWhileTheyAreLookedAt) {

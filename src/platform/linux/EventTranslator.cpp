@@ -108,6 +108,9 @@ void EventTranslator::handleInTree(const RawEvent& event, const std::string& pat
             arrive(path, isFolder(event), *old);
         else
             appear(path, isFolder(event), FileEvent::ItemRenamed | FileEvent::ItemCreated);
+    } else if ((event.mask & IN_ATTRIB) != 0 && isFolder(event) && !m_tools.table.find(path)) {
+        // It could not be watched before. If it can now, it is as good as new.
+        appear(path, true, FileEvent::ItemCreated);
     }
 }
 

@@ -21,6 +21,9 @@ std::uint32_t maskFor(unsigned purposes) {
     std::uint32_t mask = IN_ONLYDIR | IN_EXCL_UNLINK;
     if ((purposes & (WatchFolder | WatchStrayFolder)) != 0)
         mask |= names;
+    // A folder that could not be read may become readable.
+    if ((purposes & WatchFolder) != 0)
+        mask |= IN_ATTRIB;
     if ((purposes & WatchBundlePart) != 0)
         mask |= names | IN_MODIFY | IN_CLOSE_WRITE;
     if ((purposes & WatchAncestor) != 0)
