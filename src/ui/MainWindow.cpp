@@ -21,6 +21,7 @@
 #include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/sidebar/RemoveFilter.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/widgets/FramelessWindow.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
@@ -39,7 +40,6 @@ namespace SettingsKeys = Stemhaven::SettingsKeys;
 namespace {
 
 constexpr QSize initialSize{1440, 860};
-constexpr QSize smallestSize{560, 400};
 
 } // namespace
 
@@ -64,7 +64,7 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
       m_sidebarToggle(new ToolButton(Glyph::SidebarToggle, tr("Filter Sidebar"))),
       m_detailsToggle(new ToolButton(Glyph::DetailsToggle, tr("Project Details"))) {
     setWindowTitle(QStringLiteral("Stemhaven"));
-    setMinimumSize(smallestSize);
+    new FramelessWindow(*this);
     new FolderDrop(*this, *m_folders);
     layOut();
     setupActions();

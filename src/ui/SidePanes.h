@@ -25,7 +25,7 @@ public:
     void store() const;
 
     static constexpr int defaultSidebarWidth = 232;
-    static constexpr int defaultDetailsWidth = 320;
+    static constexpr int defaultDetailsWidth = 340;
 
 signals:
     /// One of the panes was shown or hidden.

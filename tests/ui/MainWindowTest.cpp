@@ -121,13 +121,13 @@ TEST_F(MainWindowTest, DroppedFolderFillsTheTable) {
 TEST_F(MainWindowTest, KeepsItsPlaceAndTerm) {
     insertNumbered(20);
     open();
-    window->resize(812, 613);
+    window->resize(911, 613);
     QTest::keyClick(&*window, Qt::Key_F, Qt::ControlModifier);
     auto* searchEdit = window->findChild<QLineEdit*>(QStringLiteral("searchEdit"));
     EXPECT_TRUE(searchEdit->hasFocus());
     QTest::keyClicks(searchEdit, QStringLiteral("11"));
     window->close();
     open();
-    EXPECT_EQ(window->size(), QSize(812, 613));
+    EXPECT_EQ(window->size(), QSize(911, 613));
     EXPECT_TRUE(waitUntil([&] { return window->findChild<ProjectsTableModel*>()->rowCount() == 1; }));
 }

@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStackedLayout>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -24,7 +25,6 @@
 namespace {
 
 constexpr int margin = 16;
-constexpr int smallestWidth = 240;
 constexpr QSize previewSize{640, 400}; // in points; more than the pane is usually wide
 
 /// A picture that takes longer than this gives way to the stand-in meanwhile.
@@ -57,7 +57,6 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
       m_statuses(new StatusFields),
       m_projectPage(makeProjectPage()),
       m_pages(new QStackedLayout(this)) {
-    setMinimumWidth(smallestWidth);
     setAccessibleName(tr("Project Details"));
     m_pages->addWidget(makeNothingSelectedPage());
     m_pages->addWidget(m_projectPage);
@@ -146,6 +145,8 @@ QWidget* DetailsPane::makeProjectPage() {
     page->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     page->setFocusPolicy(Qt::NoFocus);
     page->setWidget(fields);
+    page->setMinimumWidth(
+        fields->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     return page;
 }
 

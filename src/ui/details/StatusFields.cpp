@@ -56,7 +56,7 @@ Texts textsOf(FilterType type) {
 } // namespace
 
 StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
-    constexpr int longestEntry = 12; // in characters; a longer one is cut short rather than widen the pane
+    constexpr int shortestEntry = 8; // in characters; a longer one is cut short rather than widen the pane
 
     auto* layout = new QFormLayout(this);
     layout->setContentsMargins({});
@@ -67,7 +67,7 @@ StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
         combo->setObjectName(QLatin1String(texts.objectName));
         combo->setAccessibleName(tr(texts.label));
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        combo->setMinimumContentsLength(longestEntry);
+        combo->setMinimumContentsLength(shortestEntry);
         combo->installEventFilter(this);
         connect(combo, &QComboBox::currentIndexChanged, this, [this, type] {
             Stemhaven::guarded(tr(textsOf(type).failureTitle), [&] { statusChosen(type); });

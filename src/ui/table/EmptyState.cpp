@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int textWidth = 400;
+constexpr int textWidth = 320;
 constexpr int longestTerm = 60;
 
 QLabel* makeLabel(QWidget* parent) {

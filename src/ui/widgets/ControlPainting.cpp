@@ -120,11 +120,11 @@ void drawDivider(QPainter* painter, const QRect& rect, const QColor& color) {
     const double width = grid.lineWidth(1.0);
     QRectF line(rect);
     if (rect.width() > rect.height()) {
-        line.setTop(rect.top() + (rect.height() - 1) / 2);
+        line.setTop(rect.center().y());
         line = grid.snapped(line);
         line.setHeight(width);
     } else {
-        line.setLeft(rect.left() + (rect.width() - 1) / 2);
+        line.setLeft(rect.center().x());
         line = grid.snapped(line);
         line.setWidth(width);
     }

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <utility>
 
 namespace {
 
@@ -41,8 +40,8 @@ QColor colorFor(QIcon::Mode mode) {
 
 } // namespace
 
-GlyphEngine::GlyphEngine(QPainterPath outline, const QRectF& cell)
-    : m_outline(std::move(outline)),
+GlyphEngine::GlyphEngine(const QPainterPath& outline, const QRectF& cell)
+    : m_outline(outline),
       m_cell(cell) {}
 
 void GlyphEngine::setColors(const QColor& normal, const QColor& disabled, const QColor& selected) {

@@ -8,7 +8,7 @@
 class GlyphEngine : public QIconEngine {
 public:
     /// cell is the square, or what comes nearest to it, that the outline stands in.
-    GlyphEngine(QPainterPath outline, const QRectF& cell);
+    GlyphEngine(const QPainterPath& outline, const QRectF& cell);
 
     static void setColors(const QColor& normal, const QColor& disabled, const QColor& selected);
 

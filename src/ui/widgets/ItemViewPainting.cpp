@@ -2,9 +2,12 @@
 
 #include "ui/widgets/ControlPainting.h"
 
+#include <QListView>
 #include <QPainter>
 #include <QStyleOptionViewItem>
 #include <QTreeView>
+
+#include <algorithm>
 
 using namespace ControlPainting;
 
@@ -35,10 +38,17 @@ QRect rowRect(const QStyleOption& option, const QAbstractItemView& view) {
     return {sideMargin, option.rect.top(), view.viewport()->width() - 2 * sideMargin, option.rect.height()};
 }
 
-} // namespace
-
-void drawTreeRow(const QStyleOptionViewItem& option, const QTreeView& tree, QPainter* painter) {
-    drawGround(option, rowRect(option, tree), painter);
+/// A tree draws the grounds of a row in parts: first the one before its item, then that of the item, without
+/// its selection, then those of further columns. All is drawn with the first, or the last would cover texts.
+bool beginsRow(const QStyleOptionViewItem& option, const QTreeView& tree) {
+    const bool isFirstColumn = option.viewItemPosition == QStyleOptionViewItem::OnlyOne ||
+        option.viewItemPosition == QStyleOptionViewItem::Beginning;
+    const int column = std::max(0, tree.treePosition());
+    const int start = tree.columnViewportPosition(column);
+    const int end = start + tree.columnWidth(column);
+    const bool reachesItsEnd =
+        option.direction == Qt::RightToLeft ? option.rect.left() == start : option.rect.right() + 1 == end;
+    return isFirstColumn && !reachesItsEnd;
 }
 
 void drawBranch(const QStyleOption& option, QPainter* painter) {
@@ -58,10 +68,34 @@ void drawListItem(const QStyleOptionViewItem& option, QPainter* painter) {
     drawGround(option, option.rect, painter);
 }
 
-void drawRowFocus(const QStyleOption& option, const QWidget* view, QPainter* painter) {
+} // namespace
+
+bool drawPart(
+    QStyle::PrimitiveElement element, const QStyleOption& option, const QWidget* view, QPainter* painter) {
     const auto* tree = qobject_cast<const QTreeView*>(view);
-    const QRect row = tree ? rowRect(option, *tree) : option.rect;
-    drawFocusRing(painter, row, option.palette, smallRadius);
+    const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(&option);
+    if (!tree && !qobject_cast<const QListView*>(view))
+        return false;
+    switch (element) {
+    case QStyle::PE_IndicatorBranch:
+        drawBranch(option, painter);
+        return true;
+    case QStyle::PE_PanelItemViewRow:
+        if (tree && item && beginsRow(*item, *tree))
+            drawGround(option, rowRect(option, *tree), painter);
+        return tree != nullptr;
+    case QStyle::PE_PanelItemViewItem:
+        if (!tree && item)
+            drawListItem(*item, painter);
+        return true;
+    case QStyle::PE_FrameFocusRect:
+        // A selection says enough.
+        if (!option.state.testFlag(QStyle::State_Selected))
+            drawFocusRing(painter, tree ? rowRect(option, *tree) : option.rect, option.palette, smallRadius);
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace ItemViewPainting

@@ -6,11 +6,11 @@
 #include "ui/widgets/MenuPainting.h"
 #include "ui/widgets/MessageIcon.h"
 #include "ui/widgets/SliderPainting.h"
+#include "ui/widgets/StyleMetrics.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QComboBox>
-#include <QListView>
 #include <QPainter>
 #include <QSlider>
 #include <QStyleOption>
@@ -23,7 +23,6 @@ using namespace ControlPainting;
 
 namespace {
 
-constexpr int indicatorSide = 16 + 2 * haloWidth;
 constexpr int comboPadding = 8;
 constexpr int comboArrowWidth = 24;
 constexpr int menuArrowWidth = 12;
@@ -37,7 +36,8 @@ QColor groundOf(const QStyleOption& option, const QWidget* scrollBar) {
     return option.palette.color(role);
 }
 
-/// The corners of a framed list are rounded, and its rows keep clear of them and of the edges of a popup.
+/// Whether it is a list in a frame: rounded in a window, and with straight corners as the popup of a combo
+/// box.
 bool isFramedList(const QWidget* widget) {
     return qobject_cast<const QAbstractScrollArea*>(widget) ||
         (widget && widget->inherits("QComboBoxPrivateContainer"));
@@ -76,10 +76,9 @@ void Style::polish(QWidget* widget) {
 void Style::drawPrimitive(
     PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const {
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
-    const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
-    const auto* tree = qobject_cast<const QTreeView*>(widget);
-    const bool isList = qobject_cast<const QListView*>(widget) != nullptr;
     const QPalette& palette = option->palette;
+    if (ItemViewPainting::drawPart(element, *option, widget, painter))
+        return;
     switch (element) {
     case PE_PanelLineEdit:
         if (frame && frame->lineWidth > 0)
@@ -114,29 +113,10 @@ void Style::drawPrimitive(
     case PE_PanelScrollAreaCorner:
         painter->fillRect(option->rect, palette.base());
         break;
-    case PE_IndicatorBranch:
-        ItemViewPainting::drawBranch(*option, painter);
-        break;
-    case PE_PanelItemViewRow:
-        if (!tree || !item)
-            QProxyStyle::drawPrimitive(element, option, painter, widget);
-        else
-            ItemViewPainting::drawTreeRow(*item, *tree, painter);
-        break;
-    case PE_PanelItemViewItem:
-        if (isList && item)
-            ItemViewPainting::drawListItem(*item, painter);
-        else if (!tree)
-            QProxyStyle::drawPrimitive(element, option, painter, widget);
-        break;
     case PE_FrameFocusRect:
-        // A button's own parts show its focus, and the selection of a list or tree its current row.
-        if (qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QComboBox*>(widget))
-            break;
-        if (!tree && !isList)
+        // A button's own parts show its focus.
+        if (!qobject_cast<const QAbstractButton*>(widget) && !qobject_cast<const QComboBox*>(widget))
             drawFocusRing(painter, option->rect, palette, radius);
-        else if (!option->state.testFlag(State_Selected))
-            ItemViewPainting::drawRowFocus(*option, widget, painter);
         break;
     default:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -148,12 +128,15 @@ void Style::drawControl(
     const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     const auto* menu = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    const auto* comboBox = qstyleoption_cast<const QStyleOptionComboBox*>(option);
     if (element == CE_HeaderSection || element == CE_HeaderEmptyArea)
         HeaderPainting::drawSection(*option, painter);
     else if (element == CE_Header && header)
         drawHeader(*header, painter, widget);
     else if (element == CE_PushButtonLabel && button)
         drawButtonLabel(*button, painter, widget);
+    else if (element == CE_ComboBoxLabel && comboBox)
+        drawComboBoxLabel(*comboBox, painter, widget);
     else if (element == CE_MenuItem && menu)
         MenuPainting::drawItem(*menu, painter);
     else if (element == CE_MenuBarItem && menu)
@@ -189,6 +172,15 @@ void Style::drawButtonLabel(
             QPalette::ButtonText, option.palette.color(QPalette::Active, QPalette::HighlightedText));
     }
     QProxyStyle::drawControl(CE_PushButtonLabel, &label, painter, widget);
+}
+
+void Style::drawComboBoxLabel(
+    const QStyleOptionComboBox& option, QPainter* painter, const QWidget* widget) const {
+    constexpr int margin = 2; // the base style leaves it on both sides
+    QStyleOptionComboBox label(option);
+    const int width = comboBoxPart(option, SC_ComboBoxEditField).width() - 2 * margin;
+    label.currentText = option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, width);
+    QProxyStyle::drawControl(CE_ComboBoxLabel, &label, painter, widget);
 }
 
 void Style::drawToolButton(
@@ -302,64 +294,14 @@ QSize Style::sizeFromContents(
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
-    switch (metric) {
-    case PM_ScrollBarExtent:
-        return SliderPainting::scrollBarExtent;
-    case PM_ScrollView_ScrollBarSpacing:
-    case PM_ButtonShiftHorizontal:
-    case PM_ButtonShiftVertical:
-    case PM_MenuBarPanelWidth:
-    case PM_MenuBarItemSpacing:
-    case PM_MenuBarVMargin:
-        return 0;
-    case PM_DefaultFrameWidth:
+    // A popup list keeps clear of its edges, and a framed list of its rounded corners.
+    if (metric == PM_DefaultFrameWidth)
         return isFramedList(widget) ? 4 : 1;
-    case PM_ComboBoxFrameWidth:
-    case PM_MenuPanelWidth:
-        return 1;
-    case PM_MenuHMargin:
-    case PM_MenuVMargin:
-    case PM_MenuBarHMargin:
-        return 4;
-    case PM_HeaderMargin:
-        return HeaderPainting::margin;
-    case PM_HeaderMarkSize:
-        return HeaderPainting::sortArrowSide;
-    case PM_FocusFrameHMargin:
-        // A cell's text has one more. In a tree the margins of icon and text add up.
+    // A cell's text has one more. In a tree the margins of icon and text add up.
+    if (metric == PM_FocusFrameHMargin)
         return qobject_cast<const QTreeView*>(widget) ? 3 : 7;
-    case PM_SliderThickness:
-    case PM_SliderControlThickness:
-        return SliderPainting::sliderThickness;
-    case PM_SliderLength:
-        return SliderPainting::handleSide;
-    case PM_IndicatorWidth:
-    case PM_IndicatorHeight:
-    case PM_ExclusiveIndicatorWidth:
-    case PM_ExclusiveIndicatorHeight:
-        return indicatorSide;
-    case PM_SplitterWidth:
-        return 7; // the line in the middle, three to grab on either side
-    case PM_TreeViewIndentation:
-    case PM_SmallIconSize:
-    case PM_ButtonIconSize:
-    case PM_ListViewIconSize:
-    case PM_LayoutLeftMargin:
-    case PM_LayoutTopMargin:
-    case PM_LayoutRightMargin:
-    case PM_LayoutBottomMargin:
-        return 16;
-    case PM_CheckBoxLabelSpacing:
-    case PM_RadioButtonLabelSpacing:
-        return 6;
-    case PM_LayoutHorizontalSpacing:
-    case PM_LayoutVerticalSpacing:
-        return 8;
-    case PM_ToolTipLabelFrameWidth:
-        return 7; // the tip itself adds one
-    default:
-        return QProxyStyle::pixelMetric(metric, option, widget);
-    }
+    const auto own = styleMetric(metric);
+    return own ? *own : QProxyStyle::pixelMetric(metric, option, widget);
 }
 
 int Style::styleHint(

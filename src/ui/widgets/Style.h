@@ -3,6 +3,7 @@
 #include <QProxyStyle>
 
 class QStyleOptionButton;
+class QStyleOptionComboBox;
 class QStyleOptionHeader;
 class QStyleOptionToolButton;
 
@@ -45,6 +46,8 @@ public:
 
 private:
     void drawButtonLabel(const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const;
+    void
+    drawComboBoxLabel(const QStyleOptionComboBox& option, QPainter* painter, const QWidget* widget) const;
     void drawHeader(const QStyleOptionHeader& option, QPainter* painter, const QWidget* widget) const;
     void drawToolButton(const QStyleOptionToolButton& option, QPainter* painter, const QWidget* widget) const;
 };

@@ -1,0 +1,165 @@
+#include "ui/widgets/ImageView.h"
+#include "ui/widgets/PreviewImage.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImageWriter>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+#include <string>
+
+namespace {
+
+constexpr QSize target{640, 400};
+
+QByteArray picture(QSize size, const char* format, bool progressive = false) {
+    QImage image(size, QImage::Format_Grayscale8);
+    image.fill(Qt::darkGray);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, format);
+    writer.setProgressiveScanWrite(progressive);
+    writer.write(image);
+    return bytes;
+}
+
+/// A JPEG that says that it is as large as a JPEG can be.
+QByteArray hugeJpeg() {
+    QByteArray bytes = picture({64, 64}, "jpg");
+    const qsizetype frame = bytes.indexOf(QByteArray::fromHex("ffc0"));
+    return bytes.replace(frame + 5, 4, QByteArray::fromHex("ffdcffdc"));
+}
+
+/// From now on.
+void resetPeakMemory() {
+    std::ofstream("/proc/self/clear_refs") << 5;
+}
+
+/// The most memory that this process had, in MiB.
+int peakMemory() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        int kilobytes = 0;
+        if (word == "VmHWM:" && status >> kilobytes)
+            return kilobytes / 1024;
+    }
+    return 0;
+}
+
+class PreviewTest : public testing::Test {
+protected:
+    QString write(const QByteArray& bytes) const {
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write(bytes);
+        return path;
+    }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("WindowImage.jpg"));
+};
+
+} // namespace
+
+TEST_F(PreviewTest, IsScaledDownInProportion) {
+    struct Case {
+        QSize size;
+        const char* format = nullptr;
+        QSize expected;
+    };
+
+    const Case cases[] = {
+        {{1600, 1000}, "jpg", {640, 400}}, {{1000, 1600}, "png", {250, 400}}, {{320, 100}, "jpg", {320, 100}},
+        {{12'000, 4}, "jpg", {640, 1}},    {{2, 4000}, "png", {1, 400}},
+    };
+    for (const Case& each : cases) {
+        const QImage image = readPreview(write(picture(each.size, each.format)), target);
+        EXPECT_EQ(image.size(), each.expected) << each.size.width() << "x" << each.size.height();
+    }
+}
+
+TEST_F(PreviewTest, RefusesWhatIsNoPictureOrCostsTooMuch) {
+    const auto isRefused = [&](const QString& file) {
+        return readPreview(file, target).isNull();
+    };
+    EXPECT_TRUE(isRefused(path)) << "missing";
+    EXPECT_TRUE(isRefused(folder.path())) << "a folder";
+    EXPECT_TRUE(isRefused(QStringLiteral("/dev/zero")));
+    EXPECT_TRUE(isRefused(QStringLiteral("/proc/self/mem")));
+
+    ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    EXPECT_TRUE(isRefused(path)) << "a pipe that nobody writes to";
+    QFile::remove(path);
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/zero"), path));
+    EXPECT_TRUE(isRefused(path)) << "a link to a device";
+    QFile::remove(path);
+
+    const QByteArray whole = picture({800, 500}, "jpg");
+    const std::pair<const char*, QByteArray> contents[] = {
+        {"nothing", {}},
+        {"text", "This is no picture."},
+        {"markup", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"},
+        {"an animation", QByteArray("GIF89a\x01\0\x01\0\0\0\0;", 14)},
+        {"the beginning of a header", whole.left(30)},
+        {"the beginning of a PNG", picture({800, 500}, "png").left(40)},
+        {"a header that promises everything", hugeJpeg()},
+        {"all at once, in passes", picture({9000, 4500}, "jpg", true)},
+        {"all at once", picture({9000, 4500}, "png")},
+    };
+    for (const auto& [name, bytes] : contents)
+        EXPECT_TRUE(isRefused(write(bytes))) << name;
+
+    QFile large(write(whole));
+    ASSERT_TRUE(large.resize((64 << 20) + 1));
+    EXPECT_TRUE(isRefused(path)) << "larger than any picture need be";
+    ASSERT_TRUE(large.resize(whole.size()));
+    EXPECT_FALSE(isRefused(path));
+    EXPECT_TRUE(readPreview(path, QSize()).isNull()) << "no place for it";
+}
+
+TEST_F(PreviewTest, AWideOneCostsLittle) {
+    const QString file = write(picture({20'000, 9000}, "jpg"));
+    resetPeakMemory();
+    const int before = peakMemory();
+    ASSERT_GT(before, 0);
+    EXPECT_EQ(readPreview(file, target).size(), QSize(640, 288));
+    EXPECT_LT(peakMemory() - before, 100);
+}
+
+TEST(ImageViewTest, ShowsThePictureInItsOwnProportions) {
+    ImageView view;
+    view.resize(400, 250);
+    EXPECT_EQ(view.heightForWidth(400), 250);
+    const QColor ground = view.grab().toImage().pixelColor(2, 125);
+
+    QImage image(1000, 100, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    view.setImage(image);
+    const auto isRed = [&](int x, int y) {
+        return view.grab().toImage().pixelColor(x, y) == QColor(Qt::red);
+    };
+    EXPECT_TRUE(isRed(2, 125));
+    EXPECT_TRUE(isRed(397, 125));
+    EXPECT_TRUE(isRed(200, 107));
+    EXPECT_TRUE(isRed(200, 142));
+    EXPECT_FALSE(isRed(200, 100));
+    EXPECT_FALSE(isRed(200, 150));
+
+    view.resize(300, 250);
+    EXPECT_TRUE(isRed(150, 125)) << "after a new size";
+    EXPECT_FALSE(isRed(150, 108));
+
+    view.setImage(image.copy(0, 0, 40, 20));
+    EXPECT_TRUE(isRed(150, 125)) << "a small one";
+    EXPECT_FALSE(isRed(100, 125)) << "is not blown up";
+
+    view.clear();
+    view.resize(400, 250);
+    EXPECT_FALSE(view.hasImage());
+    EXPECT_EQ(view.grab().toImage().pixelColor(2, 125), ground);
+    EXPECT_EQ(view.accessibleDescription(), QStringLiteral("No picture"));
+}
