@@ -49,6 +49,8 @@ library() {
         rm -rf "$folder.part"
         "$bin/stemhaven-demo-library" --projects "$1" --plain --entries-per-bundle 25 "$folder.part" >>"$log" 2>&1
         mv "$folder.part" "$folder"
+        # What was written this shortly before the program's start counts as written after it.
+        sleep 3
     fi
     remove_notes "$folder"
     printf '%s\n' "$folder"

@@ -1,0 +1,150 @@
+// How the main window is put together: where its parts stand, and who is told of what.
+
+#include "app/errors/Guarded.h"
+#include "monitor/ProjectMonitor.h"
+#include "ui/MainWindow.h"
+#include "ui/SidePanes.h"
+#include "ui/actions/ProjectMenus.h"
+#include "ui/actions/WindowActions.h"
+#include "ui/details/DetailsPane.h"
+#include "ui/dialogs/FolderAdder.h"
+#include "ui/edits/EditHistory.h"
+#include "ui/edits/SelectionEditor.h"
+#include "ui/sidebar/FilterSidebar.h"
+#include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/table/ProjectsPane.h"
+#include "ui/widgets/ToolButton.h"
+
+#include <QAction>
+#include <QSplitter>
+
+using Stemhaven::guarded;
+using Stemhaven::ProjectMonitor;
+
+void MainWindow::layOut() {
+    m_sidebarToggle->setObjectName(QStringLiteral("sidebarToggleButton"));
+    m_detailsToggle->setObjectName(QStringLiteral("projectInfoToggle"));
+    for (ToolButton* toggle : {m_sidebarToggle, m_detailsToggle})
+        toggle->setCheckable(true);
+    m_projects->setTopButtons(m_sidebarToggle, m_detailsToggle);
+
+    // Put together in the order in which the Tab key goes through them.
+    auto* sidebarSplitter = new QSplitter(Qt::Horizontal);
+    auto* detailsSplitter = new QSplitter(Qt::Horizontal);
+    sidebarSplitter->setObjectName(QStringLiteral("sidebarSplitter"));
+    detailsSplitter->setObjectName(QStringLiteral("projectInfoSplitter"));
+    detailsSplitter->addWidget(m_projects.get());
+    detailsSplitter->addWidget(m_details);
+    sidebarSplitter->addWidget(m_sidebar);
+    sidebarSplitter->addWidget(detailsSplitter);
+    // What a resized window gains or loses is the table's.
+    detailsSplitter->setStretchFactor(0, 1);
+    detailsSplitter->setStretchFactor(1, 0);
+    sidebarSplitter->setStretchFactor(0, 0);
+    sidebarSplitter->setStretchFactor(1, 1);
+    detailsSplitter->setCollapsible(0, false);
+    sidebarSplitter->setCollapsible(1, false);
+    setCentralWidget(sidebarSplitter);
+    m_sidePanes = new SidePanes(*sidebarSplitter, *detailsSplitter, this);
+}
+
+void MainWindow::setupActions() {
+    const auto perform = [this](QAction* action, const QString& failureTitle, auto what) {
+        connect(action, &QAction::triggered, this, [failureTitle, what] { guarded(failureTitle, what); });
+    };
+    perform(m_actions->open, tr("Open project failed."), [this] { openSelectedProject(); });
+    perform(m_actions->showInFinder, tr("Show in finder failed."), [this] { showSelectedInFinder(); });
+    perform(m_actions->showPackageContents, tr("Show package contents failed."), [this] {
+        showSelectedPackageContents();
+    });
+    perform(m_actions->ignore, tr("Could not ignore project"), [this] {
+        // The mark comes from the record alone.
+        m_actions->ignore->setChecked(false);
+        m_editor->ignoreSelectedProject();
+    });
+    perform(m_actions->deleteRecord, tr("Could not delete record"), [this] {
+        m_editor->deleteSelectedProjectRecord();
+    });
+    perform(m_actions->undo, tr("Undo failed."), [this] { m_history->undo(); });
+    perform(m_actions->redo, tr("Redo failed."), [this] { m_history->redo(); });
+    perform(m_actions->search, tr("Focusing on search failed."), [this] { m_projects->focusSearch(); });
+    perform(m_actions->scrollToTop, tr("Scrolling failed."), [this] { m_projects->scrollToTop(); });
+    perform(m_actions->collapseAllFilters, tr("Collapsing filter folders failed."), [this] {
+        m_sidebar->collapseAll();
+    });
+    perform(m_actions->showSidebar, tr("Show filter sidebar failed."), [this] {
+        m_sidePanes->showFilterSidebar(true);
+    });
+    perform(m_actions->hideSidebar, tr("Hiding filter sidebar failed."), [this] {
+        m_sidePanes->showFilterSidebar(false);
+    });
+    perform(m_actions->showDetails, tr("Showing project details failed."), [this] {
+        m_sidePanes->showProjectDetails(true);
+    });
+    perform(m_actions->hideDetails, tr("Hiding project details failed."), [this] {
+        m_sidePanes->showProjectDetails(false);
+    });
+    // Toggled, so that the program may do it as well as the user.
+    connect(m_actions->hideCompleted, &QAction::toggled, this, &MainWindow::hideCompleted);
+    connect(m_actions->hideIgnored, &QAction::toggled, this, &MainWindow::hideIgnored);
+}
+
+void MainWindow::setupEvents() {
+    connect(m_projects.get(), &ProjectsPane::firstLoaded, this, &MainWindow::firstLoaded);
+    connect(m_projects.get(), &ProjectsPane::addFolderRequested, m_folders, &FolderAdder::choose);
+    connect(m_projects.get(), &ProjectsPane::showHiddenRequested, this, &MainWindow::showHiddenProjects);
+    connect(m_projects.get(), &ProjectsPane::showAllRequested, this, &MainWindow::clearSearchAndFilter);
+    connect(m_projects.get(), &ProjectsPane::openRequested, m_actions->open, &QAction::trigger);
+    connect(m_projects.get(), &ProjectsPane::contextMenuRequested, m_menus, &ProjectMenus::popUp);
+    connect(
+        m_projects.get(), &ProjectsPane::selectionChanged, this, &MainWindow::projectsTableSelectionChanged);
+    connect(m_folders, &FolderAdder::folderAdded, this, &MainWindow::lookIntoNewFolder);
+
+    connect(m_filters, &FolderTreeItemModel::changed, this, &MainWindow::folderTreeItemModelChanged);
+    connect(m_sidebar, &FilterSidebar::activated, this, &MainWindow::filterTreeViewActivated);
+    connect(
+        m_sidebar, &FilterSidebar::addRequested, this, [this](FilterType type) { addFilter(type, false); });
+    connect(m_sidebar, &FilterSidebar::renameRequested, this, &MainWindow::renameFilter);
+    connect(m_sidebar, &FilterSidebar::removeRequested, this, &MainWindow::removeFilter);
+
+    connect(m_menus, &ProjectMenus::newRequested, this, [this](FilterType type) { addFilter(type, true); });
+
+    connect(m_sidePanes, &SidePanes::changed, this, &MainWindow::sidePanesChanged);
+    connect(m_sidebarToggle, &QAbstractButton::clicked, this, [this](bool show) {
+        guarded(tr("Sidebar toggle failed."), [&] { m_sidePanes->showFilterSidebar(show); });
+    });
+    connect(m_detailsToggle, &QAbstractButton::clicked, this, [this](bool show) {
+        guarded(tr("Project info toggle failed."), [&] { m_sidePanes->showProjectDetails(show); });
+    });
+    setupEditEvents();
+    setupMonitorEvents();
+}
+
+void MainWindow::setupEditEvents() {
+    connect(m_details, &DetailsPane::projectShown, this, &MainWindow::projectShown);
+    connect(m_details, &DetailsPane::openRequested, m_actions->open, &QAction::trigger);
+    connect(m_details, &DetailsPane::starRatingEdited, m_editor, &SelectionEditor::setStarRating);
+    connect(m_details, &DetailsPane::progressEdited, m_editor, &SelectionEditor::setProgress);
+    connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
+    connect(m_history, &EditHistory::written, this, &MainWindow::editsWritten);
+    connect(m_history, &EditHistory::refused, this, &MainWindow::editRefused);
+    connect(m_history, &EditHistory::changed, this, &MainWindow::historyChanged);
+    historyChanged();
+}
+
+void MainWindow::setupMonitorEvents() {
+    connect(&m_monitor, &ProjectMonitor::databaseInitialized, this, &MainWindow::reloadAll);
+    connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, [this] {
+        m_filters->reload();
+        m_details->reload();
+        m_projects->reloadProjectsSpaced(m_monitor.isSearching());
+    });
+    connect(&m_monitor, &ProjectMonitor::wasStarted, this, &MainWindow::reloadProjects);
+    connect(&m_monitor, &ProjectMonitor::searchProgressed, m_projects.get(), &ProjectsPane::showSearching);
+    connect(&m_monitor, &ProjectMonitor::searchEnded, m_projects.get(), &ProjectsPane::endSearching);
+    connect(&m_monitor, &ProjectMonitor::rootSearchPathChanged, this, &MainWindow::rootFolderChanged);
+}
+
+void MainWindow::setupMenus() {
+    m_actions->setupMenus(m_menus->associationMenus());
+}
