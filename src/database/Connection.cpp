@@ -45,6 +45,10 @@ void ensureLookUpIndexes(QSqlDatabase& database) {
     table.finish();
     run(database, "CREATE INDEX IF NOT EXISTS projects_by_sufid ON projects(SUFID)");
     run(database, "CREATE INDEX IF NOT EXISTS projects_by_path ON projects(filename, filepath)");
+    run(database,
+        "CREATE INDEX IF NOT EXISTS collections_by_project ON collections_projects_map(project_id, "
+        "collection_id)");
+    run(database, "CREATE INDEX IF NOT EXISTS tags_by_project ON project_tag_map(project_id, tag_id)");
 }
 
 void checkpoint(QSqlDatabase& database) {

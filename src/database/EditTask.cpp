@@ -16,10 +16,10 @@ namespace Stemhaven {
 
 namespace {
 
-void execute(QSqlQuery& query, const QString& statement) {
+void execute(const QSqlDatabase& database, QSqlQuery& query, const QString& statement) {
     qDebug() << "EditTask::exec() -> " << statement;
     if (!query.exec(statement))
-        throw DbException(&query, QStringLiteral("Query had an error"));
+        throw DbException(database, &query, QStringLiteral("Query had an error"));
 }
 
 /// Rolls back at the end of its scope, unless it was committed.
@@ -28,7 +28,7 @@ public:
     explicit Transaction(QSqlDatabase& database) : m_database(database) {
         // At once with the right to write: a reader that wants it later may be refused it.
         QSqlQuery query(m_database);
-        execute(query, QStringLiteral("BEGIN IMMEDIATE"));
+        execute(m_database, query, QStringLiteral("BEGIN IMMEDIATE"));
     }
 
     ~Transaction() {
@@ -41,7 +41,7 @@ public:
 
     void commit() {
         QSqlQuery query(m_database);
-        execute(query, QStringLiteral("COMMIT"));
+        execute(m_database, query, QStringLiteral("COMMIT"));
         m_committed = true;
     }
 
@@ -82,10 +82,10 @@ unsigned short EditTask::exec() {
 
 void EditTask::readAndWrite() {
     Transaction transaction(database());
-    const QStringList statements = m_plan(readState());
+    const QStringList statements = m_plan(m_stateStatement.isEmpty() ? QList<QStringList>() : readState());
     QSqlQuery query(database());
     for (const auto& statement : statements)
-        execute(query, statement);
+        execute(database(), query, statement);
     query.finish();
     transaction.commit();
 }
@@ -93,7 +93,7 @@ void EditTask::readAndWrite() {
 QList<QStringList> EditTask::readState() {
     QSqlQuery query(database());
     query.setForwardOnly(true);
-    execute(query, m_stateStatement);
+    execute(database(), query, m_stateStatement);
     QList<QStringList> rows;
     const int columns = query.record().count();
     while (query.next()) {

@@ -20,7 +20,7 @@ public:
     using Plan = std::function<QStringList(const QList<QStringList>& before)>;
     using SqlErrorCallback = std::function<void(std::shared_ptr<Task>, const DbException&)>;
 
-    /// stateStatement is a select; its rows go to plan as texts.
+    /// stateStatement is a select; its rows go to plan as texts. Where it is empty, nothing is read.
     EditTask(QString stateStatement, Plan plan, QSqlDatabase& database);
 
     void setSqlErrorCallback(SqlErrorCallback callback);

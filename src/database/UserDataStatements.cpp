@@ -186,8 +186,9 @@ QStringList settleRestoredProject(qint64 projectId) {
             QStringLiteral("DELETE FROM %1 WHERE project_id IN (%2)").arg(QLatin1String(table), sameBundle));
     }
     statements.append(
-        QStringLiteral("UPDATE projects SET SUFID=NULL WHERE project_id=%1 AND SUFID IN (SELECT SUFID FROM "
-                       "projects WHERE project_id<>%1)")
+        QStringLiteral(
+            "UPDATE projects SET SUFID=NULL WHERE project_id=%1 AND EXISTS (SELECT 1 FROM projects "
+            "AS other WHERE other.SUFID=projects.SUFID AND other.project_id<>%1)")
             .arg(id));
     return statements;
 }

@@ -31,6 +31,8 @@
 #include <QStatusTipEvent>
 #include <QTableView>
 
+#include <utility>
+
 using Stemhaven::guarded;
 using Stemhaven::ProjectMonitor;
 using Stemhaven::TaskManager;
@@ -72,7 +74,7 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
     m_filters->reload();
     reloadProjects();
     restoreState();
-    m_projects->setFocus();
+    m_projects->focusProjects();
 }
 
 MainWindow::~MainWindow() = default;
@@ -187,6 +189,7 @@ void MainWindow::filterRemoved(FilterType type, qint64 id) {
 // --- The selected projects ---------------------------------------------------------------------------------
 
 void MainWindow::projectsTableSelectionChanged() {
+    m_whenSelectedIsShown = nullptr;
     guarded(tr("Could not select project"), [this] {
         const auto selected = m_projects->selectedProjects();
         m_details->selectProject(m_projects->currentProject(), static_cast<int>(selected.size()));
@@ -201,6 +204,20 @@ bool MainWindow::selectFirstProject() {
 void MainWindow::projectShown(const ProjectRecord& record) {
     m_editor->setSelection(editedProjects(), record.ignored);
     m_menus->setProject(record);
+    if (m_whenSelectedIsShown && record.id == m_projects->currentProject())
+        std::exchange(m_whenSelectedIsShown, nullptr)();
+}
+
+/// Does something with the project that is selected in the table: at once, or when its details have come. It
+/// comes to nothing where another one is selected before.
+void MainWindow::whenSelectedIsShown(const QString& failureTitle, const std::function<void()>& what) {
+    auto perform = [failureTitle, what] {
+        guarded(failureTitle, what);
+    };
+    if (m_details->project().id == m_projects->currentProject())
+        perform();
+    else
+        m_whenSelectedIsShown = std::move(perform);
 }
 
 /// What an edit applies to: the selected projects, or, until the details of a newly selected one have come,
@@ -256,6 +273,7 @@ void MainWindow::historyChanged() {
         action->setEnabled(!edit.isEmpty());
         action->setText(edit.isEmpty() ? verb : verb + QLatin1Char(' ') + edit);
     };
+    m_details->setBeingWritten(m_history->isWriting());
     present(m_actions->undo, tr("Undo"), m_history->undoText());
     present(m_actions->redo, tr("Redo"), m_history->redoText());
 }

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 class CurrentFilter;
@@ -79,6 +80,7 @@ private:
 
     void projectsTableSelectionChanged();
     void projectShown(const ProjectRecord& record);
+    void whenSelectedIsShown(const QString& failureTitle, const std::function<void()>& what);
     QList<qint64> editedProjects() const;
     void openSelectedProject();
     void showSelectedInFinder();
@@ -108,4 +110,5 @@ private:
     ToolButton* m_sidebarToggle;
     ToolButton* m_detailsToggle;
     SidePanes* m_sidePanes = nullptr;
+    std::function<void()> m_whenSelectedIsShown;
 };

@@ -52,17 +52,22 @@ void MainWindow::setupActions() {
     const auto perform = [this](QAction* action, const QString& failureTitle, auto what) {
         connect(action, &QAction::triggered, this, [failureTitle, what] { guarded(failureTitle, what); });
     };
-    perform(m_actions->open, tr("Open project failed."), [this] { openSelectedProject(); });
-    perform(m_actions->showInFinder, tr("Show in finder failed."), [this] { showSelectedInFinder(); });
-    perform(m_actions->showPackageContents, tr("Show package contents failed."), [this] {
+    const auto performOnSelected = [this](QAction* action, const QString& failureTitle, auto what) {
+        connect(action, &QAction::triggered, this, [this, failureTitle, what] {
+            whenSelectedIsShown(failureTitle, what);
+        });
+    };
+    performOnSelected(m_actions->open, tr("Open project failed."), [this] { openSelectedProject(); });
+    performOnSelected(
+        m_actions->showInFinder, tr("Show in finder failed."), [this] { showSelectedInFinder(); });
+    performOnSelected(m_actions->showPackageContents, tr("Show package contents failed."), [this] {
         showSelectedPackageContents();
     });
-    perform(m_actions->ignore, tr("Could not ignore project"), [this] {
-        // The mark comes from the record alone.
-        m_actions->ignore->setChecked(false);
-        m_editor->ignoreSelectedProject();
-    });
-    perform(m_actions->deleteRecord, tr("Could not delete record"), [this] {
+    // The mark comes from the record alone.
+    connect(m_actions->ignore, &QAction::triggered, this, [this] { m_actions->ignore->setChecked(false); });
+    performOnSelected(
+        m_actions->ignore, tr("Could not ignore project"), [this] { m_editor->ignoreSelectedProject(); });
+    performOnSelected(m_actions->deleteRecord, tr("Could not delete record"), [this] {
         m_editor->deleteSelectedProjectRecord();
     });
     perform(m_actions->undo, tr("Undo failed."), [this] { m_history->undo(); });
@@ -94,8 +99,13 @@ void MainWindow::setupEvents() {
     connect(m_projects.get(), &ProjectsPane::addFolderRequested, m_folders, &FolderAdder::choose);
     connect(m_projects.get(), &ProjectsPane::showHiddenRequested, this, &MainWindow::showHiddenProjects);
     connect(m_projects.get(), &ProjectsPane::showAllRequested, this, &MainWindow::clearSearchAndFilter);
-    connect(m_projects.get(), &ProjectsPane::openRequested, m_actions->open, &QAction::trigger);
-    connect(m_projects.get(), &ProjectsPane::contextMenuRequested, m_menus, &ProjectMenus::popUp);
+    // The click that asks for them may also be the one that selects the project.
+    connect(m_projects.get(), &ProjectsPane::openRequested, this, [this] {
+        whenSelectedIsShown(tr("Open project failed."), [this] { m_actions->open->trigger(); });
+    });
+    connect(m_projects.get(), &ProjectsPane::contextMenuRequested, this, [this](const QPoint& position) {
+        whenSelectedIsShown({}, [this, position] { m_menus->popUp(position); });
+    });
     connect(
         m_projects.get(), &ProjectsPane::selectionChanged, this, &MainWindow::projectsTableSelectionChanged);
     connect(m_folders, &FolderAdder::folderAdded, this, &MainWindow::lookIntoNewFolder);

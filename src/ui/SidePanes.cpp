@@ -20,7 +20,7 @@ void setPaneWidth(QSplitter& splitter, int pane, int width) {
     splitter.widget(pane)->setVisible(width > 0);
     QList<int> sizes = splitter.sizes();
     const int all = std::max(splitter.width(), sizes[0] + sizes[1]);
-    sizes[pane] = width;
+    sizes[pane] = std::min(width, all);
     sizes[other] = std::max(0, all - width);
     splitter.setSizes(sizes);
 }

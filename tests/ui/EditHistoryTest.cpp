@@ -127,7 +127,7 @@ TEST_F(EditHistoryTest, EveryKindOfEditGoesBackAndForth) {
         {"Add Tag",
          [](const auto& ids) { return ProjectEdits::association(ids, FilterType::TAGS, 1); },
          "(SELECT group_concat(tag_id) FROM project_tag_map m WHERE m.project_id=projects.project_id)",
-         {"2,1", "2,1", ""}},
+         {"1,2", "1,2", ""}},
         {"Remove from Tag",
          [](const auto& ids) { return ProjectEdits::disassociation(ids, FilterType::TAGS, 2); },
          "(SELECT group_concat(tag_id) FROM project_tag_map m WHERE m.project_id=projects.project_id)",

@@ -32,10 +32,11 @@ Texts textsOf(FilterType type) {
     }
 }
 
-/// A name in which a "&" is one.
+/// A name on one line, in which a "&" is one and a tab does not set a shortcut apart.
 QString menuText(const QString& name) {
     constexpr int longest = 60;
     QString text = name.size() <= longest ? name : name.left(longest) + QStringLiteral("…");
+    text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\t'), QLatin1Char(' '));
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 

@@ -15,10 +15,14 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     openShortcuts.append(Qt::Key_Return);
     open = make(tr("&Open"), openShortcuts);
     open->setStatusTip(tr("Open project in Logic Pro"));
+    // A key that is held would start a program at every repetition.
+    open->setAutoRepeat(false);
     showInFinder = make(tr("&Show in Finder"), QKeySequence::keyBindings(QKeySequence::Save));
     showInFinder->setStatusTip(tr("Show in Finder"));
+    showInFinder->setAutoRepeat(false);
     showPackageContents = make(tr("Show &Package Contents"), QKeySequence::keyBindings(QKeySequence::Print));
     showPackageContents->setStatusTip(tr("Open Project Package Contents"));
+    showPackageContents->setAutoRepeat(false);
     release = make(tr("Release"), {QKeySequence(Qt::CTRL | Qt::Key_R)});
     ignore = make(tr("Ignore"));
     ignore->setCheckable(true);

@@ -179,6 +179,8 @@ void DetailsPane::showProject(const ProjectRecord& record) {
         showNothing();
         return;
     }
+    if (m_isBeingWritten && record.id == m_project.id)
+        return;
     m_project = record;
     disconnectProjectEvents();
     for (const auto& [label, text] :

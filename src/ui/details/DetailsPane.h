@@ -37,6 +37,11 @@ public:
     /// Shows what is in the database by now.
     void reload();
     void setEntries(const FolderTreeItemModel& entries);
+
+    /// While edits are being written, a record that comes is older than what the user has set, and is not
+    /// shown. A reload is to follow the last of them.
+    void setBeingWritten(bool isBeingWritten) { m_isBeingWritten = isBeingWritten; }
+
     /// Reports a change that the user has not finished yet.
     void commit();
 
@@ -70,6 +75,7 @@ private:
     ProjectRecord m_project;
     qint64 m_selectedId = -1;
     int m_selectedCount = 0;
+    bool m_isBeingWritten = false;
     QString m_previewKey; ///< the bundle and the moment of its last change that the picture is of
     QList<QMetaObject::Connection> m_projectEvents;
 

@@ -12,7 +12,7 @@ ProgressSlider::ProgressSlider(QWidget* parent) : QSlider(Qt::Horizontal, parent
 void ProgressSlider::setStoredValue(int percent) {
     m_storedValue = percent;
     // Not from under the user's hand.
-    if (isSliderDown())
+    if (isSliderDown() || m_keyIsDown)
         return;
     const QSignalBlocker blocker(this);
     setValue(percent);
@@ -28,14 +28,23 @@ void ProgressSlider::mouseReleaseEvent(QMouseEvent* event) {
     commit();
 }
 
+void ProgressSlider::keyPressEvent(QKeyEvent* event) {
+    const int before = value();
+    QSlider::keyPressEvent(event);
+    m_keyIsDown = m_keyIsDown || value() != before;
+}
+
 void ProgressSlider::keyReleaseEvent(QKeyEvent* event) {
     QSlider::keyReleaseEvent(event);
-    if (!event->isAutoRepeat())
-        commit();
+    if (event->isAutoRepeat())
+        return;
+    m_keyIsDown = false;
+    commit();
 }
 
 void ProgressSlider::focusOutEvent(QFocusEvent* event) {
     QSlider::focusOutEvent(event);
+    m_keyIsDown = false;
     commit();
 }
 

@@ -72,8 +72,7 @@ void EditHistory::start(const EditPointer& edit, Direction direction) {
         if (step->cancelled)
             return {};
         const std::lock_guard lock(*mutex);
-        auto statements =
-            step->direction == Direction::Undo ? step->edit->undo() : step->edit->redo(state);
+        auto statements = step->direction == Direction::Undo ? step->edit->undo() : step->edit->redo(state);
         step->changesNothing = statements.isEmpty();
         return statements;
     };
@@ -95,18 +94,24 @@ void EditHistory::start(const EditPointer& edit, Direction direction) {
 
 void EditHistory::finish(const std::shared_ptr<Step>& step) {
     std::erase(m_inFlight, step);
-    if (step->cancelled)
-        return;
-    if (step->direction == Direction::Perform && step->changesNothing) {
-        std::erase(m_done, step->edit);
+    if (step->cancelled) {
         emit changed();
-    } else if (!step->edit->texts().successLog.isEmpty() && step->direction != Direction::Undo) {
-        qInfo().noquote() << step->edit->texts().successLog;
+        return;
     }
+    if (step->direction == Direction::Perform && step->changesNothing)
+        std::erase(m_done, step->edit);
+    else if (!step->edit->texts().successLog.isEmpty() && step->direction != Direction::Undo)
+        qInfo().noquote() << step->edit->texts().successLog;
+    emit changed();
     emit written();
 }
 
 void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error) {
+    if (step->cancelled) {
+        // It had nothing to write, and has gone back already.
+        finish(step);
+        return;
+    }
     const auto& texts = step->edit->texts();
     qCritical().noquote() << texts.failureLog;
     qCritical() << error;

@@ -36,6 +36,9 @@ public:
 
     bool canRedo() const { return !m_undone.empty(); }
 
+    /// Whether steps are under way, so that the database may still hold what they are about to change.
+    bool isWriting() const { return !m_inFlight.empty(); }
+
     /// What the next step is called; empty when there is none.
     QString undoText() const;
     QString redoText() const;
@@ -44,7 +47,7 @@ public:
     void forgetEntry(FilterType type, qint64 id);
 
 signals:
-    /// There are other edits to undo or redo.
+    /// There may be other edits to undo or redo, and other steps under way.
     void changed();
     /// A step is in the database.
     void written();

@@ -2,6 +2,7 @@
 
 #include "app/errors/DbException.h"
 #include "app/errors/Guarded.h"
+#include "database/EditTask.h"
 #include "database/FilterStatements.h"
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
@@ -24,7 +25,6 @@ using Stemhaven::DbException;
 using Stemhaven::ErrorHandler;
 using Stemhaven::guarded;
 using Stemhaven::QueryTask;
-using Stemhaven::Task;
 
 namespace {
 
@@ -225,40 +225,27 @@ void RemoveFilter::reject() {
 }
 
 void RemoveFilter::removeEntry() {
-    const auto references = makeReferencesRemoval();
-    auto task = std::make_shared<QueryTask>(FilterStatements::remove(m_type, m_id), m_tasks.mainDatabase());
-    task->setSuccessCallback([form = QPointer(this), references](const auto& self) {
-        // Also without the dialog: no project may be left with what is gone.
-        if (references)
-            self->addNextTask(references);
-        else if (form)
-            form->finish();
-    });
-    const QString failure = QString::fromLatin1(kindOf(m_type).entryFailure) + QString::number(m_id);
-    task->setSqlErrorCallback([form = QPointer(this), failure](const auto& /*self*/, const auto& error) {
-        reportFailure(failure, error);
-        if (form)
-            form->endWriting(false);
-    });
-    m_tasks.addTask(std::move(task));
-}
-
-std::shared_ptr<Task> RemoveFilter::makeReferencesRemoval() {
-    const QString statement = FilterStatements::removeReferences(m_type, m_id);
-    if (statement.isEmpty())
-        return {};
-    auto task = std::make_shared<QueryTask>(statement, m_tasks.mainDatabase());
+    const QString references = FilterStatements::removeReferences(m_type, m_id);
+    QStringList statements{FilterStatements::remove(m_type, m_id)};
+    if (!references.isEmpty())
+        statements.append(references);
+    // Both or none, also when the program ends: the id of what is gone may be given out again, and no project
+    // may be left with it.
+    auto task = std::make_shared<Stemhaven::EditTask>(
+        QString(), [statements](const auto& /*state*/) { return statements; }, m_tasks.mainDatabase());
     task->setSuccessCallback([form = QPointer(this)](const auto& /*self*/) {
         if (form)
             form->finish();
     });
+    const QString entryFailure = QString::fromLatin1(kindOf(m_type).entryFailure) + QString::number(m_id);
     const QString failure = referencesFailure(m_type, m_id);
-    task->setSqlErrorCallback([form = QPointer(this), failure](const auto& /*self*/, const auto& error) {
-        reportFailure(failure, error);
+    task->setSqlErrorCallback([=, form = QPointer(this)](const auto& /*self*/, const DbException& error) {
+        reportFailure(
+            !references.isEmpty() && error.getExecutedQuery() == references ? failure : entryFailure, error);
         if (form)
             form->endWriting(false);
     });
-    return task;
+    m_tasks.addTask(std::move(task));
 }
 
 void RemoveFilter::finish() {

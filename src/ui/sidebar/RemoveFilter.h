@@ -3,15 +3,12 @@
 #include "database/FilterType.h"
 #include "ui/sidebar/WritingDialog.h"
 
-#include <memory>
-
 class QLabel;
 class QListView;
 class QPushButton;
 class QStringListModel;
 
 namespace Stemhaven {
-class Task;
 class TaskManager;
 } // namespace Stemhaven
 
@@ -39,7 +36,6 @@ private:
     void takeProjects(const QStringList& names);
     void showNoProjects();
     void removeEntry();
-    std::shared_ptr<Stemhaven::Task> makeReferencesRemoval();
     void finish();
     void showWriting(bool writing) override;
 

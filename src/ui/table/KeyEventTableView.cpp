@@ -25,6 +25,14 @@ void KeyEventTableView::keyboardSearch(const QString& search) {
         emit textTyped(search);
 }
 
+void KeyEventTableView::selectAll() {
+    // The base class selects nothing where the model says that it has no children.
+    const QModelIndex last = model()->index(model()->rowCount() - 1, model()->columnCount() - 1);
+    if (last.isValid())
+        selectionModel()->select(
+            {model()->index(0, 0), last}, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
 void KeyEventTableView::keyPressEvent(QKeyEvent* event) {
     if (isEnter(event) && !event->isAutoRepeat())
         m_enterIsDown = true;

@@ -12,6 +12,7 @@ public:
 
     /// Nothing is searched, which would read every row; the text is reported instead.
     void keyboardSearch(const QString& search) override;
+    void selectAll() override;
 
 signals:
     void enterPressed();

@@ -73,7 +73,6 @@ ProjectsPane::ProjectsPane(
       m_selection(new SelectionKeeper(*m_table, *m_model, this)) {
     layOut();
     setUpEvents();
-    setFocusProxy(m_table);
 }
 
 void ProjectsPane::layOut() {
@@ -255,12 +254,14 @@ void ProjectsPane::showCatalogue(bool isEmpty) {
 
 void ProjectsPane::showPage(QWidget* page) {
     m_pages->setCurrentWidget(page);
-    // The keyboard goes to what can be reached by it.
-    setFocusProxy(page == m_emptyState ? static_cast<QWidget*>(m_emptyState) : m_table);
     if (m_hasLoaded)
         return;
     m_hasLoaded = true;
     emit firstLoaded();
+}
+
+void ProjectsPane::focusProjects() {
+    m_table->setFocus();
 }
 
 void ProjectsPane::focusSearch() {

@@ -64,6 +64,8 @@ public:
     /// across.
     void showSearching(int projectsFound);
     void endSearching();
+    /// Not by a focus proxy, for which the Tab key would leave out the search field.
+    void focusProjects();
     void focusSearch();
     void storeState();
 

@@ -34,17 +34,17 @@ void SelectionKeeper::update() {
     // soon.
     if (m_restoring || m_model.hasUnannouncedRows())
         return;
-    QModelIndex current = m_table.currentIndex();
-    const auto rows = m_table.selectionModel()->selectedRows();
+    int current = m_table.currentIndex().row();
+    const QList<int> rows = selectedRows();
     // A row that was taken out of the selection stays the current one.
-    if (!rows.isEmpty() && !m_table.selectionModel()->isRowSelected(current.row()))
+    if (!rows.isEmpty() && !rows.contains(current))
         current = rows.constFirst();
-    const qint64 project = current.isValid() ? m_model.projectIDForRow(current.row()) : -1;
+    const qint64 project = current >= 0 ? m_model.projectIDForRow(current) : -1;
     QSet<qint64> selected;
     if (rows.size() > 1) {
         const std::lock_guard lock(m_model);
-        for (const QModelIndex& row : rows)
-            selected.insert(m_model.projectIDForRow(row.row()));
+        for (const int row : rows)
+            selected.insert(m_model.projectIDForRow(row));
         selected.remove(-1);
     }
     if (project == m_project && selected == m_selected)
@@ -52,6 +52,17 @@ void SelectionKeeper::update() {
     m_project = project;
     m_selected = selected;
     emit changed();
+}
+
+/// By the ranges: the selection model would look through all of them for every row.
+QList<int> SelectionKeeper::selectedRows() const {
+    QList<int> rows;
+    const QItemSelection selection = m_table.selectionModel()->selection();
+    for (const QItemSelectionRange& range : selection) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.append(row);
+    }
+    return rows;
 }
 
 void SelectionKeeper::restore(ReloadScheduler::Reason reason) {

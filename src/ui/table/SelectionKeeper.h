@@ -39,6 +39,7 @@ signals:
 
 private:
     void update();
+    QList<int> selectedRows() const;
     void select(int row);
     QItemSelection rowsOfSelected() const;
     int scrollPositionFor(int oldRow, int newRow) const;
