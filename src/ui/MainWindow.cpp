@@ -112,15 +112,18 @@ void MainWindow::rootFolderChanged() {
 
 void MainWindow::filterTreeViewActivated(FilterType type, qint64 id, const QString& name) {
     guarded(tr("Activating filter failed."), [&] {
-        // A saved search and the last one are terms; with anything else the search ends.
         m_filter->set(type, id, name);
-        if (type == FilterType::SAVED_SEARCH)
-            m_projects->setSearchTerm(name);
-        else
-            m_projects->setSearchTerm(
-                type == FilterType::LAST_SEARCH ? m_projects->lastSearchTerm() : QString());
         m_sidebar->setCurrent(type, id);
-        m_projects->queryChanged();
+        // A saved search and the last one are terms; with anything else the search ends.
+        QString term;
+        if (type == FilterType::SAVED_SEARCH)
+            term = name;
+        else if (type == FilterType::LAST_SEARCH)
+            term = m_projects->lastSearchTerm();
+        if (term == m_projects->searchTerm())
+            m_projects->queryChanged();
+        else
+            m_projects->setSearchTerm(term);
     });
 }
 
@@ -137,21 +140,19 @@ void MainWindow::folderTreeItemModelChanged() {
 }
 
 void MainWindow::addFilter(FilterType type, bool associateWithSelected) {
-    guarded(tr("Adding filter to selected failed"), [&] {
-        const QString name = type == FilterType::SAVED_SEARCH ? m_projects->searchTerm() : QString();
-        auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Add, -1, this);
-        connect(form, &AddFilterForm::onFilterAdded, m_filters, &FolderTreeItemModel::reload);
-        if (associateWithSelected) {
-            connect(
-                form, &AddFilterForm::onFilterAdded, this,
-                [this, projects = m_editor->selection()](FilterType added, const QString&, qint64 id) {
-                    guarded(tr("Associating project with filter failed"), [&] {
-                        m_editor->associateProjectsWithFilter(added, id, projects);
-                    });
+    const QString name = type == FilterType::SAVED_SEARCH ? m_projects->searchTerm() : QString();
+    auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Add, -1, this);
+    connect(form, &AddFilterForm::onFilterAdded, m_filters, &FolderTreeItemModel::reload);
+    if (associateWithSelected) {
+        connect(
+            form, &AddFilterForm::onFilterAdded, this,
+            [this, projects = m_editor->selection()](FilterType added, const QString&, qint64 id) {
+                guarded(tr("Associating project with filter failed"), [&] {
+                    m_editor->associateProjectsWithFilter(added, id, projects);
                 });
-        }
-        form->open();
-    });
+            });
+    }
+    form->open();
 }
 
 void MainWindow::renameFilter(FilterType type, qint64 id, const QString& name) {

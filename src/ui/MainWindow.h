@@ -72,6 +72,7 @@ private:
     void filterTreeViewActivated(FilterType type, qint64 id, const QString& name);
     void clearSearchAndFilter();
     void folderTreeItemModelChanged();
+    /// Leaves failures to the caller, who knows what was asked for.
     void addFilter(FilterType type, bool associateWithSelected);
     void renameFilter(FilterType type, qint64 id, const QString& name);
     void removeFilter(FilterType type, qint64 id, const QString& name);

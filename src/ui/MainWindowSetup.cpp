@@ -112,8 +112,9 @@ void MainWindow::setupEvents() {
 
     connect(m_filters, &FolderTreeItemModel::changed, this, &MainWindow::folderTreeItemModelChanged);
     connect(m_sidebar, &FilterSidebar::activated, this, &MainWindow::filterTreeViewActivated);
-    connect(
-        m_sidebar, &FilterSidebar::addRequested, this, [this](FilterType type) { addFilter(type, false); });
+    connect(m_sidebar, &FilterSidebar::addRequested, this, [this](FilterType type) {
+        guarded(tr("Adding filter to selected failed"), [&] { addFilter(type, false); });
+    });
     connect(m_sidebar, &FilterSidebar::renameRequested, this, &MainWindow::renameFilter);
     connect(m_sidebar, &FilterSidebar::removeRequested, this, &MainWindow::removeFilter);
 

@@ -74,6 +74,20 @@ TEST(AlertQueueTest, DismissingTheOnlyWindowDoesNotEndTheProgram) {
     EXPECT_EQ(lastWindowClosed.count(), 0);
 }
 
+TEST(AlertQueueTest, SaysTheSameOnceWhileItWaits) {
+    AlertQueue alerts;
+    for (const char* title : {"first", "again", "again", "last", "again"})
+        alerts.add({QString::fromLatin1(title), QStringLiteral("why"), QtCriticalMsg});
+    QStringList titles;
+    while (!shownAlerts().isEmpty()) {
+        const QPointer<QMessageBox> box = shownAlerts().constFirst();
+        titles.append(box->text());
+        box->reject();
+        ASSERT_TRUE(waitUntil([&] { return box.isNull(); }));
+    }
+    EXPECT_EQ(titles, (QStringList{"first", "again", "last"}));
+}
+
 TEST(AlertQueueTest, MayEndWithAlertsLeft) {
     Stemhaven::ErrorHandler::Presenter presenter;
     {

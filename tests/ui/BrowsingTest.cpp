@@ -18,6 +18,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -27,6 +28,8 @@
 #include <QSplitter>
 #include <QtTest/QTest>
 
+#include <functional>
+#include <limits>
 #include <optional>
 
 namespace {
@@ -138,6 +141,16 @@ protected:
             }
         }
         return false;
+    }
+
+    /// A press, three repetitions, and what happens meanwhile, before the key is let go.
+    static void holdKey(QWidget& widget, Qt::Key key, const std::function<void()>& meanwhile = {}) {
+        QTest::simulateEvent(&widget, true, key, Qt::NoModifier, {}, false);
+        for (int repetition = 0; repetition < 3; ++repetition)
+            QTest::simulateEvent(&widget, true, key, Qt::NoModifier, {}, true);
+        if (meanwhile)
+            meanwhile();
+        QTest::simulateEvent(&widget, false, key, Qt::NoModifier, {}, false);
     }
 
     Stemhaven::ProjectMonitor monitor{tasks()};
@@ -392,13 +405,76 @@ TEST_F(BrowsingTest, ReturnOpensOnceAndOnlyFromTheTable) {
     table().setFocus();
     QTest::keyRelease(&table(), Qt::Key_Return);
     EXPECT_EQ(opened.count(), 0);
-    QTest::keyClick(&table(), Qt::Key_Return);
+    holdKey(table(), Qt::Key_Return);
     EXPECT_EQ(opened.count(), 1);
     QTest::keyClick(&table(), Qt::Key_Enter);
     EXPECT_EQ(opened.count(), 2);
     settle();
     // There is no such bundle.
     EXPECT_EQ(log.count(QStringLiteral("Could not open selected project!")), 2);
+}
+
+TEST_F(BrowsingTest, TheKeyboardReachesTheSearchAndAllRows) {
+    open();
+    auto& tree = child<QWidget>("filterTreeView");
+    tree.setFocus();
+    QTest::keyClick(&tree, Qt::Key_Tab);
+    auto& search = child<QLineEdit>("searchEdit");
+    EXPECT_TRUE(search.hasFocus());
+    QTest::keyClick(&search, Qt::Key_Tab);
+    EXPECT_TRUE(table().hasFocus());
+    QTest::keyClick(&table(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 3);
+}
+
+TEST_F(BrowsingTest, ARowIsMeantAsSoonAsItIsClicked) {
+    open();
+    select({0});
+    // The details come late.
+    ASSERT_TRUE(stopWorker());
+    const QPoint place = table().visualRect(model().index(1, 1)).center();
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(log.count(QStringLiteral("Could not open selected project!")), 0);
+    tasks().restart();
+    ASSERT_TRUE(
+        waitUntil([this] { return log.count(QStringLiteral("Could not open selected project!")) == 1; }));
+    EXPECT_EQ(details().project().name, QStringLiteral("Beta"));
+
+    // A first click that asks for the menu.
+    table().selectionModel()->clear();
+    QTest::mousePress(table().viewport(), Qt::RightButton, {}, place);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, place, table().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(table().viewport(), &menu);
+    ASSERT_TRUE(waitUntil([] { return QApplication::activePopupWidget() != nullptr; }));
+    EXPECT_EQ(details().project().name, QStringLiteral("Beta"));
+    QApplication::activePopupWidget()->close();
+    QTest::mouseRelease(table().viewport(), Qt::RightButton, {}, place);
+}
+
+TEST_F(BrowsingTest, WhatTheUserIsAtIsNotSetBackByALateRecord) {
+    open();
+    select({0});
+    auto& slider = child<ProgressSlider>("projectProgressSlider");
+    slider.setFocus();
+    holdKey(slider, Qt::Key_PageUp, [this] {
+        emit monitor.projectsDbModified();
+        settle();
+    });
+    settle();
+    EXPECT_EQ(values("progress").constFirst(), QStringLiteral("0.4"));
+
+    // The record is read before the edit is written, and comes after it was made.
+    auto& stars = child<StarEditor>("projectStarEditWidget");
+    ASSERT_TRUE(stopWorker());
+    emit monitor.projectsDbModified();
+    QTest::keyClick(&stars, Qt::Key_2);
+    QSignalSpy written(&child<EditHistory>(), &EditHistory::written);
+    tasks().restart();
+    ASSERT_TRUE(waitUntil([&] { return !written.isEmpty() || stars.starRating().starCount() != 2; }));
+    EXPECT_EQ(stars.starRating().starCount(), 2);
+    settle();
+    EXPECT_EQ(values("star_rating").constFirst(), QStringLiteral("2"));
 }
 
 TEST_F(BrowsingTest, TheWindowComesBackAsItWasLeft) {
@@ -429,6 +505,10 @@ TEST_F(BrowsingTest, TheWindowComesBackAsItWasLeft) {
     actions().showSidebar->trigger();
     // The width is forgotten with the hiding.
     EXPECT_LT(child<FilterSidebar>().width(), 300);
+    window->close();
+    QSettings().setValue(QStringLiteral("filterSliderPos"), std::numeric_limits<int>::max());
+    open();
+    EXPECT_LT(child<FilterSidebar>().width(), window->width());
     window->close();
     QSettings().setValue(QStringLiteral("filterSliderPos"), QStringLiteral("wide"));
     open();

@@ -5,6 +5,7 @@
 #include "ui/edits/ProjectEdits.h"
 
 #include <QSignalSpy>
+#include <QSqlDatabase>
 
 #include <functional>
 
@@ -198,6 +199,33 @@ TEST_F(EditHistoryTest, ARefusedStepLeavesTheRecordAndTheHistoryAsTheyWere) {
     ASSERT_TRUE(undo());
     EXPECT_EQ(value("star_rating"), (QStringList{"4", "0", "5"}));
     EXPECT_FALSE(history.canUndo());
+}
+
+TEST_F(EditHistoryTest, StepsThatCannotBeWrittenAtAllKeepTheirOrder) {
+    ASSERT_TRUE(perform(ProjectEdits::starRating({1}, 1)));
+    ASSERT_TRUE(perform(ProjectEdits::progress({1}, 50, false)));
+    ASSERT_TRUE(perform(ProjectEdits::ignored({1}, true)));
+    database.rows(QStringLiteral("PRAGMA busy_timeout=0"));
+    const QString name = QStringLiteral("writer elsewhere");
+    {
+        auto elsewhere = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        elsewhere.setDatabaseName(database.mainPath());
+        ASSERT_TRUE(elsewhere.open());
+        QSqlQuery lock(elsewhere);
+        ASSERT_TRUE(lock.exec(QStringLiteral("BEGIN IMMEDIATE")));
+        QSignalSpy refused(&history, &EditHistory::refused);
+        for (int step = 0; step < 3; ++step)
+            history.undo();
+        ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
+        // The user is told once.
+        EXPECT_EQ(refused.count(), 1);
+        lock.exec(QStringLiteral("ROLLBACK"));
+    }
+    QSqlDatabase::removeDatabase(name);
+    for (const char* next : {"Ignore", "Progress", "Rating"}) {
+        EXPECT_EQ(history.undoText(), QLatin1String(next));
+        ASSERT_TRUE(undo());
+    }
 }
 
 TEST_F(EditHistoryTest, NothingRefersToARemovedEntryAgain) {

@@ -4,6 +4,8 @@
 
 #include <QMessageBox>
 
+#include <algorithm>
+
 AlertQueue::AlertQueue(QObject* parent) : QObject(parent) {}
 
 AlertQueue::~AlertQueue() {
@@ -18,6 +20,12 @@ Stemhaven::ErrorHandler::Presenter AlertQueue::presenter() {
 }
 
 void AlertQueue::add(const Stemhaven::ErrorHandler::ErrorDetails& details) {
+    // The same once more says nothing new, and a refused edit is often tried again.
+    const auto isSame = [&](const auto& waiting) {
+        return waiting.title == details.title && waiting.message == details.message;
+    };
+    if (std::any_of(m_waiting.begin(), m_waiting.end(), isSame))
+        return;
     m_waiting.push_back(details);
     if (!m_shown)
         showNext();

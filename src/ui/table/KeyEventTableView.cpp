@@ -7,6 +7,8 @@
 #include <QHeaderView>
 #include <QItemSelection>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
 
 #include <algorithm>
 #include <utility>
@@ -62,6 +64,25 @@ void KeyEventTableView::keyReleaseEvent(QKeyEvent* event) {
 void KeyEventTableView::focusOutEvent(QFocusEvent* event) {
     m_enterIsDown = false;
     QTableView::focusOutEvent(event);
+}
+
+void KeyEventTableView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    const QModelIndex current = currentIndex();
+    if (!hasFocus() || !current.isValid() || selectionModel()->isSelected(current))
+        return;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.rect = QRect(0, rowViewportPosition(current.row()), viewport()->width(), rowHeight(current.row()));
+    QPainter painter(viewport());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void KeyEventTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    // The base class paints two cells anew, the mark goes over whole rows.
+    if (!selectionModel()->isSelected(current) || !selectionModel()->isSelected(previous))
+        viewport()->update();
 }
 
 void KeyEventTableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

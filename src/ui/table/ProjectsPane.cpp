@@ -129,6 +129,9 @@ void ProjectsPane::setUpEvents() {
     connect(m_searchEdit, &SearchField::downPressed, this, &ProjectsPane::goToTable);
     connect(m_table, &KeyEventTableView::enterPressed, this, &ProjectsPane::openRequested);
     connect(m_table, &QTableView::doubleClicked, this, &ProjectsPane::openRequested);
+    connect(m_table, &KeyEventTableView::selectionChangedByKeyboard, m_selection, [this] {
+        m_selection->update();
+    });
     connect(m_selection, &SelectionKeeper::changed, this, &ProjectsPane::selectionChanged);
     connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
         emit contextMenuRequested(m_table->viewport()->mapToGlobal(position));

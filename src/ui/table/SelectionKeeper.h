@@ -33,12 +33,14 @@ public:
 
     void clear();
 
+    /// Takes over what is selected in the table by now.
+    void update();
+
 signals:
     /// The current project, or those selected beside it, are others.
     void changed();
 
 private:
-    void update();
     QList<int> selectedRows() const;
     void select(int row);
     QItemSelection rowsOfSelected() const;
