@@ -815,6 +815,10 @@
         <source>Looking for projects… %1 found</source>
         <translation>Projekte werden gesucht … %1 gefunden</translation>
     </message>
+    <message>
+        <source>Status: </source>
+        <translation>Status: </translation>
+    </message>
 </context>
 <context>
     <name>RemoveFilter</name>

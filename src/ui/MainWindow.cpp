@@ -350,6 +350,7 @@ bool MainWindow::event(QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    m_editor->stopAsking();
     m_details->commit();
     storeState();
     QMainWindow::closeEvent(event);

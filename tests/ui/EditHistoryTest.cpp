@@ -163,6 +163,11 @@ TEST_F(EditHistoryTest, WhatChangesNothingIsNoStep) {
     EXPECT_FALSE(history.canUndo());
     EXPECT_EQ(
         database.rows(QStringLiteral("SELECT * FROM collections_projects_map WHERE project_id=1")).size(), 2);
+
+    ASSERT_TRUE(perform(ProjectEdits::starRating({1}, 5)));
+    ASSERT_TRUE(undo());
+    ASSERT_TRUE(perform(ProjectEdits::starRating({1}, 4)));
+    EXPECT_TRUE(history.canRedo());
 }
 
 TEST_F(EditHistoryTest, StepsQueuedInARowEndWhereTheyShould) {

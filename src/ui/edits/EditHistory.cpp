@@ -14,12 +14,14 @@
 #include <utility>
 
 struct EditHistory::Step {
-    Step(EditPointer stepEdit, Direction stepDirection)
+    Step(EditPointer stepEdit, Direction stepDirection, std::vector<EditPointer> stepReplaced)
         : edit(std::move(stepEdit)),
-          direction(stepDirection) {}
+          direction(stepDirection),
+          replaced(std::move(stepReplaced)) {}
 
     EditPointer edit;
     Direction direction;
+    std::vector<EditPointer> replaced;   ///< what could be done again before it
     std::atomic<bool> cancelled = false; ///< a step before it was refused
     std::atomic<bool> changesNothing = false;
 };
@@ -31,8 +33,7 @@ EditHistory::~EditHistory() = default;
 void EditHistory::perform(std::unique_ptr<ProjectEdit> edit) {
     const EditPointer shared(std::move(edit));
     m_done.push_back(shared);
-    m_undone.clear();
-    start(shared, Direction::Perform);
+    start(shared, Direction::Perform, std::exchange(m_undone, {}));
 }
 
 void EditHistory::undo() {
@@ -66,8 +67,8 @@ void EditHistory::forgetEntry(FilterType type, qint64 id) {
     emit changed();
 }
 
-void EditHistory::start(const EditPointer& edit, Direction direction) {
-    auto step = std::make_shared<Step>(edit, direction);
+void EditHistory::start(const EditPointer& edit, Direction direction, std::vector<EditPointer> replaced) {
+    auto step = std::make_shared<Step>(edit, direction, std::move(replaced));
     auto plan = [step, mutex = m_editMutex](const QList<QStringList>& state) -> QStringList {
         if (step->cancelled)
             return {};
@@ -98,9 +99,13 @@ void EditHistory::finish(const std::shared_ptr<Step>& step) {
         emit changed();
         return;
     }
-    if (step->direction == Direction::Perform && step->changesNothing)
+    if (step->direction == Direction::Perform && step->changesNothing) {
         std::erase(m_done, step->edit);
-    else if (!step->edit->texts().successLog.isEmpty() && step->direction != Direction::Undo)
+        if (m_undone.empty() && m_inFlight.empty())
+            m_undone = step->replaced;
+    }
+    if (!step->changesNothing && !step->edit->texts().successLog.isEmpty() &&
+        step->direction != Direction::Undo)
         qInfo().noquote() << step->edit->texts().successLog;
     emit changed();
     emit written();

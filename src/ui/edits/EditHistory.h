@@ -59,7 +59,7 @@ private:
     struct Step;
     using EditPointer = std::shared_ptr<ProjectEdit>;
 
-    void start(const EditPointer& edit, Direction direction);
+    void start(const EditPointer& edit, Direction direction, std::vector<EditPointer> replaced = {});
     void finish(const std::shared_ptr<Step>& step);
     void fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error);
     void revert(const Step& step);

@@ -50,7 +50,7 @@ void SelectionEditor::setProgress(int percent) {
     constexpr int done = 100;
     if (m_projects.isEmpty())
         return;
-    if (percent < done) {
+    if (percent < done || !m_mayAsk) {
         m_history.perform(ProjectEdits::progress(m_projects, percent, false));
         return;
     }

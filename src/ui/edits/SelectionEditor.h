@@ -22,6 +22,9 @@ public:
 
     const QList<qint64>& selection() const { return m_projects; }
 
+    /// For a window that closes: what would be asked counts as answered with no.
+    void stopAsking() { m_mayAsk = false; }
+
     void setStarRating(int stars);
     /// Asks at 100 whether that is completed.
     void setProgress(int percent);
@@ -40,4 +43,5 @@ private:
     QWidget& m_window;
     QList<qint64> m_projects;
     bool m_currentIsIgnored = false;
+    bool m_mayAsk = true;
 };

@@ -79,6 +79,7 @@ void ProjectsPane::layOut() {
     m_searchEdit->setObjectName(QStringLiteral("searchEdit"));
     m_table->setObjectName(QStringLiteral("projectsTableView"));
     m_statusLabel->setObjectName(QStringLiteral("statusLabel"));
+    m_statusLabel->setText(tr("Status: "));
 
     m_top = new QHBoxLayout;
     m_top->setContentsMargins(margin, 12, margin, 12);
