@@ -1,6 +1,5 @@
 #include "monitor/ProjectMonitor.h"
 
-#include "app/SettingsKeys.h"
 #include "app/Shutdown.h"
 #include "app/errors/DbException.h"
 #include "app/errors/ErrorHandler.h"
@@ -16,7 +15,6 @@
 #include <QDebug>
 #include <QFileInfo>
 #include <QPointer>
-#include <QSettings>
 #include <QThreadPool>
 #include <QTimer>
 
@@ -55,7 +53,7 @@ ProjectMonitor::ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds lat
     // it.
     if (ReplayPosition::stored() == FileWatchRequest::sinceNow)
         ReplayPosition::advanceTo(FileEventStream::currentEventID());
-    m_searchOwed = QSettings().value(SettingsKeys::searchWasInProgress, false).toBool();
+    m_searchOwed = ReplayPosition::searchWasInProgress();
     m_rootPathsDatabaseTime = QFileInfo(tasks.rootPathsPath()).fileTime(QFileDevice::FileModificationTime);
 
     const QPointer<ProjectMonitor> self(this);
@@ -82,7 +80,7 @@ ProjectMonitor::~ProjectMonitor() {
 }
 
 void ProjectMonitor::rememberUnsettledSearch() const {
-    QSettings().setValue(SettingsKeys::searchWasInProgress, isSearching());
+    ReplayPosition::rememberSearch(isSearching());
 }
 
 QStringList ProjectMonitor::rootSearchPaths() const {

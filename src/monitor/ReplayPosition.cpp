@@ -6,15 +6,29 @@
 #include <QDebug>
 #include <QSettings>
 
+#include <mutex>
+
 namespace Stemhaven::ReplayPosition {
 
+namespace {
+
+/// Held from the look at a setting to its change.
+std::mutex& settingsMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+} // namespace
+
 unsigned long long stored() {
+    const std::lock_guard lock(settingsMutex());
     bool converted = false;
     const auto id = QSettings().value(SettingsKeys::lastEventId).toULongLong(&converted);
     return converted ? id : FileWatchRequest::sinceNow;
 }
 
 void advanceTo(unsigned long long id) {
+    const std::lock_guard lock(settingsMutex());
     QSettings settings;
     if (!settings.contains(SettingsKeys::lastEventId) ||
         settings.value(SettingsKeys::lastEventId).toULongLong() < id)
@@ -23,6 +37,7 @@ void advanceTo(unsigned long long id) {
 
 void settle(long long oldestUnresolved) {
     constexpr unsigned mostAttempts = 2;
+    const std::lock_guard lock(settingsMutex());
     QSettings settings;
     if (oldestUnresolved < 0) {
         settings.setValue(SettingsKeys::eventCatchupAttempts, 0U);
@@ -40,6 +55,16 @@ void settle(long long oldestUnresolved) {
                 "startup...";
     settings.setValue(SettingsKeys::lastEventId, static_cast<qulonglong>(oldestUnresolved));
     settings.setValue(SettingsKeys::eventCatchupAttempts, attempts + 1);
+}
+
+bool searchWasInProgress() {
+    const std::lock_guard lock(settingsMutex());
+    return QSettings().value(SettingsKeys::searchWasInProgress, false).toBool();
+}
+
+void rememberSearch(bool isInProgress) {
+    const std::lock_guard lock(settingsMutex());
+    QSettings().setValue(SettingsKeys::searchWasInProgress, isInProgress);
 }
 
 } // namespace Stemhaven::ReplayPosition

@@ -1,6 +1,7 @@
 #pragma once
 
-/// Where in the history of file events the next start takes up. Kept in the settings; from any thread.
+/// Where the next start takes up: in the history of file events, and in a search. Kept in the settings; from
+/// any thread.
 namespace Stemhaven::ReplayPosition {
 
 /// The stored id, or that of the present where none is stored.
@@ -12,5 +13,9 @@ void advanceTo(unsigned long long id);
 /// At quit: oldestUnresolved is the id of the oldest move that has not been resolved, -1 when there is none.
 /// Goes back to it, so that the next start sees the move again, at most three times in a row.
 void settle(long long oldestUnresolved);
+
+/// Whether a search was left unfinished.
+bool searchWasInProgress();
+void rememberSearch(bool isInProgress);
 
 } // namespace Stemhaven::ReplayPosition
