@@ -67,12 +67,14 @@ QString idFieldNameForStatus(FilterType type) {
     return filterTypeIsStatus(type) ? filterTypeIdColumn(type) : QString();
 }
 
+QString filterTypeDebugText(FilterType type) {
+    const auto* description = describe(type);
+    return description ? QStringLiteral("FilterType::") + QLatin1String(description->debugName)
+                       : QStringLiteral("(Invalid FilterType)");
+}
+
 QDebug operator<<(QDebug debug, FilterType type) {
     const QDebugStateSaver saver(debug);
-    const auto* description = describe(type);
-    if (description)
-        debug.nospace().noquote() << "FilterType::" << description->debugName;
-    else
-        debug.nospace().noquote() << "(Invalid FilterType)";
+    debug.noquote() << filterTypeDebugText(type);
     return debug;
 }

@@ -52,4 +52,6 @@ bool filterTypeIsStatus(FilterType type);
 QString tableNameForStatus(FilterType type);
 QString idFieldNameForStatus(FilterType type);
 
+/// What the log calls a type, "FilterType::TAGS" for example.
+QString filterTypeDebugText(FilterType type);
 QDebug operator<<(QDebug debug, FilterType type);

@@ -1,5 +1,6 @@
 #include "BundleWriter.h"
 #include "CatalogueWriter.h"
+#include "NumberOption.h"
 #include "SongIdeas.h"
 
 #include <QCommandLineParser>
@@ -23,15 +24,6 @@ struct Order {
     /// Absolute.
     QString library;
 };
-
-int number(const QCommandLineParser& parser, const QString& option, int least) {
-    bool isNumber = false;
-    const int value = parser.value(option).toInt(&isNumber);
-    if (!isNumber || value < least)
-        throw std::runtime_error(
-            QStringLiteral("--%1 takes a number from %2").arg(option).arg(least).toStdString());
-    return value;
-}
 
 Order readOrder(const QCoreApplication& application) {
     QCommandLineParser parser;
@@ -57,11 +49,11 @@ Order readOrder(const QCoreApplication& application) {
         parser.showHelp(2);
 
     Order order;
-    order.projects = number(parser, QStringLiteral("projects"), 0);
-    order.seed = static_cast<std::uint64_t>(number(parser, QStringLiteral("seed"), 0));
+    order.projects = numberOption(parser, QStringLiteral("projects"), 0);
+    order.seed = static_cast<std::uint64_t>(numberOption(parser, QStringLiteral("seed"), 0));
     order.plain = parser.isSet(QStringLiteral("plain"));
     order.catalogue = parser.isSet(QStringLiteral("catalogue"));
-    order.bundles.entriesPerBundle = number(parser, QStringLiteral("entries-per-bundle"), 7);
+    order.bundles.entriesPerBundle = numberOption(parser, QStringLiteral("entries-per-bundle"), 7);
     order.bundles.pictures = !order.plain;
     order.library =
         QDir::cleanPath(QDir::current().absoluteFilePath(parser.positionalArguments().constFirst()));

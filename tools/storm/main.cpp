@@ -1,3 +1,4 @@
+#include "NumberOption.h"
 #include "Storm.h"
 
 #include <QCommandLineParser>
@@ -7,18 +8,8 @@
 
 #include <cstdio>
 #include <exception>
-#include <stdexcept>
 
 namespace {
-
-int number(const QCommandLineParser& parser, const QString& option, int least) {
-    bool isNumber = false;
-    const int value = parser.value(option).toInt(&isNumber);
-    if (!isNumber || value < least)
-        throw std::runtime_error(
-            QStringLiteral("--%1 takes a number from %2").arg(option).arg(least).toStdString());
-    return value;
-}
 
 void describe(QCommandLineParser& parser) {
     parser.setApplicationDescription(QStringLiteral(
@@ -53,9 +44,9 @@ int run(const QCoreApplication& application) {
     describe(parser);
     parser.process(application);
     Storm::Options options;
-    options.seed = static_cast<std::uint64_t>(number(parser, QStringLiteral("seed"), 0));
-    options.steps = number(parser, QStringLiteral("steps"), 1);
-    options.settleEach = number(parser, QStringLiteral("settle-each"), 1);
+    options.seed = static_cast<std::uint64_t>(numberOption(parser, QStringLiteral("seed"), 0));
+    options.steps = numberOption(parser, QStringLiteral("steps"), 1);
+    options.settleEach = numberOption(parser, QStringLiteral("settle-each"), 1);
     options.program = parser.value(QStringLiteral("program"));
     options.detailedLog = parser.isSet(QStringLiteral("keep"));
 

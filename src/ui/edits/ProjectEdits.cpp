@@ -25,12 +25,6 @@ QString joined(const QList<qint64>& ids) {
     return texts.join(QLatin1String(", "));
 }
 
-QString debugText(FilterType type) {
-    QString text;
-    QDebug(&text).nospace() << type;
-    return text;
-}
-
 /// The entry that log lines and alerts are about: what a status is called in them differs by kind.
 struct StatusTexts {
     const char* name;
@@ -75,7 +69,7 @@ ProjectEdit::Texts associationTexts(const QList<qint64>& projects, FilterType ty
         QStringLiteral("Could not associate project with new filter! project_id:%1 filterID:%2")
             .arg(ids, filter);
     texts.successLog =
-        QStringLiteral("Associated project_id:%1 with %2-ID:%3").arg(ids, debugText(type), filter);
+        QStringLiteral("Associated project_id:%1 with %2-ID:%3").arg(ids, filterTypeDebugText(type), filter);
     return texts;
 }
 
@@ -93,8 +87,8 @@ ProjectEdit::Texts disassociationTexts(const QList<qint64>& projects, FilterType
     texts.failureLog =
         QStringLiteral("Could not disassociate project with new filter! project_id:%1 filterID:%2")
             .arg(ids, filter);
-    texts.successLog =
-        QStringLiteral("Disassociated project_id:%1 with %2-ID:%3").arg(ids, debugText(type), filter);
+    texts.successLog = QStringLiteral("Disassociated project_id:%1 with %2-ID:%3")
+                           .arg(ids, filterTypeDebugText(type), filter);
     return texts;
 }
 

@@ -23,12 +23,6 @@ qint64 offending(const QList<qint64>& projects) {
     return negative != projects.end() ? *negative : projects.value(0, -1);
 }
 
-QString debugText(FilterType type) {
-    QString text;
-    QDebug(&text).nospace() << type;
-    return text;
-}
-
 } // namespace
 
 SelectionEditor::SelectionEditor(EditHistory& history, QWidget& window)
@@ -125,7 +119,7 @@ void SelectionEditor::associateProjectsWithFilter(
     if (filterId < 0 || project < 0) {
         throw Stemhaven::Exception(
             QStringLiteral("Attempted to associate a project with invalid IDs! %1-ID:%2 projectID:%3")
-                .arg(debugText(type), QString::number(filterId), QString::number(project)));
+                .arg(filterTypeDebugText(type), QString::number(filterId), QString::number(project)));
     }
     if (canBeAssociated(type))
         m_history.perform(ProjectEdits::association(projects, type, filterId));
