@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 
@@ -9,5 +10,9 @@ namespace Stemhaven {
 
 /// The path of every record's bundle. On the worker; throws DbException.
 QSet<QString> readProjectPaths(QSqlDatabase& database);
+
+/// By these paths of bundles, when the information file had last been changed: seconds since the epoch, UTC.
+/// On the worker; throws DbException.
+QHash<QString, qint64> readModificationTimes(QSqlDatabase& database, const QSet<QString>& paths);
 
 } // namespace Stemhaven

@@ -35,6 +35,10 @@ QString selectPaths() {
     return QStringLiteral("SELECT filepath, filename FROM projects;");
 }
 
+QString selectModificationTimes() {
+    return QStringLiteral("SELECT filepath, filename, last_modified FROM projects;");
+}
+
 QString selectBySufid(const QString& sufid) {
     return QStringLiteral("SELECT project_id, filepath, filename, SUFID FROM projects WHERE SUFID='%1'")
         .arg(escape(sufid));

@@ -13,6 +13,7 @@ class ProjectData;
 namespace ProjectStatements {
 
 QString selectPaths();
+QString selectModificationTimes();
 QString selectBySufid(const QString& sufid);
 /// As selectBySufid, for the identity that a note names.
 QString selectByNotedSufid(const QString& sufid);

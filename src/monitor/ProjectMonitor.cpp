@@ -159,6 +159,7 @@ void ProjectMonitor::initializeFilesystemEventStream() {
         const std::lock_guard lock(m_mutex);
         request.roots = m_folders.roots();
         request.ancestors = QStringList(m_folders.ancestors().begin(), m_folders.ancestors().end());
+        request.recordedTimes = m_recordedTimes;
         if (!request.ancestors.isEmpty()) {
             for (const auto& bundle : std::as_const(m_knownPaths)) {
                 if (!m_folders.isBelowRoot(bundle))
@@ -205,11 +206,14 @@ void ProjectMonitor::stopFilesystemEventStream() {
 void ProjectMonitor::loadProjectPaths(
     const std::function<void()>& continuation, const std::function<void()>& onFailure) {
     const auto paths = std::make_shared<QSet<QString>>();
+    const auto times = std::make_shared<QHash<QString, qint64>>();
     // Read on the worker: a large catalogue would hold up the GUI thread.
-    auto task = std::make_shared<SimpleTask>(
-        [&tasks = m_tasks, paths] { *paths = readProjectPaths(tasks.mainDatabase()); });
+    auto task = std::make_shared<SimpleTask>([&tasks = m_tasks, paths, times] {
+        *paths = readProjectPaths(tasks.mainDatabase());
+        *times = readModificationTimes(tasks.mainDatabase(), *paths);
+    });
     const QPointer<ProjectMonitor> self(this);
-    task->setSuccessCallback([self, paths, continuation](const std::shared_ptr<Task>&) {
+    task->setSuccessCallback([self, paths, times, continuation](const std::shared_ptr<Task>&) {
         if (!self)
             return;
         if (paths->isEmpty())
@@ -217,6 +221,7 @@ void ProjectMonitor::loadProjectPaths(
         {
             const std::lock_guard lock(self->m_mutex);
             self->m_knownPaths = *paths;
+            self->m_recordedTimes = *times;
         }
         if (continuation)
             continuation();

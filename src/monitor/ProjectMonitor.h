@@ -10,6 +10,7 @@
 #include "project/ProjectDetails.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -73,7 +74,7 @@ public:
     /// look once more. A restart that was asked for is done at the end, whichever request brought it.
     void searchForProjects(bool restartWhenDone);
 
-    /// Reads the paths of all records anew, then calls one of both on the GUI thread.
+    /// Reads the paths and times of all records anew, then calls one of both on the GUI thread.
     void
     loadProjectPaths(const std::function<void()>& continuation, const std::function<void()>& onFailure = {});
 
@@ -128,6 +129,7 @@ private:
     mutable std::recursive_mutex m_mutex; // what follows, up to the atomics
     WatchedFolders m_folders;
     QSet<QString> m_knownPaths;
+    QHash<QString, qint64> m_recordedTimes;
     QDateTime m_rootPathsDatabaseTime;
     std::shared_ptr<ChecksInProgress> m_checks = std::make_shared<ChecksInProgress>();
     UnresolvedMoves m_moves;

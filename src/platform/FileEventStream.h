@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -45,6 +46,10 @@ struct FileWatchRequest {
     QStringList bundleSuffixes;
     /// Events after this one are replayed.
     std::uint64_t sinceEventID = sinceNow;
+    /// When the information file of each recorded bundle had last been changed, in seconds since 1970. What
+    /// has another time now is replayed too, so that a save is not missed for which the clock was set back.
+    /// Of no use to a system that keeps a history of its events.
+    QHash<QString, qint64> recordedTimes;
     /// How long events are gathered before they are delivered together.
     std::chrono::milliseconds latency{3000};
 };

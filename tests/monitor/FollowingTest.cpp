@@ -192,6 +192,24 @@ TEST_F(Following, WhatHappenedWhileItWasStopped) {
     EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
 }
 
+TEST_F(Following, WhatWasSavedWhileItWasStoppedAndTheClockSetBack) {
+    stop();
+    TestBundle faster;
+    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
+    makeBundle("Song.logicx", faster);
+    std::filesystem::last_write_time(
+        at("Song.logicx/Resources/ProjectInformation.plist").toStdString(),
+        std::filesystem::file_time_type::clock::now() - std::chrono::hours(24));
+    // All that is on the disk is older, as it is once the clock has caught up.
+    const auto lastEvent = FileEventStream::currentEventID() + 2'100'000'000;
+    QSettings().setValue(SettingsKeys::lastEventId, static_cast<qulonglong>(lastEvent));
+    ASSERT_TRUE(waitUntil([&] { return FileEventStream::currentEventID() > lastEvent; }));
+    ASSERT_TRUE(m_database.initialise());
+    start();
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
+    EXPECT_EQ(rows("star_rating"), QStringList({"4", "5"}));
+}
+
 TEST_F(Following, WhatHappenedWhileTheDatabaseCouldNotBeWritten) {
     enum class Fault { Locked, Full, FullAtTheEnd };
     constexpr int many = 60;

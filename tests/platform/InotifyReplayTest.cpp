@@ -49,6 +49,15 @@ TEST_F(InotifyReplay, StampsTellEachPartOfABundleThatARecordIsMadeFrom) {
 TEST_F(InotifyReplay, TellsWhatChangedSinceAndAsksForASearch) {
     makeBundle(root() / "Old.logicx");
     makeBundle(root() / "Deep/Changed.logicx");
+    for (const auto* name : {"Recorded.logicx", "SavedByAWrongClock.logicx", "WithoutInformation.logicx"}) {
+        const auto bundle = root() / name;
+        makeBundle(bundle);
+        request().recordedTimes[QString::fromStdString(bundle.string())] =
+            BundleStamp::of(bundle.string()).informationSeconds;
+    }
+    const auto aDayEarlier = fs::file_time_type::clock::now() - 24h;
+    fs::last_write_time(root() / "SavedByAWrongClock.logicx/Resources/ProjectInformation.plist", aDayEarlier);
+    fs::remove(root() / "WithoutInformation.logicx/Resources/ProjectInformation.plist");
     const auto since = idAfterMargin();
     // Later than since by what the file says of itself.
     const auto file = root() / "Deep/Changed.logicx/Alternatives/000/MetaData.plist";
@@ -60,7 +69,11 @@ TEST_F(InotifyReplay, TellsWhatChangedSinceAndAsksForASearch) {
     request().sinceEventID = since;
     ASSERT_TRUE(start());
     ASSERT_TRUE(waitFor("Music", scan));
-    EXPECT_EQ(flags(), (Flags{{"Music/Deep/Changed.logicx", modified}, {"Music", scan}}));
+    const Flags expected{
+        {"Music/Deep/Changed.logicx", modified},
+        {"Music/SavedByAWrongClock.logicx", modified},
+        {"Music", scan}};
+    EXPECT_EQ(flags(), expected);
     EXPECT_EQ(fileID("Music/Deep/Changed.logicx", modified), inodeOf(root() / "Deep/Changed.logicx"));
     EXPECT_GT(events().front().eventID, since);
 }

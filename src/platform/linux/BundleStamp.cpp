@@ -25,11 +25,12 @@ std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
     return (hash ^ value) * prime;
 }
 
-void addPart(const std::string& path, BundleStamp& stamp) {
+/// Returns when the part's contents were changed, in seconds; 0 when it is not there.
+std::int64_t addPart(const std::string& path, BundleStamp& stamp) {
     struct stat status = {};
     if (lstat(path.c_str(), &status) != 0) {
         stamp.fingerprint = mixed(stamp.fingerprint, 0);
-        return;
+        return 0;
     }
     const std::uint64_t modified = nanoseconds(status.st_mtim);
     const std::uint64_t changed = nanoseconds(status.st_ctim);
@@ -37,6 +38,7 @@ void addPart(const std::string& path, BundleStamp& stamp) {
     for (const std::uint64_t value :
          {std::uint64_t{status.st_ino}, modified, static_cast<std::uint64_t>(status.st_size)})
         stamp.fingerprint = mixed(stamp.fingerprint, value);
+    return status.st_mtim.tv_sec;
 }
 
 } // namespace
@@ -47,8 +49,9 @@ BundleStamp BundleStamp::of(const std::string& bundle) {
     const std::string alternatives = entryOf(bundle, BundleParts::alternatives);
     // Not the resources folder itself: the program's own note changes its time, which says nothing of the
     // project.
-    for (const auto& part : {bundle, entryOf(resources, BundleParts::information), alternatives})
-        addPart(part, stamp);
+    addPart(bundle, stamp);
+    stamp.informationSeconds = addPart(entryOf(resources, BundleParts::information), stamp);
+    addPart(alternatives, stamp);
 
     std::vector<std::string> names;
     readFolders(alternatives, [&](const std::string& name) { names.push_back(name); });

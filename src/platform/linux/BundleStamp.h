@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace Stemhaven {
@@ -22,10 +23,15 @@ struct BundleStamp {
     std::uint64_t newest = 0;
     /// Differs when any part has another time, size or inode.
     std::uint64_t fingerprint = 0;
+    /// When the contents of the information file were changed, in seconds since 1970; 0 when there is none.
+    std::int64_t informationSeconds = 0;
 
     static BundleStamp of(const std::string& bundle);
 
     bool operator==(const BundleStamp&) const = default;
 };
+
+/// Whether a bundle was changed while nobody watched it. Empty where that is not asked.
+using WasMissed = std::function<bool(const std::string& bundle, const BundleStamp& stamp)>;
 
 } // namespace Stemhaven

@@ -16,12 +16,12 @@ RootPoller::RootPoller(
       m_stop(stop),
       m_next(Clock::now() + interval) {}
 
-void RootPoller::begin(std::optional<std::uint64_t> since, EventCoalescer& events) {
+void RootPoller::begin(const WasMissed& wasMissed, EventCoalescer& events) {
     m_bundles = look().value_or(Bundles{});
-    if (!since)
+    if (!wasMissed)
         return;
     for (const auto& [path, bundle] : m_bundles) {
-        if (bundle.stamp.newest >= *since)
+        if (wasMissed(path, bundle.stamp))
             events.add(path, bundle.fileID, FileEvent::ItemModified);
     }
 }

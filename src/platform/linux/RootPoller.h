@@ -24,8 +24,8 @@ public:
         std::string top, const BundleNames& names, std::chrono::milliseconds interval,
         const std::atomic<bool>& stop);
 
-    /// Learns what is there. Bundles changed since then, if it is given, are reported.
-    void begin(std::optional<std::uint64_t> since, EventCoalescer& events);
+    /// Learns what is there, and reports what was missed.
+    void begin(const WasMissed& wasMissed, EventCoalescer& events);
 
     /// False when the folder is not there or cannot be read. Nothing is reported then: it may come back.
     bool poll(EventCoalescer& events);

@@ -17,10 +17,6 @@ namespace {
 /// File systems that round times do so to at most this many nanoseconds.
 constexpr std::uint64_t coarsestTime = 2'000'000'000;
 
-std::uint64_t withMargin(std::uint64_t moment) {
-    return moment - std::min(moment, coarsestTime);
-}
-
 std::string lowestExistingAbove(const std::string& path) {
     std::string folder(parentOf(path));
     while (!folder.empty() && !FolderIdentity::of(folder, true))
@@ -51,7 +47,7 @@ void RootSet::begin(std::optional<std::uint64_t> since) {
         if (root.poller)
             continue;
         if (FolderIdentity::of(root.path, true)) {
-            establish(root, since);
+            establish(root, missedSince(since));
             if (since)
                 search(root);
         } else {
@@ -61,41 +57,52 @@ void RootSet::begin(std::optional<std::uint64_t> since) {
     lookOut();
 }
 
-void RootSet::establish(Root& root, std::optional<std::uint64_t> since) {
+WasMissed RootSet::missedSince(std::optional<std::uint64_t> moment) const {
+    if (!moment)
+        return {};
+    const std::uint64_t since = *moment - std::min(*moment, coarsestTime);
+    return [since, &recorded = m_tools.recordedTimes](const std::string& bundle, const BundleStamp& stamp) {
+        if (stamp.newest >= since)
+            return true;
+        // The clock may have been set back when it was saved.
+        const auto time = recorded.constFind(QFile::decodeName(bundle.c_str()));
+        return time != recorded.cend() && stamp.informationSeconds != 0 && *time != stamp.informationSeconds;
+    };
+}
+
+void RootSet::establish(Root& root, const WasMissed& wasMissed) {
     root.identity = FolderIdentity::of(root.path, true);
     root.poller.reset();
-    if (since)
-        since = withMargin(*since);
     if (root.isBeyondLimit || !m_tools.calls.tellsEvents(root.path.c_str())) {
-        beginPolling(root, since);
+        beginPolling(root, wasMissed);
         return;
     }
     try {
-        beginWatching(root, since);
+        beginWatching(root, wasMissed);
     } catch (const WatchLimitReached&) {
         m_tools.watcher.release(root.path);
         logLimit();
         root.isBeyondLimit = true;
-        beginPolling(root, since);
+        beginPolling(root, wasMissed);
     }
 }
 
-void RootSet::beginWatching(Root& root, std::optional<std::uint64_t> since) {
+void RootSet::beginWatching(Root& root, const WasMissed& wasMissed) {
     m_tools.watcher.watch(root.path, WatchRootPath);
     m_tools.watcher.watchTree(root.path, [&](const std::string& bundle, std::uint64_t fileID, bool) {
-        if (since && BundleStamp::of(bundle).newest >= *since)
+        if (wasMissed && wasMissed(bundle, BundleStamp::of(bundle)))
             m_tools.events.add(bundle, fileID, FileEvent::ItemModified);
     });
     // A root that cannot be read is as good as missing.
     setState(root, m_tools.table.find(root.path) ? State::Watched : State::Missing);
 }
 
-void RootSet::beginPolling(Root& root, std::optional<std::uint64_t> since) {
+void RootSet::beginPolling(Root& root, const WasMissed& wasMissed) {
     if (root.state != State::Polled)
         qWarning() << "No file system events for folder. It is looked through every few seconds: "
                    << QFile::decodeName(root.path.c_str());
     root.poller.emplace(root.path, m_tools.names, m_pollInterval, m_tools.stop);
-    root.poller->begin(since, m_tools.events);
+    root.poller->begin(wasMissed, m_tools.events);
     setState(root, State::Polled);
 }
 
@@ -141,7 +148,7 @@ void RootSet::checkMounts() {
         if (!isInside || root.state != State::Watched)
             continue;
         m_tools.watcher.release(root.path);
-        establish(root, m_tools.clock.wallTime());
+        establish(root, missedSince(m_tools.clock.wallTime()));
         search(root);
     }
     lookOut();
@@ -168,7 +175,7 @@ void RootSet::lose(Root& root, std::uint32_t flags) {
 }
 
 void RootSet::comeBack(Root& root) {
-    establish(root, root.lostAt);
+    establish(root, missedSince(root.lostAt));
     if (root.state == State::Missing)
         return;
     if (m_tools.names.isBundle(root.path))
@@ -183,7 +190,7 @@ void RootSet::giveUpWatching(const std::string& path, std::uint64_t since) {
             continue;
         m_tools.watcher.release(root.path);
         root.isBeyondLimit = true;
-        beginPolling(root, withMargin(since));
+        beginPolling(root, missedSince(since));
         search(root);
     }
     lookOut();

@@ -7,6 +7,8 @@
 #include "platform/linux/RootPoller.h"
 #include "platform/linux/TreeWatcher.h"
 
+#include <QHash>
+
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -34,6 +36,7 @@ public:
         TreeWatcher& watcher;
         EventCoalescer& events;
         EventClock& clock;
+        const QHash<QString, qint64>& recordedTimes;
         const std::atomic<bool>& stop;
     };
 
@@ -42,8 +45,8 @@ public:
         std::vector<std::string> roots, std::chrono::milliseconds pollInterval, std::uint64_t missingSince,
         Tools tools);
 
-    /// Begins anew with all roots. With a moment, each bundle that was changed since then is reported, and
-    /// each root is to be searched.
+    /// Begins anew with all roots. With a moment, each bundle is reported that was changed since then or has
+    /// another time than is recorded, and each root is to be searched.
     void begin(std::optional<std::uint64_t> since);
 
     bool contains(const std::string& path) const;
@@ -81,9 +84,10 @@ private:
         std::optional<RootPoller> poller;
     };
 
-    void establish(Root& root, std::optional<std::uint64_t> since);
-    void beginWatching(Root& root, std::optional<std::uint64_t> since);
-    void beginPolling(Root& root, std::optional<std::uint64_t> since);
+    WasMissed missedSince(std::optional<std::uint64_t> moment) const;
+    void establish(Root& root, const WasMissed& wasMissed);
+    void beginWatching(Root& root, const WasMissed& wasMissed);
+    void beginPolling(Root& root, const WasMissed& wasMissed);
     void lose(Root& root, std::uint32_t flags);
     void comeBack(Root& root);
     void setState(Root& root, State state);

@@ -45,7 +45,7 @@ WatchSession::WatchSession(
       m_events(m_eventClock, request.latency),
       m_roots(
           rootsOf(request), pollInterval, replayStart().value_or(m_eventClock.wallTime()),
-          {m_calls, m_names, m_table, m_watcher, m_events, m_eventClock, stop}),
+          {m_calls, m_names, m_table, m_watcher, m_events, m_eventClock, m_request.recordedTimes, stop}),
       m_translator({m_names, m_table, m_watcher, m_roots, m_events}) {}
 
 /// An id from the future is of a clock that was wrong, then or now: nothing that it excludes can be trusted.
