@@ -2,6 +2,7 @@
 
 #include "app/errors/DbException.h"
 #include "database/CallbackRunners.h"
+#include "database/Outage.h"
 
 #include <QDebug>
 #include <QSqlDatabase>
@@ -72,6 +73,7 @@ unsigned short EditTask::exec() {
     };
     try {
         readAndWrite();
+        outage().written();
         return postSuccess();
     } catch (const DbException& error) {
         return failed(error);

@@ -2,6 +2,7 @@
 
 #include "app/errors/DbException.h"
 #include "database/CallbackRunners.h"
+#include "database/Outage.h"
 
 #include <QDebug>
 #include <QSqlError>
@@ -22,9 +23,10 @@ void MultistatementTask::setSqlErrorCallback(SqlErrorCallback callback) {
 unsigned short MultistatementTask::exec() {
     try {
         executeAll();
+        outage().written();
         return postSuccess();
-    } catch (const DbException& error) {
-        qCritical() << "Exception caught in MultistatementTask::exec()!" << error;
+    } catch (const DbException& failure) {
+        const auto error = outage().logged("Exception caught in MultistatementTask::exec()!", failure);
         if (m_sqlErrorCallback) {
             return post([this, error, self = shared_from_this()] {
                 invokeSqlErrorCallback(m_sqlErrorCallback, self, error);

@@ -2,6 +2,7 @@
 
 #include "app/errors/DbException.h"
 #include "database/CallbackRunners.h"
+#include "database/Outage.h"
 #include "database/RowCount.h"
 #include "database/TaskManager.h"
 
@@ -32,8 +33,8 @@ void QueryTask::setSqlErrorCallback(SqlErrorCallback callback) {
 unsigned short QueryTask::exec() {
     try {
         return execute();
-    } catch (const DbException& error) {
-        qCritical() << "Exception caught in QueryTask::exec()!" << error;
+    } catch (const DbException& failure) {
+        const auto error = outage().logged("Exception caught in QueryTask::exec()!", failure);
         if (m_sqlErrorCallback) {
             return post([this, error, self = shared_from_this()] {
                 invokeSqlErrorCallback(m_sqlErrorCallback, self, error);
@@ -60,6 +61,7 @@ unsigned short QueryTask::postResults(std::unique_ptr<QSqlQuery> query) {
     const auto self = shared_from_this();
     unsigned short posted = 0;
     if (!query->isSelect()) {
+        outage().written();
         if (m_onInsertCallback && m_sql.contains(QLatin1String("insert"), Qt::CaseInsensitive)) {
             const auto insertId = query->lastInsertId().toLongLong();
             posted +=

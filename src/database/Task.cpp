@@ -63,6 +63,10 @@ std::shared_ptr<Task> Task::nextTask(std::size_t index) const {
     return index < m_nextTasks.size() ? m_nextTasks[index] : nullptr;
 }
 
+Outage& Task::outage() const {
+    return m_manager->m_outage;
+}
+
 void Task::runUnder(TaskManager& manager) {
     m_manager = &manager;
     m_managerIsEnding = manager.m_ending;

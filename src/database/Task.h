@@ -11,6 +11,7 @@ class QSqlDatabase;
 namespace Stemhaven {
 
 class Exception;
+class Outage;
 class TaskManager;
 
 /// A piece of work for the task manager's worker thread, with callbacks on the GUI thread and follow-up
@@ -56,6 +57,8 @@ protected:
     QSqlDatabase& database() const { return *m_database; }
 
     TaskManager* manager() const { return m_manager; }
+
+    Outage& outage() const;
 
     /// Posts a callback, if there is one; its failure is logged by the runner that is called with it. Returns
     /// the number of callbacks posted, 0 or 1.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/Outage.h"
 #include "database/Task.h"
 
 #include <QObject>
@@ -14,7 +15,6 @@ class QSqlQuery;
 
 namespace Stemhaven {
 
-class DbException;
 struct ProjectDetails;
 
 /// The one road to the databases: owns both connections and the worker thread that alone uses them.
@@ -101,6 +101,7 @@ private:
     QString m_rootPathsPath;
     QSqlDatabase m_mainDatabase;
     QSqlDatabase m_rootPathsDatabase;
+    Outage m_outage;
 
     std::mutex m_queueMutex; // the queue, and every change of the flags
     std::deque<std::shared_ptr<Task>> m_queue;

@@ -134,7 +134,7 @@ void BundleCheck::logDuplicates(const TaskPointer& task, const Record& chosen, c
 
 void BundleCheck::sufidUnknown(const TaskPointer& task) {
     if (!m_details.sufid.valid || !QFileInfo::exists(m_details.bundlePath())) {
-        qWarning() << "Could not find project on drive. Project will not be added: " << m_details;
+        m_callbacks.vanished(m_details);
         return;
     }
     skippingUnreadable("Skipping... Could not read project data for new project: ", [&] {
@@ -253,7 +253,7 @@ void BundleCheck::skippingUnreadable(const char* what, const std::function<void(
 }
 
 void BundleCheck::databaseFailed(const DbException& error, const QString& what) {
-    qCritical().noquote() << what;
+    logFailure(error).noquote() << what;
     if (error.isStatementAtFault())
         return;
     m_hasDatabaseFailed = true;

@@ -29,11 +29,12 @@ class TaskManager;
 /// checked.
 class BundleCheck : public std::enable_shared_from_this<BundleCheck> {
 public:
-    /// What a check comes to, told on the GUI thread. A bundle that is to have no record is none of the first
-    /// three.
+    /// What a check comes to, told on the GUI thread. A bundle whose move is told by other events is none of
+    /// the first four.
     struct Callbacks {
         std::function<void(const ProjectDetails&)> written;
         std::function<void(const ProjectDetails&)> unreadable;
+        std::function<void(const ProjectDetails&)> vanished;
         std::function<void(const ProjectDetails&)> databaseFailed;
         /// Whatever it came to, but for a failed database. From any thread.
         std::function<void()> ended;

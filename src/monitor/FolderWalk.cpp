@@ -2,7 +2,6 @@
 
 #include "project/BundleSuffixes.h"
 
-#include <QDebug>
 #include <QFile>
 
 #include <filesystem>
@@ -39,16 +38,9 @@ bool isHidden(std::string_view path) {
     return path.substr(path.rfind('/') + 1).starts_with('.');
 }
 
-void logUnreadable(const std::string& folder, const std::error_code& error) {
-    qWarning() << "Could not read folder. Skipping: " << QFile::decodeName(folder.c_str())
-               << QString::fromLocal8Bit(error.message());
-}
-
 } // namespace
 
-FolderWalk::FolderWalk(std::function<void(const QString&)> onBundle, std::function<bool()> isStopped)
-    : m_onBundle(std::move(onBundle)),
-      m_isStopped(std::move(isStopped)) {}
+FolderWalk::FolderWalk(Callbacks callbacks) : m_callbacks(std::move(callbacks)) {}
 
 void FolderWalk::walk(const QString& root) const {
     const auto suffixes = encodedSuffixes();
@@ -59,7 +51,7 @@ void FolderWalk::walk(const QString& root) const {
         std::error_code error;
         fs::directory_iterator entries(folder, error);
         for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
-            if (m_isStopped())
+            if (m_callbacks.isStopped())
                 return;
             const auto& entry = *entries;
             std::error_code unknown;
@@ -67,12 +59,13 @@ void FolderWalk::walk(const QString& root) const {
                 continue;
             const std::string& path = entry.path().native();
             if (endsInSuffix(path, suffixes))
-                m_onBundle(QFile::decodeName(path.c_str()));
+                m_callbacks.bundle(QFile::decodeName(path.c_str()));
             else if (!isHidden(path) && entry.is_directory(unknown))
                 folders.push_back(path);
         }
         if (error)
-            logUnreadable(folder, error);
+            m_callbacks.unreadable(
+                QFile::decodeName(folder.c_str()), QString::fromLocal8Bit(error.message()));
     }
 }
 

@@ -7,18 +7,24 @@
 namespace Stemhaven {
 
 /// Finds the bundles below a folder. Does not look into bundles, follows no symbolic links and passes over
-/// hidden folders. A folder that cannot be read is logged and passed over.
+/// hidden folders.
 class FolderWalk {
 public:
-    /// onBundle gets the path of each entry that is named like a bundle; isStopped is asked before each
-    /// entry.
-    FolderWalk(std::function<void(const QString&)> onBundle, std::function<bool()> isStopped);
+    struct Callbacks {
+        /// Gets the path of each entry that is named like a bundle.
+        std::function<void(const QString& path)> bundle;
+        /// Gets each folder that is passed over because it cannot be read, and why.
+        std::function<void(const QString& folder, const QString& reason)> unreadable;
+        /// Asked before each entry.
+        std::function<bool()> isStopped;
+    };
+
+    explicit FolderWalk(Callbacks callbacks);
 
     void walk(const QString& root) const;
 
 private:
-    std::function<void(const QString&)> m_onBundle;
-    std::function<bool()> m_isStopped;
+    Callbacks m_callbacks;
 };
 
 } // namespace Stemhaven

@@ -60,8 +60,8 @@ void MoveResolution::resolveFolder(const ChangedPath& changed) {
                     task, fileID, ProjectDetails(path), ProjectDetails(newPath), static_cast<long long>(id));
             }
         });
-        select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
-            qCritical() << "Could not select projects matching prior paths for filepath resolution!";
+        select->setSqlErrorCallback([](const TaskPointer&, const DbException& error) {
+            logFailure(error) << "Could not select projects matching prior paths for filepath resolution!";
         });
         m_tasks.addTask(select);
     }
@@ -101,8 +101,9 @@ void MoveResolution::resolveProject(const ChangedPath& changed) {
             }
         });
         select->setSqlErrorCallback(
-            [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException&) {
-                qCritical() << "ProjectMonitor: Could not select projects to check for moved/renamed paths!";
+            [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
+                logFailure(error)
+                    << "ProjectMonitor: Could not select projects to check for moved/renamed paths!";
                 m_callbacks.unknownBundle(newDetails.bundlePath());
             });
         m_tasks.addTask(select);
@@ -147,8 +148,8 @@ void MoveResolution::resolveOne(
             m_callbacks.unknownBundle(newDetails.bundlePath());
     });
     select->setSqlErrorCallback(
-        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException&) {
-            qCritical() << "ProjectMonitor: Could not move/rename project!";
+        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
+            logFailure(error) << "ProjectMonitor: Could not move/rename project!";
             m_callbacks.unknownBundle(newDetails.bundlePath());
         });
     m_tasks.addTask(select, task);
@@ -167,8 +168,8 @@ void MoveResolution::move(
         m_callbacks.written();
     });
     update->setSqlErrorCallback(
-        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException&) {
-            qCritical() << "ProjectMonitor: Could not move/rename project!";
+        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
+            logFailure(error) << "ProjectMonitor: Could not move/rename project!";
             m_callbacks.unknownBundle(newDetails.bundlePath());
         });
     m_tasks.addTask(update, task);

@@ -47,6 +47,7 @@ ProjectMonitor::ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds lat
     : m_tasks(tasks),
       m_latency(latency),
       m_rechecks(latency, [this](const QString& bundlePath) { return checkBundle(bundlePath, true); }),
+      m_vanished(latency),
       m_search(searchCallbacks()) {
     // Used here, the settings are still there for the destructor at the end of the process.
     // What happens from now on is replayed by the next start at the latest, also where no event comes before
@@ -223,12 +224,17 @@ void ProjectMonitor::loadProjectPaths(
             self->m_knownPaths = *paths;
             self->m_recordedTimes = *times;
         }
+        self->m_arePathsUnreadable = false;
         if (continuation)
             continuation();
     });
     task->setErrorCallback([self, onFailure](const std::shared_ptr<Task>&, const Exception& error) {
-        qCritical() << "Could not retrieve project filepaths!" << error;
-        if (self && onFailure)
+        if (!self)
+            return;
+        // A search asks again every few seconds.
+        if (!std::exchange(self->m_arePathsUnreadable, true))
+            qCritical() << "Could not retrieve project filepaths!" << error;
+        if (onFailure)
             onFailure();
     });
     m_tasks.addTask(task);

@@ -5,6 +5,7 @@
 #include "monitor/ProjectSearch.h"
 #include "monitor/Rechecks.h"
 #include "monitor/UnresolvedMoves.h"
+#include "monitor/VanishedBundles.h"
 #include "monitor/WatchedFolders.h"
 #include "platform/FileEventStream.h"
 #include "project/ProjectDetails.h"
@@ -134,8 +135,10 @@ private:
     std::shared_ptr<ChecksInProgress> m_checks = std::make_shared<ChecksInProgress>();
     UnresolvedMoves m_moves;
     Rechecks m_rechecks;                       // GUI thread
+    VanishedBundles m_vanished;                // GUI thread
     std::shared_ptr<FileEventStream> m_stream; // GUI thread
     bool m_isStartDelayed = false;             // GUI thread
+    bool m_arePathsUnreadable = false;         // GUI thread
     std::atomic<bool> m_running = false;
     std::atomic<bool> m_updateRequested = false;
     std::atomic<bool> m_searchOwed = false;

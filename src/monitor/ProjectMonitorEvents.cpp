@@ -108,6 +108,10 @@ bool ProjectMonitor::checkBundle(const QString& bundlePath, bool fromEvent) {
                     if (self && fromEvent)
                         self->m_rechecks.bundleUnreadable(unreadable.bundlePath());
                 },
+                [self](const ProjectDetails& vanished) {
+                    if (self)
+                        self->m_vanished.add(vanished);
+                },
                 [self](const ProjectDetails& unanswered) {
                     if (self)
                         self->m_rechecks.databaseFailed(unanswered.bundlePath());

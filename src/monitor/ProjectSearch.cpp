@@ -83,19 +83,24 @@ void ProjectSearch::walkRoots(const QSet<QString>& known) {
     int found = 0;
     auto lastReport = Clock::now();
     const FolderWalk walk(
-        [&](const QString& bundlePath) {
-            ++found;
-            if (Clock::now() - lastReport >= betweenReports) {
-                lastReport = Clock::now();
-                m_callbacks.progressed(found);
-            }
-            if (known.contains(bundlePath) && !lacksNote(bundlePath))
-                return;
-            m_callbacks.waitForRoom(giveUp);
-            if (!giveUp())
-                m_callbacks.check(bundlePath);
-        },
-        giveUp);
+        {[&](const QString& bundlePath) {
+             ++found;
+             if (Clock::now() - lastReport >= betweenReports) {
+                 lastReport = Clock::now();
+                 m_callbacks.progressed(found);
+             }
+             if (known.contains(bundlePath) && !lacksNote(bundlePath))
+                 return;
+             m_callbacks.waitForRoom(giveUp);
+             if (!giveUp())
+                 m_callbacks.check(bundlePath);
+         },
+         [this](const QString& folder, const QString& reason) {
+             // Once, not in each search.
+             if (m_unreadable.insert(folder).second)
+                 qWarning() << "Could not read folder. Skipping: " << folder << reason;
+         },
+         giveUp});
     const auto roots = m_callbacks.roots();
     for (const auto& root : roots)
         walk.walk(root);

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <functional>
 #include <mutex>
+#include <set>
 
 namespace Stemhaven {
 
@@ -59,6 +60,7 @@ private:
     int m_unsettledWalks = 0;
     std::atomic<bool> m_again = false;
     std::atomic<bool> m_stop = false;
+    std::set<QString> m_unreadable; // the walk's thread
     QFuture<void> m_future;
 };
 

@@ -1,7 +1,5 @@
 #include "monitor/FolderWalk.h"
 
-#include "support/LogCapture.h"
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -15,7 +13,10 @@ namespace {
 QStringList walk(
     const QString& root, const std::function<bool()>& stopped = [] { return false; }) {
     QStringList found;
-    FolderWalk([&](const QString& path) { found.append(path.mid(root.size() + 1)); }, stopped).walk(root);
+    FolderWalk({[&](const QString& path) { found.append(path.mid(root.size() + 1)); },
+                [&](const QString& folder, const QString&) { found.append("unreadable: " + folder); },
+                stopped})
+        .walk(root);
     found.sort();
     return found;
 }
@@ -41,14 +42,13 @@ TEST(FolderWalk, FindsWhatIsNamedLikeABundleAndNoMore) {
     EXPECT_EQ(walk(root.path()), expected);
 }
 
-TEST(FolderWalk, StopsWhenToldAndLogsAFolderThatIsNotThere) {
+TEST(FolderWalk, StopsWhenToldAndTellsOfAFolderThatIsNotThere) {
     const QTemporaryDir root;
     for (int i = 0; i < 20; ++i)
         ASSERT_TRUE(QDir(root.path()).mkpath(QString("%1.logicx").arg(i)));
     int looks = 0;
     EXPECT_LT(walk(root.path(), [&] { return ++looks > 5; }).size(), 20);
 
-    LogCapture messages;
-    EXPECT_TRUE(walk(root.path() + "/gone").isEmpty());
-    EXPECT_EQ(messages.count("W: Could not read folder. Skipping: "), 1);
+    const auto gone = root.path() + "/gone";
+    EXPECT_EQ(walk(gone), QStringList("unreadable: " + gone));
 }

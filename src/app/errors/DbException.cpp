@@ -1,5 +1,6 @@
 #include "app/errors/DbException.h"
 
+#include <QDebug>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -68,6 +69,10 @@ DbException* DbException::clone() const {
 
 void DbException::raise() const {
     throw *this;
+}
+
+QDebug logFailure(const DbException& exception) {
+    return exception.isRepeated() ? qDebug() : qCritical();
 }
 
 QDebug operator<<(QDebug debug, const DbException& exception) {

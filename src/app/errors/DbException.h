@@ -26,6 +26,11 @@ public:
     /// is locked, full or out of reach.
     bool isStatementAtFault() const { return m_isStatementAtFault; }
 
+    /// Whether the same has been logged for another statement before and still goes on.
+    bool isRepeated() const { return m_isRepeated; }
+
+    void markAsRepeated() { m_isRepeated = true; }
+
     DbException* clone() const override;
     void raise() const override;
 
@@ -35,7 +40,12 @@ private:
     QString m_queryErrorMessage;
     QString m_executedQuery;
     bool m_isStatementAtFault = false;
+    bool m_isRepeated = false;
 };
+
+/// Where to log what failed with exception: among the critical messages, or if it is repeated among those for
+/// debugging.
+QDebug logFailure(const DbException& exception);
 
 QDebug operator<<(QDebug debug, const DbException& exception);
 std::ostream& operator<<(std::ostream& stream, const DbException& exception);
