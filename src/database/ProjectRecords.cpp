@@ -25,6 +25,13 @@ QString bundlePath(const ProjectDetails& details) {
     return QStringLiteral("%1/%2").arg(details.filepath, details.filename);
 }
 
+QueryTask::SqlErrorCallback forwardedTo(TaskManager::RecordErrorCallback onError) {
+    return [onError = std::move(onError)](const std::shared_ptr<Task>&, const DbException& error) {
+        if (onError)
+            onError(error);
+    };
+}
+
 } // namespace
 
 void TaskManager::addProject(
@@ -49,11 +56,7 @@ void TaskManager::addProject(
         if (onSuccess)
             onSuccess(done, projectId);
     });
-    task->setSqlErrorCallback(
-        [onError = std::move(onError)](const std::shared_ptr<Task>&, const DbException& error) {
-            if (onError)
-                onError(error);
-        });
+    task->setSqlErrorCallback(forwardedTo(std::move(onError)));
     addTask(task, parent);
 }
 
@@ -75,11 +78,7 @@ void TaskManager::updateProject(
             if (onSuccess)
                 onSuccess(done, projectId);
         });
-    task->setSqlErrorCallback(
-        [onError = std::move(onError)](const std::shared_ptr<Task>&, const DbException& error) {
-            if (onError)
-                onError(error);
-        });
+    task->setSqlErrorCallback(forwardedTo(std::move(onError)));
     addTask(task, parent);
 }
 

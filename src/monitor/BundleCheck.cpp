@@ -18,6 +18,21 @@
 
 namespace Stemhaven {
 
+namespace {
+
+/// From the first column of the row that query is on.
+std::optional<long long> projectIdIn(const QSqlQuery& query) {
+    bool converted = false;
+    const auto id = query.value(0).toULongLong(&converted);
+    if (!converted) {
+        qCritical() << "Could not convert project_id!";
+        return std::nullopt;
+    }
+    return static_cast<long long>(id);
+}
+
+} // namespace
+
 BundleCheck::BundleCheck(
     TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, ProjectDetails details, Callbacks callbacks)
     : m_tasks(tasks),
@@ -46,13 +61,9 @@ void BundleCheck::start() {
     task->setQueryCallback([this, self = shared_from_this()](const TaskPointer& done, int, QSqlQuery* query) {
         QList<Record> records;
         while (query->next()) {
-            bool converted = false;
-            const auto id = query->value(0).toLongLong(&converted);
-            if (converted)
+            if (const auto id = projectIdIn(*query))
                 records.append(
-                    {id, unescape(query->value(1).toString()), unescape(query->value(2).toString())});
-            else
-                qCritical() << "Could not convert project_id!";
+                    {*id, unescape(query->value(1).toString()), unescape(query->value(2).toString())});
         }
         if (records.isEmpty())
             sufidUnknown(done);
@@ -154,17 +165,11 @@ void BundleCheck::lookUpNote(const TaskPointer& task, const Note& note) {
                 lookUpPath(done);
                 return;
             }
-            bool converted = false;
-            const auto id = query->value(0).toULongLong(&converted);
-            if (!converted) {
-                qCritical() << "Could not convert project_id!";
-                return;
+            if (const auto id = projectIdIn(*query)) {
+                noteMatched(
+                    done, {*id, unescape(query->value(1).toString()), unescape(query->value(2).toString())},
+                    note);
             }
-            noteMatched(
-                done,
-                {static_cast<long long>(id), unescape(query->value(1).toString()),
-                 unescape(query->value(2).toString())},
-                note);
         });
     select->setSqlErrorCallback([this,
                                  self = shared_from_this()](const TaskPointer&, const DbException& error) {
@@ -203,14 +208,10 @@ void BundleCheck::lookUpPath(const TaskPointer& task) {
                 insert(done);
                 return;
             }
-            bool converted = false;
-            const auto id = query->value(0).toULongLong(&converted);
-            if (!converted) {
-                qCritical() << "Could not convert project_id!";
-                return;
+            if (const auto id = projectIdIn(*query)) {
+                qDebug() << "Found project_id match from Stemhaven.plist: " << *id;
+                update(done, *id);
             }
-            qDebug() << "Found project_id match from Stemhaven.plist: " << id;
-            update(done, static_cast<long long>(id));
         });
     select->setSqlErrorCallback(
         [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
