@@ -278,6 +278,9 @@ TEST_F(ProjectsPaneTest, KeysLeadBetweenSearchAndTable) {
     settle();
     EXPECT_EQ(searchEdit().text(), QStringLiteral("4"));
     EXPECT_TRUE(searchEdit().hasFocus());
+    EXPECT_EQ(selectedName(), QString());
+    table().setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(selectedName(), QStringLiteral("Song 000004"));
 }
 
 TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {

@@ -61,6 +61,15 @@ void KeyEventTableView::keyReleaseEvent(QKeyEvent* event) {
     }
 }
 
+void KeyEventTableView::focusInEvent(QFocusEvent* event) {
+    const bool hadCurrent = currentIndex().isValid();
+    QTableView::focusInEvent(event);
+    // Otherwise the details would show a project that is not marked in the table.
+    if (!hadCurrent && currentIndex().isValid())
+        selectionModel()->select(
+            currentIndex(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
 void KeyEventTableView::focusOutEvent(QFocusEvent* event) {
     m_enterIsDown = false;
     QTableView::focusOutEvent(event);
