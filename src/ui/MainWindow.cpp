@@ -27,6 +27,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QDebug>
+#include <QLayout>
 #include <QSettings>
 #include <QStatusTipEvent>
 #include <QTableView>
@@ -321,6 +322,8 @@ void MainWindow::restoreState() {
         resize(initialSize);
     m_actions->hideCompleted->setChecked(settings.value(SettingsKeys::hideCompleted, true).toBool());
     m_actions->hideIgnored->setChecked(settings.value(SettingsKeys::hideIgnored, true).toBool());
+    // A hidden window lays out late, and the panes would be squeezed into the size that it had before.
+    layout()->activate();
     m_sidePanes->restore();
 }
 

@@ -498,9 +498,14 @@ TEST_F(BrowsingTest, TheWindowComesBackAsItWasLeft) {
     actions().hideSidebar->trigger();
     actions().showDetails->trigger();
     EXPECT_GT(details().width(), 200);
+    auto& splitter = child<QSplitter>("projectInfoSplitter");
+    splitter.setSizes({splitter.width() - 400, 400});
+    const int detailsWidth = details().width();
+    EXPECT_NEAR(detailsWidth, 400, 8);
     window->close();
 
     open();
+    EXPECT_EQ(details().width(), detailsWidth);
     EXPECT_FALSE(child<FilterSidebar>().isVisible());
     actions().showSidebar->trigger();
     // The width is forgotten with the hiding.
