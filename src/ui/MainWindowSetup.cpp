@@ -16,10 +16,24 @@
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QShortcut>
 #include <QSplitter>
 
 using Stemhaven::guarded;
 using Stemhaven::ProjectMonitor;
+
+namespace {
+
+/// As the menu key does, which many keyboards lack.
+void askForContextMenu(QWidget& widget) {
+    const QPoint position = widget.inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, position, widget.mapToGlobal(position));
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+} // namespace
 
 void MainWindow::layOut() {
     m_sidebarToggle->setObjectName(QStringLiteral("sidebarToggleButton"));
@@ -118,6 +132,11 @@ void MainWindow::setupEvents() {
     connect(m_sidebar, &FilterSidebar::renameRequested, this, &MainWindow::renameFilter);
     connect(m_sidebar, &FilterSidebar::removeRequested, this, &MainWindow::removeFilter);
 
+    auto* menuKeys = new QShortcut(Qt::SHIFT | Qt::Key_F10, this);
+    connect(menuKeys, &QShortcut::activated, this, [this] {
+        if (QWidget* widget = focusWidget())
+            askForContextMenu(*widget);
+    });
     connect(m_menus, &ProjectMenus::newRequested, this, [this](FilterType type) { addFilter(type, true); });
 
     connect(m_sidePanes, &SidePanes::changed, this, &MainWindow::sidePanesChanged);

@@ -309,7 +309,8 @@ TEST_F(FilterFormsTest, RemovesEntriesWithTheirReferences) {
         }
         EXPECT_TRUE(button(form, "cancelButton").isDefault());
         EXPECT_TRUE(button(form, "cancelButton").hasFocus());
-        QTest::mouseClick(&button(form, "acceptButton"), Qt::LeftButton);
+        button(form, "acceptButton").setFocus();
+        QTest::keyClick(&form, Qt::Key_Return);
         ASSERT_TRUE(waitUntil([&] { return removed.count() == 1; })) << c.kind;
         EXPECT_EQ(stored(c.type).size(), before - 1) << c.kind;
         EXPECT_EQ(database.rows(QLatin1String(c.left)), c.leftRows) << c.kind;

@@ -8,6 +8,8 @@
 #include "ui/edits/SelectionEditor.h"
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QStatusTipEvent>
 
 using Stemhaven::guarded;
 
@@ -58,6 +60,11 @@ void ProjectMenus::popUp(const QPoint& globalPosition) {
         return;
     auto* menu = new QMenu(&m_window);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    // A sub-menu tells its own menu of its tip, and the one before would stay.
+    connect(menu, &QMenu::hovered, this, [this](const QAction* action) {
+        QStatusTipEvent tip(action->statusTip());
+        QCoreApplication::sendEvent(&m_window, &tip);
+    });
     menu->addActions({m_actions.open, m_actions.showInFinder, m_actions.showPackageContents});
     menu->addSeparator();
     for (AssociationMenu* association : std::as_const(m_menus))

@@ -99,6 +99,9 @@ QWidget* DetailsPane::makeProjectPage() {
     m_open->setObjectName(QStringLiteral("openProjectButton"));
     m_release->setObjectName(QStringLiteral("releaseButton"));
     m_release->setEnabled(false);
+    // Outside of dialogs a button takes the Return key only so.
+    m_open->setAutoDefault(true);
+    m_release->setAutoDefault(true);
     m_progressLabel->setObjectName(QStringLiteral("projectProgressLabel"));
     m_progress->setObjectName(QStringLiteral("projectProgressSlider"));
     m_progress->setAccessibleName(tr("Progress"));

@@ -46,8 +46,11 @@ void FilterSidebar::layOut() {
     buttons->addWidget(m_addButton, 1);
     buttons->addWidget(m_removeButton, 1);
     // A click on them leaves the keyboard in the tree.
-    for (QPushButton* button : {m_addButton, m_removeButton})
+    for (QPushButton* button : {m_addButton, m_removeButton}) {
         button->setFocusPolicy(Qt::TabFocus);
+        // Outside of dialogs a button takes the Return key only so.
+        button->setAutoDefault(true);
+    }
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, margin, 0, 0);

@@ -226,6 +226,12 @@ void FilterTreeView::drawBranches(QPainter* painter, const QRect& rect, const QM
     painter->restore();
 }
 
+void FilterTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    // The base class paints two items anew, the mark goes over whole rows.
+    viewport()->update();
+}
+
 void FilterTreeView::changeEvent(QEvent* event) {
     QTreeView::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)

@@ -138,7 +138,6 @@ void RemoveFilter::layOut() {
     auto* cancelButton = buttons->addButton(tr("Cancel"), QDialogButtonBox::RejectRole);
     m_removeButton->setObjectName(QStringLiteral("acceptButton"));
     cancelButton->setObjectName(QStringLiteral("cancelButton"));
-    m_removeButton->setAutoDefault(false);
     cancelButton->setDefault(true);
     cancelButton->setFocus();
     connect(buttons, &QDialogButtonBox::accepted, this, &RemoveFilter::accept);
