@@ -1,54 +1,47 @@
 #include "app/logging/Profiler.h"
 
+#include <QMap>
 #include <QRegularExpression>
 #include <QString>
 
 #include <gtest/gtest.h>
 
-#include <iostream>
-#include <sstream>
-
 namespace {
 
-QString report() {
-    std::ostringstream output;
-    std::streambuf* const console = std::cout.rdbuf(output.rdbuf());
+/// The nanoseconds of each line of a report that counts so many timers.
+QMap<QString, qint64> report(int timers) {
+    testing::internal::CaptureStdout();
     Util::Profiler::printReport();
-    std::cout.rdbuf(console);
-    return QString::fromStdString(output.str());
-}
+    const QString text = QString::fromStdString(testing::internal::GetCapturedStdout());
+    EXPECT_TRUE(text.startsWith(QString("Profiler results:\n\tScopedTimer count: %1\n").arg(timers)));
 
-qint64 nanoseconds(const QString& text, const QString& label) {
+    QMap<QString, qint64> values;
     const QRegularExpression line(
-        "^\\t\\t" + label + ": (\\d+) ns, (\\d+) ms, (\\d+) s$", QRegularExpression::MultilineOption);
-    const auto match = line.match(text);
-    EXPECT_TRUE(match.hasMatch()) << label.toStdString();
-    EXPECT_EQ(match.captured(2).toLongLong(), match.captured(1).toLongLong() / 1'000'000);
-    EXPECT_EQ(match.captured(3).toLongLong(), match.captured(1).toLongLong() / 1'000'000'000);
-    return match.captured(1).toLongLong();
+        "^\\t\\t(\\w+ \\w+): (\\d+) ns, (\\d+) ms, (\\d+) s$", QRegularExpression::MultilineOption);
+    for (const QRegularExpressionMatch& match : line.globalMatch(text)) {
+        const qint64 nanoseconds = match.captured(2).toLongLong();
+        EXPECT_EQ(match.captured(3).toLongLong(), nanoseconds / 1'000'000);
+        EXPECT_EQ(match.captured(4).toLongLong(), nanoseconds / 1'000'000'000);
+        values[match.captured(1)] = nanoseconds;
+    }
+    return values;
 }
 
 TEST(Profiler, ReportsDurationsAndIntervals) {
-    const QStringList labels = {"Max duration",  "Min duration",  "Avg duration",
-                                "Min frequency", "Max frequency", "Avg frequency"};
-    for (const QString& label : labels)
-        EXPECT_EQ(nanoseconds(report(), label), 0) << "before any timer";
+    EXPECT_EQ(report(0).values(), QList<qint64>(6, 0));
 
     { const auto timer = Util::Profiler::scopeTimer(); }
-    const QString one = report();
-    EXPECT_EQ(nanoseconds(one, "Max duration"), nanoseconds(one, "Min duration"));
-    EXPECT_EQ(nanoseconds(one, "Max duration"), nanoseconds(one, "Avg duration"));
-    for (const QString& label : labels.mid(3))
-        EXPECT_EQ(nanoseconds(one, label), 0) << "a lone timer";
+    const auto one = report(1);
+    const qint64 only = one["Max duration"];
+    EXPECT_EQ(one.values(), QList<qint64>({only, 0, only, 0, only, 0}));
 
     { const auto timer = Util::Profiler::scopeTimer(); }
     { const auto timer = Util::Profiler::scopeTimer(); }
-    const QString three = report();
-    EXPECT_TRUE(three.startsWith("Profiler results:\n\tScopedTimer count: 3\n")) << three.toStdString();
-    EXPECT_LE(nanoseconds(three, "Min frequency"), nanoseconds(three, "Max frequency"));
+    const auto three = report(3);
+    EXPECT_LE(three["Min frequency"], three["Max frequency"]);
     // Two intervals, divided by three timers, less one.
-    const qint64 sum = nanoseconds(three, "Min frequency") + nanoseconds(three, "Max frequency");
-    EXPECT_EQ(nanoseconds(three, "Avg frequency"), static_cast<qint64>(static_cast<double>(sum) / 3 - 1.0));
+    const qint64 sum = three["Min frequency"] + three["Max frequency"];
+    EXPECT_EQ(three["Avg frequency"], static_cast<qint64>(static_cast<double>(sum) / 3 - 1.0));
 }
 
 } // namespace

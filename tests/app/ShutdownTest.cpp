@@ -1,7 +1,8 @@
 #include "app/Shutdown.h"
 
+#include "support/Waiting.h"
+
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QThread>
 
 #include <gtest/gtest.h>
@@ -22,16 +23,14 @@ TEST(Shutdown, RunsAndDestroysCallsOnTheGuiThreadBeforeItHasBegun) {
     const auto expectGuiThread = [](void* /*nothing*/) {
         EXPECT_EQ(QThread::currentThread(), qApp->thread());
     };
-    QEventLoop loop;
     std::thread poster([&] {
         for (int i = 0; i < calls; ++i)
             EXPECT_TRUE(Shutdown::post([&, witness = std::shared_ptr<void>(nullptr, expectGuiThread)] {
                 EXPECT_EQ(QThread::currentThread(), qApp->thread());
-                if (++ran == calls)
-                    loop.quit();
+                ++ran;
             }));
     });
-    loop.exec();
+    EXPECT_TRUE(waitUntil([&] { return ran == calls; })) << ran;
     poster.join();
     EXPECT_FALSE(Shutdown::hasBegun());
 }

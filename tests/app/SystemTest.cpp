@@ -17,12 +17,7 @@ TEST(Paths, AreThoseOfTheEnvironmentAtLoadWhateverTheApplicationIsCalled) {
 }
 
 TEST(SystemCall, ReturnsStandardOutputAlone) {
-    struct Case {
-        const char* command;
-        QString output;
-    };
-
-    const Case cases[] = {
+    const std::pair<const char*, QString> cases[] = {
         {"echo out; echo err >&2; exit 3", "out\n"},
         {"printf '%s' ' ein \"Stück\" '", " ein \"Stück\" "},
         {"printf '%0127d\\n%0128d' 0 0", QString(127, '0') + "\n" + QString(128, '0')},
@@ -30,8 +25,8 @@ TEST(SystemCall, ReturnsStandardOutputAlone) {
         {"true", ""},
     };
     testing::internal::CaptureStderr();
-    for (const Case& each : cases)
-        EXPECT_EQ(Stemhaven::systemCall(each.command), each.output) << each.command;
+    for (const auto& [command, output] : cases)
+        EXPECT_EQ(Stemhaven::systemCall(command), output) << command;
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "err\n");
     EXPECT_EQ(Stemhaven::system_call("printf '\\377\\n'"), "\xff\n");
 }

@@ -30,8 +30,8 @@ TEST(EventCoalescer, MakesOneEventOfAStormAndKeepsTheOrderOfWhatCameLast) {
     EventCoalescer coalescer(EventClock::instance(), 3s);
     for (int i = 0; i < 1'000; ++i)
         coalescer.add("/a.logicx/Resources/x", 0, FileEvent::ItemModified);
-    coalescer.add("/a.logicx", 7, FileEvent::ItemRenamed);
-    coalescer.add("/a.logicx", 8, FileEvent::ItemCreated);
+    coalescer.add("/b.logicx", 7, FileEvent::ItemRenamed);
+    coalescer.add("/b.logicx", 8, FileEvent::ItemCreated);
     coalescer.add("/a.logicx/Resources/x", 0, FileEvent::ItemCreated);
 
     const auto batch = coalescer.take();

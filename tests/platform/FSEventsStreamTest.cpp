@@ -1,8 +1,6 @@
 #include "macos_double/MacosDouble.h"
 #include "platform/FileEventStream.h"
 
-#include <QTemporaryDir>
-
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -10,30 +8,28 @@
 #include <thread>
 
 using namespace Stemhaven;
+using MacosDouble::Fault;
 using RootState = FileEventStream::RootState;
 
 namespace {
 
 const QStringList startCalls{
-    QStringLiteral("FSEventStreamCreate"), QStringLiteral("FSEventStreamSetDispatchQueue default"),
-    QStringLiteral("FSEventStreamStart")};
+    QStringLiteral("FSEventStreamCreate /Music/ since 18446744073709551615, latency 3, flags 467"),
+    QStringLiteral("FSEventStreamSetDispatchQueue default"), QStringLiteral("FSEventStreamStart")};
 const QStringList stopCalls{
     QStringLiteral("FSEventStreamStop"), QStringLiteral("FSEventStreamSetDispatchQueue null"),
     QStringLiteral("FSEventStreamInvalidate"), QStringLiteral("FSEventStreamRelease")};
 
-FileWatchRequest requestFor(const QStringList& roots) {
-    FileWatchRequest request;
-    request.roots = roots;
-    return request;
-}
-
 void fireOne() {
-    MacosDouble::fire({{QStringLiteral("/Music/Song.logicx"), 7, {}, FileEvent::ItemModified, 1}});
+    MacosDouble::fire({{QStringLiteral("/Music/Song.logicx"), 7, 0, FileEvent::ItemModified, 1}});
 }
 
 class FSEventsStreamTest : public testing::Test {
 protected:
-    FSEventsStreamTest() { MacosDouble::reset(); }
+    FSEventsStreamTest() {
+        MacosDouble::reset();
+        request.roots = QStringList{QStringLiteral("/Music/")};
+    }
 
     void TearDown() override {
         stream.reset();
@@ -44,24 +40,29 @@ protected:
     }
 
     void create(FileEventStream::Handler handler) {
-        stream = FileEventStream::create(requestFor({QStringLiteral("/Music/")}), std::move(handler));
+        stream = FileEventStream::create(request, std::move(handler));
     }
 
     void createCounting() {
         create([this](const QList<FileEvent>&) { ++handled; });
     }
 
+    FileWatchRequest request;
     std::unique_ptr<FileEventStream> stream;
     std::atomic<int> handled = 0;
 };
 
 } // namespace
 
-TEST_F(FSEventsStreamTest, CreatesStartsAndStopsInOrder) {
+TEST_F(FSEventsStreamTest, StartsAndStopsInOrderAndKnowsWhichRootsAreThere) {
+    const QString there = QStringLiteral("/proc/");
     createCounting();
     EXPECT_TRUE(MacosDouble::calls().isEmpty());
+    EXPECT_EQ(stream->stateOf(there), RootState::Missing);
     ASSERT_TRUE(stream->start());
     EXPECT_EQ(MacosDouble::calls(), startCalls);
+    EXPECT_EQ(stream->stateOf(there), RootState::Watched);
+    EXPECT_EQ(stream->stateOf(QStringLiteral("/nowhere/")), RootState::Missing);
     EXPECT_FALSE(stream->start());
     EXPECT_EQ(MacosDouble::heldContexts(), 1);
 
@@ -75,110 +76,81 @@ TEST_F(FSEventsStreamTest, CreatesStartsAndStopsInOrder) {
 }
 
 TEST_F(FSEventsStreamTest, HandsTheRequestToTheSystem) {
-    createCounting();
-    ASSERT_TRUE(stream->start());
-    auto creation = MacosDouble::lastCreation();
-    EXPECT_EQ(creation.paths, QStringList{QStringLiteral("/Music/")});
-    EXPECT_EQ(creation.flags, 0x1D3U);
-    EXPECT_EQ(creation.latency, 3.0);
-    EXPECT_EQ(creation.sinceWhen, 0xFFFFFFFFFFFFFFFFU);
-    stream.reset();
-
-    auto request = requestFor({QStringLiteral("/Müsik/"), QStringLiteral("/🎹/")});
+    request.roots = QStringList{QStringLiteral("/Müsik/"), QStringLiteral("/🎹/")};
     request.ancestors = QStringList{QStringLiteral("/Users/me/")};
     request.strayBundles = QStringList{QStringLiteral("/Users/me/Song.logicx")};
     request.sinceEventID = 77;
     request.latency = std::chrono::milliseconds(1250);
-    stream = FileEventStream::create(request, [](const QList<FileEvent>&) {});
-    ASSERT_TRUE(stream->start());
-    creation = MacosDouble::lastCreation();
-    EXPECT_EQ(creation.paths, request.roots + request.ancestors);
-    EXPECT_EQ(creation.latency, 1.25);
-    EXPECT_EQ(creation.sinceWhen, 77U);
-
-    MacosDouble::setCurrentEventID(1234567890123U);
-    EXPECT_EQ(FileEventStream::currentEventID(), 1234567890123U);
-}
-
-TEST_F(FSEventsStreamTest, TranslatesABatch) {
-    struct Case {
-        MacosDouble::Event given;
-        QString path;
-        std::uint64_t fileID;
-        std::uint64_t docID;
-    };
-
-    const QString accented = QStringLiteral("/Music/Café 🎹.logicx");
-    const QList<Case> cases{
-        {{accented, 0x7FFFFFFFFFFFFFFF, 5, FileEvent::ItemRenamed | 0x20000, 41},
-         accented,
-         0x7FFFFFFFFFFFFFFF,
-         5},
-        {{QStringLiteral("/Music/Song.logicx/"), 9, {}, 0, 42}, QStringLiteral("/Music/Song.logicx"), 9, 0},
-        {{QStringLiteral("/Music//"), {}, 6, FileEvent::ItemCreated | FileEvent::ItemRemoved, 43},
-         QStringLiteral("/Music/"),
-         0,
-         6},
-        {{QStringLiteral("/"), {}, {}, FileEvent::MustScanSubDirs | 0x2, 44}, QStringLiteral("/"), 0, 0},
-        // Only extended attributes changed: no flag that the program knows, but not 0 either.
-        {{QStringLiteral("/Music/a"), 1, {}, 0x8000, 45}, QStringLiteral("/Music/a"), 1, 0},
-        {{{}, {}, {}, 0x80000000, 0xFFFFFFFFFFFFFFFE}, QString(), 0, 0}};
-
-    QList<FileEvent> seen;
-    create([&](const QList<FileEvent>& events) { seen = events; });
-    ASSERT_TRUE(stream->start());
-    QList<MacosDouble::Event> given;
-    for (const auto& each : cases)
-        given.append(each.given);
-    MacosDouble::fire(given);
-
-    ASSERT_EQ(seen.size(), cases.size());
-    for (qsizetype i = 0; i < cases.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(seen[i].path, cases[i].path);
-        EXPECT_EQ(seen[i].fileID, cases[i].fileID);
-        EXPECT_EQ(seen[i].docID, cases[i].docID);
-        EXPECT_EQ(seen[i].flags, cases[i].given.flags);
-        EXPECT_EQ(seen[i].eventID, cases[i].given.id);
-    }
-}
-
-TEST_F(FSEventsStreamTest, GivesNoEmptyBatch) {
     createCounting();
+    ASSERT_TRUE(stream->start());
+    EXPECT_EQ(
+        MacosDouble::calls().first(),
+        QStringLiteral("FSEventStreamCreate /Müsik/ /🎹/ /Users/me/ since 77, latency 1.25, flags 467"));
+    EXPECT_EQ(FileEventStream::currentEventID(), MacosDouble::currentEventID);
+}
+
+TEST_F(FSEventsStreamTest, TranslatesABatchUnlessItIsEmpty) {
+    const std::pair<FileEvent, QString> cases[] = {
+        {{QStringLiteral("/Music/Café 🎹.logicx"), 0x7FFFFFFFFFFFFFFF, 5, FileEvent::ItemRenamed | 0x20000,
+          41},
+         QStringLiteral("/Music/Café 🎹.logicx")},
+        {{QStringLiteral("/Music/Song.logicx/"), 9, 0, 0, 42}, QStringLiteral("/Music/Song.logicx")},
+        {{QStringLiteral("/Music//"), 0, 6, FileEvent::ItemCreated | FileEvent::ItemRemoved, 43},
+         QStringLiteral("/Music/")},
+        {{QStringLiteral("/"), 0, 0, FileEvent::MustScanSubDirs | 0x2, 44}, QStringLiteral("/")},
+        // Only extended attributes changed: no flag that the program knows, but not 0 either.
+        {{QStringLiteral("/Music/a"), 1, 0, 0x8000, 45}, QStringLiteral("/Music/a")},
+        {{QString(), 0, 0, 0x80000000, 0xFFFFFFFFFFFFFFFE}, QString()}};
+    QList<FileEvent> given;
+    for (const auto& each : cases)
+        given.append(each.first);
+    QList<FileEvent> seen;
+    create([&](const QList<FileEvent>& events) {
+        ++handled;
+        seen = events;
+    });
     ASSERT_TRUE(stream->start());
     MacosDouble::fire({});
     EXPECT_EQ(handled, 0);
+    MacosDouble::fire(given);
+    ASSERT_EQ(seen.size(), given.size());
+    for (qsizetype i = 0; i < seen.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(seen[i].path, cases[i].second);
+        EXPECT_EQ(seen[i].fileID, given[i].fileID);
+        EXPECT_EQ(seen[i].docID, given[i].docID);
+        EXPECT_EQ(seen[i].flags, given[i].flags);
+        EXPECT_EQ(seen[i].eventID, given[i].eventID);
+    }
 }
 
 TEST_F(FSEventsStreamTest, SaysWhetherItCouldStart) {
-    createCounting();
-    MacosDouble::failCreation();
-    EXPECT_FALSE(stream->start());
-    stream->stop();
-    EXPECT_EQ(MacosDouble::calls(), startCalls.first(1));
-    stream.reset();
-
-    // One that does not run must not be stopped.
-    MacosDouble::reset();
-    createCounting();
-    MacosDouble::failStart();
-    EXPECT_FALSE(stream->start());
-    stream->stop();
-    EXPECT_EQ(MacosDouble::calls(), startCalls + stopCalls.last(2));
-    EXPECT_EQ(MacosDouble::heldContexts(), 0);
-    stream.reset();
+    const std::pair<Fault, QStringList> faults[] = {
+        {Fault::Creation, startCalls.first(1)},
+        // One that does not run must not be stopped.
+        {Fault::Start, startCalls + stopCalls.last(2)}};
+    for (const auto& [fault, calls] : faults) {
+        MacosDouble::reset(fault);
+        createCounting();
+        EXPECT_FALSE(stream->start());
+        stream->stop();
+        EXPECT_EQ(MacosDouble::calls(), calls);
+        EXPECT_EQ(MacosDouble::heldContexts(), 0);
+        stream.reset();
+    }
 
     MacosDouble::reset();
     createCounting();
     stream->stop();
     EXPECT_FALSE(stream->start());
-    stream = FileEventStream::create({}, [](const QList<FileEvent>&) {});
+    request = {};
+    createCounting();
     EXPECT_FALSE(stream->start());
     EXPECT_TRUE(MacosDouble::calls().isEmpty());
 }
 
 TEST_F(FSEventsStreamTest, WaitsForAnEarlierStreamToClose) {
-    MacosDouble::keepContexts();
+    MacosDouble::reset(Fault::ContextIsKept);
     createCounting();
     ASSERT_TRUE(stream->start());
     fireOne();
@@ -236,15 +208,4 @@ TEST_F(FSEventsStreamTest, StopWaitsForTheHandler) {
     stream->stop();
     EXPECT_EQ(handled, 1);
     queue.join();
-}
-
-TEST_F(FSEventsStreamTest, KnowsWhichRootsAreThere) {
-    const QTemporaryDir folder;
-    const QString gone = folder.filePath(QStringLiteral("gone/"));
-    createCounting();
-    EXPECT_EQ(stream->stateOf(folder.path()), RootState::Missing);
-    ASSERT_TRUE(stream->start());
-    EXPECT_EQ(stream->stateOf(folder.path()), RootState::Watched);
-    EXPECT_EQ(stream->stateOf(folder.path() + QLatin1Char('/')), RootState::Watched);
-    EXPECT_EQ(stream->stateOf(gone), RootState::Missing);
 }

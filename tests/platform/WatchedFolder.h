@@ -13,13 +13,10 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace Stemhaven {
@@ -52,30 +49,40 @@ inline std::uint64_t inodeOf(const std::filesystem::path& path) {
     return lstat(path.c_str(), &status) == 0 ? status.st_ino : 0;
 }
 
-/// A folder with a stream on it, or on what request() names, and the events that have come.
+/// The flags of all events of a path, which is relative to the folder.
+using Flags = std::map<std::string, std::uint32_t>;
+
+constexpr std::uint32_t scan = FileEvent::MustScanSubDirs;
+constexpr std::uint32_t created = FileEvent::ItemCreated;
+constexpr std::uint32_t removed = FileEvent::ItemRemoved;
+constexpr std::uint32_t renamed = FileEvent::ItemRenamed;
+constexpr std::uint32_t modified = FileEvent::ItemModified;
+
+/// A folder with a stream on it, or on what request() names, and the events that have come. It is the current
+/// one, so that paths are the same everywhere.
 class WatchedFolder : public testing::Test {
 protected:
-    /// The flags of all events of a path, relative to the folder.
-    using Flags = std::map<std::string, std::uint32_t>;
-
-    static constexpr std::uint32_t scan = FileEvent::MustScanSubDirs;
-    static constexpr std::uint32_t created = FileEvent::ItemCreated;
-    static constexpr std::uint32_t removed = FileEvent::ItemRemoved;
-    static constexpr std::uint32_t renamed = FileEvent::ItemRenamed;
-    static constexpr std::uint32_t modified = FileEvent::ItemModified;
+    using RootState = FileEventStream::RootState;
 
     WatchedFolder() : m_top(QDir(m_temporary.path()).canonicalPath().toStdString()) {
+        std::filesystem::current_path(m_top);
         std::filesystem::create_directories(root());
-        m_request.roots = {QString::fromStdString(root().string()) + QLatin1Char('/')};
+        m_request.roots = {at("Music/")};
         m_request.bundleSuffixes = {QStringLiteral(".logicx")};
         m_request.latency = 100ms;
     }
 
-    ~WatchedFolder() override { m_stream.reset(); }
+    ~WatchedFolder() override {
+        m_stream.reset();
+        EXPECT_FALSE(FileEventStream::earlierStreamIsClosing());
+        std::filesystem::current_path("/");
+    }
 
     std::filesystem::path top() const { return m_top; }
 
     std::filesystem::path root() const { return m_top / "Music"; }
+
+    QString at(const std::string& path) const { return QString::fromStdString((m_top / path).string()); }
 
     FileWatchRequest& request() { return m_request; }
 
@@ -84,7 +91,7 @@ protected:
             m_request,
             [this](const QList<FileEvent>& batch) {
                 const std::lock_guard lock(m_mutex);
-                m_batches.push_back(batch);
+                m_events.insert(m_events.end(), batch.begin(), batch.end());
             },
             surroundings);
         return m_stream->start();
@@ -92,21 +99,20 @@ protected:
 
     std::unique_ptr<InotifyEventStream>& stream() { return m_stream; }
 
-    std::vector<QList<FileEvent>> batches() const {
-        const std::lock_guard lock(m_mutex);
-        return m_batches;
+    RootState state(const std::string& root) const { return m_stream->stateOf(at(root)); }
+
+    bool becomes(const std::string& root, RootState expected) const {
+        return waitUntil([&] { return state(root) == expected; });
     }
 
     void forgetEvents() {
         const std::lock_guard lock(m_mutex);
-        m_batches.clear();
+        m_events.clear();
     }
 
     std::vector<FileEvent> events() const {
-        std::vector<FileEvent> all;
-        for (const auto& batch : batches())
-            all.insert(all.end(), batch.begin(), batch.end());
-        return all;
+        const std::lock_guard lock(m_mutex);
+        return m_events;
     }
 
     Flags flags() const {
@@ -127,26 +133,49 @@ protected:
     }
 
     bool waitFor(const std::string& path, std::uint32_t flag) const {
-        return waitUntil([&] {
-            const auto all = flags();
-            const auto found = all.find(path);
-            return found != all.end() && (found->second & flag) == flag;
-        });
+        return waitUntil([&] { return (flags()[path] & flag) == flag; });
+    }
+
+    /// Whether what is written into the bundle from now on is told.
+    bool isFollowed(const std::string& bundle) {
+        const std::string file = bundle + "/Resources/new" + std::to_string(++m_made);
+        writeFile(file);
+        return waitFor(file, created);
+    }
+
+    /// The same for all bundles there are: of those outside the roots and of hidden ones nothing is told.
+    void expectAllFollowed() {
+        settleAndForget();
+        Flags expected;
+        const std::string name = "/new" + std::to_string(++m_made);
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(m_top)) {
+            const std::string path = entry.path().lexically_relative(m_top);
+            if (!path.ends_with(".logicx/Resources") && !path.ends_with(".logicx/Alternatives/000"))
+                continue;
+            writeFile(path + name);
+            if (!path.starts_with("Outside") && !path.starts_with("Music/."))
+                expected[path + name] = created | modified;
+        }
+        EXPECT_EQ(settledFlags(), expected);
     }
 
     /// Waits until all that was done so far has been told.
     void settle() {
-        const std::string name = "Sentinel" + std::to_string(++m_sentinels) + ".logicx";
-        std::filesystem::create_directory(root() / name);
-        ASSERT_TRUE(waitFor("Music/" + name, created));
+        const std::string sentinel = "Music/Sentinel" + std::to_string(++m_made) + ".logicx";
+        std::filesystem::create_directory(sentinel);
+        ASSERT_TRUE(waitFor(sentinel, created));
+    }
+
+    void settleAndForget() {
+        settle();
+        forgetEvents();
     }
 
     /// Without the sentinels' own.
     Flags settledFlags() {
         settle();
         Flags all = flags();
-        std::erase_if(
-            all, [](const auto& entry) { return entry.first.find("Sentinel") != std::string::npos; });
+        std::erase_if(all, [](const auto& entry) { return entry.first.starts_with("Music/Sentinel"); });
         return all;
     }
 
@@ -159,9 +188,9 @@ private:
     std::filesystem::path m_top;
     FileWatchRequest m_request;
     mutable std::mutex m_mutex;
-    std::vector<QList<FileEvent>> m_batches;
+    std::vector<FileEvent> m_events;
     std::unique_ptr<InotifyEventStream> m_stream;
-    int m_sentinels = 0;
+    int m_made = 0;
 };
 
 } // namespace Stemhaven

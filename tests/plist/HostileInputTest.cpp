@@ -7,47 +7,42 @@
 namespace {
 
 const std::string outOfBounds = "Out of bounds getRange";
-const std::string unsupported = "This type is not supported";
 
 ListBytes one(const std::string& object) {
     return {.objects = {object}};
 }
 
-// count containers of one element each, around a true.
-std::string nestedBinary(unsigned count) {
+// count arrays around a true, each of which holds the next one so many times.
+std::string nestedBinary(unsigned count, unsigned times = 1) {
     ListBytes list{.offsetSize = 2, .referenceSize = 2};
-    for (unsigned i = 1; i <= count; ++i)
-        list.objects.push_back("\xA1" + bigEndian(i, 2));
+    for (unsigned i = 1; i <= count; ++i) {
+        list.objects.push_back(bigEndian(0xA0 + times, 1));
+        for (unsigned k = 0; k < times; ++k)
+            list.objects.back() += bigEndian(i, 2);
+    }
     list.objects.push_back("\x09");
     return list.bytes();
 }
 
 std::string nestedXml(std::size_t count) {
-    return "<plist>" + repeated("<array>", count) + "<true/>" + repeated("</array>", count) + "</plist>";
-}
-
-// Forty arrays, each of which holds the next one twice.
-std::string doublings() {
-    ListBytes list;
-    for (unsigned i = 1; i <= 40; ++i)
-        list.objects.push_back("\xA2" + bigEndian(i, 1) + bigEndian(i, 1));
-    list.objects.push_back("\x09");
-    return list.bytes();
+    std::string begin;
+    std::string end;
+    for (std::size_t i = 0; i < count; ++i) {
+        begin += "<array>";
+        end += "</array>";
+    }
+    return "<plist>" + begin + "<true/>" + end + "</plist>";
 }
 
 std::string longStringOftenShared() {
     ListBytes list{.offsetSize = 3};
-    list.objects.push_back("\xAF\x11\xFF\xFF" + repeated("\x01", 0xFFFF));
+    list.objects.push_back("\xAF\x11\xFF\xFF" + std::string(0xFFFF, '\x01'));
     list.objects.push_back("\x5F\x12" + bigEndian(100000, 4) + std::string(100000, 'x'));
     return list.bytes();
 }
 
 TEST(HostileInput, BinaryListsAreRefused) {
-    const struct {
-        const char* name;
-        std::string bytes;
-        std::string message;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"32 bytes", "bplist00" + bigEndian(0, 24), outOfBounds},
         {"trailer alone", "bplist00" + bigEndian(0, 32), ""},
         {"no objects", ListBytes{}.bytes(), outOfBounds},
@@ -67,15 +62,12 @@ TEST(HostileInput, BinaryListsAreRefused) {
         {"null", one(std::string(1, '\0')).bytes(), "Plist: null byte encountered, unsure how to parse"},
         {"fill", one("\x0F").bytes(), "Plist: fill byte encountered, unsure how to parse"},
         {"unknown constant", one("\x0A").bytes(), "Plist: unknown header 10"},
-        {"UID", one("\x80\x01").bytes(), unsupported},
-        {"set", one("\xC0").bytes(), unsupported},
+        {"set", one("\xC0").bytes(), "This type is not supported"},
         {"integer of 16 bytes", one("\x14" + bigEndian(1, 16)).bytes(), ""},
         {"integer cut short", one("\x13\x01").bytes(), outOfBounds},
         {"real of two bytes", one("\x21\x01\x01").bytes(), ""},
         {"real cut short", one("\x23\x01").bytes(), outOfBounds},
         {"date that is not a number", one("\x33\x7F\xF8" + bigEndian(0, 6)).bytes(), ""},
-        {"date at infinity", one("\x33\x7F\xF0" + bigEndian(0, 6)).bytes(), ""},
-        {"date out of range", one("\x33\x7F\xE0" + bigEndian(0, 6)).bytes(), ""},
         {"string cut short", one("\x55xyz").bytes(), outOfBounds},
         {"UTF-16 cut short", one(std::string("\x62\x00\x61\x00", 4)).bytes(), outOfBounds},
         {"data cut short", one("\x4F\x13" + bigEndian(1ULL << 40, 8)).bytes(), outOfBounds},
@@ -92,16 +84,14 @@ TEST(HostileInput, BinaryListsAreRefused) {
         {"dictionary in itself", ListBytes{.objects = {{"\xD1\x01\x00", 3}, "\x51k"}}.bytes(),
          "Plist: nested too deeply"},
         {"513 deep", nestedBinary(513), "Plist: nested too deeply"},
-        {"doublings", doublings(), "Plist: unfolds to more than its size allows"},
+        {"doublings", nestedBinary(40, 2), "Plist: unfolds to more than its size allows"},
         {"long string often", longStringOftenShared(), "Plist: unfolds to more than its size allows"},
     };
 
     for (const auto& [name, bytes, message] : cases) {
-        const std::string error = errorOf(bytes);
-        EXPECT_NE(error, "read") << name;
-        if (!message.empty()) {
-            EXPECT_EQ(error, message) << name;
-        }
+        const std::string error = errorOf([bytes = &bytes] { read(*bytes); });
+        EXPECT_NE(error, "none") << name;
+        EXPECT_TRUE(message.empty() || error == message) << name << ": " << error;
     }
 }
 
@@ -111,12 +101,11 @@ TEST(HostileInput, LoneSurrogatesAreAConversionFailure) {
 }
 
 TEST(HostileInput, DepthEndsAt512) {
-    EXPECT_EQ(errorOf(nestedBinary(512)), "read");
-    EXPECT_EQ(errorOf(nestedXml(512)), "read");
-    EXPECT_EQ(errorOf(nestedXml(513)), "Plist: nested too deeply");
-    EXPECT_EQ(errorOf(nestedXml(500000)), "Plist: nested too deeply");
+    for (const std::size_t depth : {513U, 500000U})
+        EXPECT_EQ(errorOf([&] { read(nestedXml(depth)); }), "Plist: nested too deeply") << depth;
 
     Plist::Value deepest = read(nestedBinary(512));
+    EXPECT_EQ(binary(read(nestedXml(512))), binary(deepest));
     EXPECT_EQ(binary(read(xml(deepest))), binary(deepest));
     const Plist::Value tooDeep = Plist::Array{std::move(deepest)};
     EXPECT_THROW(binary(tooDeep), Plist::Error);
@@ -128,19 +117,11 @@ std::string mutated(std::string bytes, std::mt19937& random) {
     const std::string telling("\x00\xFF\x7F\x80\x0F\x5F\x6F\xAF\xDF<>&", 12);
     for (std::size_t changes = 1 + random() % 3; changes > 0 && !bytes.empty(); --changes) {
         const std::size_t at = random() % bytes.size();
-        switch (random() % 4) {
-        case 0:
-            bytes.erase(at, 1 + random() % 8);
-            break;
-        case 1:
-            bytes.insert(at, bytes.substr(random() % bytes.size(), 1 + random() % 40));
-            break;
-        case 2:
-            bytes[at] = telling[random() % telling.size()];
-            break;
-        default:
-            bytes[at] = static_cast<char>(random());
-        }
+        const bool isTelling = random() % 2 == 0;
+        if (random() % 2 == 0)
+            bytes[at] = isTelling ? telling[random() % telling.size()] : static_cast<char>(random());
+        else
+            bytes.replace(at, random() % 8, bytes, random() % bytes.size(), random() % 40);
     }
     return bytes;
 }
@@ -149,14 +130,13 @@ std::string mutated(std::string bytes, std::mt19937& random) {
 bool survives(const std::string& bytes) {
     try {
         const Plist::Value value = read(bytes);
-        EXPECT_EQ(errorOf(binary(value)), "read");
+        EXPECT_EQ(errorOf([&] { read(binary(value)); }), "none");
         xml(value);
         return true;
     } catch (const Plist::Error&) {
-        return false;
     } catch (const std::range_error&) {
-        return false;
     }
+    return false;
 }
 
 TEST(HostileInput, BrokenListsDoNoHarm) {

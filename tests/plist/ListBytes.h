@@ -3,9 +3,18 @@
 #include "plist/PropertyList.h"
 
 #include <cstdint>
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
+
+inline std::string bigEndian(std::uint64_t number, std::size_t size) {
+    std::string bytes;
+    for (std::size_t i = size; i-- > 0;)
+        bytes += i < 8 ? static_cast<char>(number >> (8 * i)) : '\0';
+    return bytes;
+}
 
 /// The bytes of a binary property list, put together by hand from the bytes of its objects.
 struct ListBytes {
@@ -16,17 +25,50 @@ struct ListBytes {
     std::optional<std::uint64_t> tableOffset = {};
     std::uint64_t topObject = 0;
 
-    std::string bytes() const;
+    std::string bytes() const {
+        std::string file = "bplist00";
+        std::string table;
+        for (const std::string& object : objects) {
+            table += bigEndian(file.size(), offsetSize);
+            file += object;
+        }
+        const std::uint64_t tableBegin = file.size();
+        file += table + bigEndian(0, 6) + bigEndian(offsetSize, 1) + bigEndian(referenceSize, 1);
+        file += bigEndian(objectCount.value_or(objects.size()), 8) + bigEndian(topObject, 8);
+        return file + bigEndian(tableOffset.value_or(tableBegin), 8);
+    }
 };
 
-std::string bigEndian(std::uint64_t number, std::size_t size);
-std::string repeated(const std::string& text, std::size_t count);
+inline Plist::Value read(const std::string& bytes) {
+    Plist::Value value;
+    Plist::readPlist(bytes.data(), static_cast<std::int64_t>(bytes.size()), value);
+    return value;
+}
 
-Plist::Value read(const std::string& bytes);
-std::string binary(const Plist::Value& value);
-std::string xml(const Plist::Value& value);
+inline std::string binary(const Plist::Value& value) {
+    std::vector<char> bytes;
+    Plist::writePlistBinary(bytes, value);
+    return {bytes.begin(), bytes.end()};
+}
 
-/// The message of the Plist::Error that reading bytes ends in, or "read".
-std::string errorOf(const std::string& bytes);
+inline std::string xml(const Plist::Value& value) {
+    std::vector<char> bytes;
+    Plist::writePlistXML(bytes, value);
+    return {bytes.begin(), bytes.end()};
+}
 
-std::string contentsOf(const std::string& fileName);
+inline std::string contentsOf(const std::string& fileName) {
+    std::ifstream file(fileName, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// The message of the Plist::Error that call ends in, or "none".
+template <typename Call>
+std::string errorOf(const Call& call) {
+    try {
+        call();
+    } catch (const Plist::Error& error) {
+        return error.what();
+    }
+    return "none";
+}

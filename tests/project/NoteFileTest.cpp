@@ -1,7 +1,7 @@
 #include "project/NoteFile.h"
 
 #include "plist/PropertyList.h"
-#include "project/LoggedLines.h"
+#include "support/LogCapture.h"
 #include "support/TestBundle.h"
 
 #include <QDir>
@@ -27,6 +27,10 @@ struct Bundle {
         sufid = details.sufid.toString().toStdString();
     }
 
+    void writeNote(const Plist::Value& root) const {
+        TestBundle::writeList(note.toStdString(), root, TestBundle::Form::Xml);
+    }
+
     QStringList resources() const {
         return QDir(path + "/Resources").entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
     }
@@ -39,32 +43,30 @@ struct Bundle {
 
 } // namespace
 
-TEST(NoteFile, readsBackWhatWasWrittenLast) {
+TEST(NoteFile, readsBackWhatWasWrittenLastAndKeepsNothingElse) {
     for (const QString& name :
          {QString("Song"), QString("Mix %2 [1] \"b\" 'c'\\d"),
           QString("\u00C4 A\u0308 \u97F3\u697D \U0001F3B5"), QString(124, u'\u00E9')}) {
+        SCOPED_TRACE(name.toStdString());
         const Bundle bundle(name);
         EXPECT_EQ(hasStemhavenPlist(bundle.details), std::nullopt);
         EXPECT_EQ(loadStemhavenPlistDetails(bundle.details), std::nullopt);
+        EXPECT_TRUE(lacksNote(bundle.path));
+
+        bundle.writeNote(Plist::Dictionary{{"other", true}});
         for (const std::int64_t id : {INT64_MAX, std::int64_t{7}}) {
             updateStemhavenPlist(bundle.details, id);
             EXPECT_THAT(loadStemhavenPlistDetails(bundle.details), Optional(Pair(id, bundle.sufid)));
+            std::vector<char> bytes;
+            Plist::writePlistBinary(bytes, Plist::Dictionary{{"project_id", id}, {"SUFID", bundle.sufid}});
+            QFile file(bundle.note);
+            ASSERT_TRUE(file.open(QFile::ReadOnly));
+            EXPECT_EQ(file.readAll(), QByteArray(bytes.data(), qsizetype(bytes.size())));
         }
         EXPECT_THAT(hasStemhavenPlist(bundle.details), Optional(bundle.note.toStdString()));
         EXPECT_EQ(bundle.resources(), QStringList("Stemhaven.plist"));
+        EXPECT_FALSE(lacksNote(bundle.path));
     }
-}
-
-TEST(NoteFile, keepsNothingOfAnOlderNote) {
-    const Bundle bundle;
-    TestBundle::writeList(bundle.note.toStdString(), Plist::Dictionary{{"other", true}});
-    updateStemhavenPlist(bundle.details, 42);
-    std::vector<char> expected;
-    Plist::writePlistBinary(
-        expected, Plist::Dictionary{{"project_id", std::int64_t{42}}, {"SUFID", bundle.sufid}});
-    QFile file(bundle.note);
-    ASSERT_TRUE(file.open(QFile::ReadOnly));
-    EXPECT_EQ(file.readAll(), QByteArray(expected.data(), qsizetype(expected.size())));
 }
 
 TEST(NoteFile, isLeftAloneWhereItStandsAsItShould) {
@@ -97,67 +99,64 @@ TEST(NoteFile, needsAValidBundle) {
     unknown.sufid.valid = false;
     EXPECT_EQ(loadStemhavenPlistDetails(unknown), std::nullopt);
 
-    const LoggedLines logged;
+    const LogCapture logged;
     updateStemhavenPlist(unknown, 2);
-    EXPECT_EQ(logged.text(), "W Could not update Stemhaven.plist. SUFID invalid.");
+    EXPECT_EQ(logged.messages(), QStringList("W: Could not update Stemhaven.plist. SUFID invalid."));
     EXPECT_THAT(loadStemhavenPlistDetails(bundle.details), Optional(Pair(1, bundle.sufid)));
 }
 
-TEST(NoteFile, isPassedOverWhereItLacksSomething) {
+TEST(NoteFile, isPassedOverWhereItLacksSomethingAndThrowsWhereItIsCorrupt) {
     const Bundle bundle;
-    const std::string lacking =
-        "W Stemhaven.plist found with incorrect format:  " + bundle.note.toStdString();
-    const std::string mismatch = "C Type mismatch in Stemhaven.plist. Bad cast!";
+    const QString lacking = "W: Stemhaven.plist found with incorrect format:  " + bundle.note;
+    const QString mismatch = "C: Type mismatch in Stemhaven.plist. Bad cast!";
     const Plist::Value id = std::int64_t{42};
     const Plist::Value sufid = std::string("16777232-99");
-    const std::pair<Plist::Dictionary, std::string> cases[] = {
-        {{}, lacking},
+    const std::pair<Plist::Dictionary, QString> cases[] = {
         {{{"SUFID", sufid}}, lacking},
         {{{"project_id", id}}, lacking},
         {{{"project_id", sufid}, {"SUFID", sufid}}, mismatch},
         {{{"project_id", id}, {"SUFID", id}}, mismatch},
     };
     for (const auto& [note, line] : cases) {
-        TestBundle::writeList(bundle.note.toStdString(), note, TestBundle::Form::Xml);
-        const LoggedLines logged;
+        SCOPED_TRACE(note.begin()->first + " of " + note.begin()->second.type().name());
+        bundle.writeNote(note);
+        const LogCapture logged;
         EXPECT_EQ(loadStemhavenPlistDetails(bundle.details), std::nullopt);
-        EXPECT_EQ(logged.text(), line);
+        EXPECT_EQ(logged.messages(), QStringList(line));
     }
-    TestBundle::writeList(
-        bundle.note.toStdString(), Plist::Dictionary{{"project_id", id}, {"SUFID", sufid}},
-        TestBundle::Form::Xml);
+    bundle.writeNote(Plist::Dictionary{{"project_id", id}, {"SUFID", sufid}});
     EXPECT_THAT(loadStemhavenPlistDetails(bundle.details), Optional(Pair(42, "16777232-99")));
-}
 
-TEST(NoteFile, throwsWhereItIsCorrupt) {
-    const Bundle bundle;
-    QFile file(bundle.note);
-    ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write("bplist00") == 8 && file.flush());
-    EXPECT_THROW(loadStemhavenPlistDetails(bundle.details), Plist::Error);
-    TestBundle::writeList(bundle.note.toStdString(), Plist::Array{});
+    bundle.writeNote(Plist::Array{});
     EXPECT_THROW(loadStemhavenPlistDetails(bundle.details), std::bad_cast);
+    ASSERT_TRUE(QFile::resize(bundle.note, 8));
+    EXPECT_THROW(loadStemhavenPlistDetails(bundle.details), Plist::Error);
 }
 
 TEST(NoteFile, ignoresAndReplacesWhatIsNoFile) {
     const Bundle bundle;
-    const QString outside = bundle.folder.filePath("outside");
-    QFile file(outside);
-    ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write("kept") == 4 && file.flush());
-    const std::function<bool()> obstacles[] = {
-        [&] { return mkfifo(bundle.note.toUtf8(), 0600) == 0; },
-        [&] { return QFile::link("/dev/zero", bundle.note); },
-        [&] { return QFile::link(bundle.folder.filePath("gone"), bundle.note); },
+    const std::pair<const char*, std::function<bool()>> obstacles[] = {
+        {"pipe",
+         [&] {
+             return mkfifo(bundle.note.toUtf8(), 0600) == 0;
+         }},
+        {"endless",
+         [&] {
+             return QFile::link("/dev/zero", bundle.note);
+         }},
+        {"dangling",
+         [&] {
+             return QFile::link(bundle.folder.filePath("gone"), bundle.note);
+         }},
     };
-    for (const auto& make : obstacles) {
+    for (const auto& [name, make] : obstacles) {
+        SCOPED_TRACE(name);
         ASSERT_TRUE(make());
         EXPECT_EQ(loadStemhavenPlistDetails(bundle.details), std::nullopt);
         updateStemhavenPlist(bundle.details, 5);
         EXPECT_THAT(loadStemhavenPlistDetails(bundle.details), Optional(Pair(5, bundle.sufid)));
         ASSERT_TRUE(QFile::remove(bundle.note));
     }
-    ASSERT_TRUE(QFile::link(outside, bundle.note));
-    updateStemhavenPlist(bundle.details, 5);
-    EXPECT_EQ(QFileInfo(outside).size(), 4);
 }
 
 TEST(NoteFile, isNotWrittenIntoAnotherBundleThatTookThePlace) {
@@ -170,18 +169,9 @@ TEST(NoteFile, isNotWrittenIntoAnotherBundleThatTookThePlace) {
     EXPECT_EQ(bundle.resources(), QStringList("Stemhaven.plist"));
 }
 
-TEST(NoteFile, isLackingOnlyWhereItCouldBeWritten) {
-    const Bundle bundle;
-    EXPECT_TRUE(lacksNote(bundle.path));
-    updateStemhavenPlist(bundle.details, 6);
-    EXPECT_FALSE(lacksNote(bundle.path));
-    ASSERT_TRUE(QDir(bundle.path + "/Resources").removeRecursively());
-    EXPECT_FALSE(lacksNote(bundle.path));
-}
-
 TEST(NoteFile, isPassedOverWhereItCannotBeWritten) {
     const Bundle bundle;
-    const LoggedLines logged;
+    const LogCapture logged;
     ASSERT_TRUE(QDir().mkdir(bundle.note));
     updateStemhavenPlist(bundle.details, 6);
     EXPECT_EQ(loadStemhavenPlistDetails(bundle.details), std::nullopt);
@@ -190,5 +180,6 @@ TEST(NoteFile, isPassedOverWhereItCannotBeWritten) {
     ASSERT_TRUE(QDir(bundle.path).removeRecursively());
     updateStemhavenPlist(bundle.details, 6);
     EXPECT_EQ(loadStemhavenPlistDetails(bundle.details), std::nullopt);
-    EXPECT_EQ(logged.text(), "");
+    EXPECT_FALSE(lacksNote(bundle.path));
+    EXPECT_TRUE(logged.messages().isEmpty());
 }

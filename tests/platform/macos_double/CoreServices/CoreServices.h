@@ -18,10 +18,6 @@ using CFNumberRef = const struct CFNumberDouble*;
 using CFArrayRef = const struct CFArrayDouble*;
 using CFDictionaryRef = const struct CFDictionaryDouble*;
 
-using CFAllocatorRetainCallBack = const void* (*)(const void*);
-using CFAllocatorReleaseCallBack = void (*)(const void*);
-using CFAllocatorCopyDescriptionCallBack = CFStringRef (*)(const void*);
-
 struct CFRange {
     CFIndex location;
     CFIndex length;
@@ -33,8 +29,6 @@ inline CFRange CFRangeMake(CFIndex location, CFIndex length) {
 
 void CFRelease(CFTypeRef object);
 
-CFStringRef constantStringDouble(const char* ascii);
-#define CFSTR(text) constantStringDouble(text)
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar* characters, CFIndex count);
 CFIndex CFStringGetLength(CFStringRef string);
 void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar* buffer);
@@ -79,16 +73,16 @@ enum : FSEventStreamEventFlags {
 
 enum : FSEventStreamEventId { kFSEventStreamEventIdSinceNow = 0xFFFFFFFFFFFFFFFFU };
 
-#define kFSEventStreamEventExtendedDataPathKey CFSTR("path")
-#define kFSEventStreamEventExtendedFileIDKey CFSTR("fileID")
-#define kFSEventStreamEventExtendedDocIDKey CFSTR("docID")
+extern const CFStringRef kFSEventStreamEventExtendedDataPathKey;
+extern const CFStringRef kFSEventStreamEventExtendedFileIDKey;
+extern const CFStringRef kFSEventStreamEventExtendedDocIDKey;
 
 struct FSEventStreamContext {
     CFIndex version;
     void* info;
-    CFAllocatorRetainCallBack retain;
-    CFAllocatorReleaseCallBack release;
-    CFAllocatorCopyDescriptionCallBack copyDescription;
+    const void* (*retain)(const void*);
+    void (*release)(const void*);
+    CFStringRef (*copyDescription)(const void*);
 };
 
 using FSEventStreamCallback = void (*)(
