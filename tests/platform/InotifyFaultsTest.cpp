@@ -102,12 +102,14 @@ TEST_F(InotifyFaults, AfterLostEventsTheDiskIsLookedAt) {
 TEST_F(InotifyFaults, ARootBeyondTheLimitOrWithoutEventsIsPolledAndNothingIsDeletedWithIt) {
     for (int i = 0; i < 10; ++i)
         makeBundle("Big/" + std::to_string(i) + ".logicx");
+    makeBundle("Bigger/A.logicx");
     makeBundle("Net/A.logicx");
-    request().roots.append({at("Big"), at("Net")});
+    request().roots.append({at("Big"), at("Bigger"), at("Net")});
     m_calls.m_limit = 12;
     const LogCapture log;
     ASSERT_TRUE(start({m_calls, 20ms}));
     EXPECT_EQ(state("Big/"), RootState::Polled);
+    EXPECT_EQ(state("Bigger"), RootState::Polled);
     EXPECT_EQ(state("Net"), RootState::Polled);
     EXPECT_EQ(state("Music"), RootState::Watched);
     EXPECT_EQ(log.count(QStringLiteral("fs.inotify.max_user_watches=")), 1);
@@ -134,7 +136,7 @@ TEST_F(InotifyFaults, ARootBeyondTheLimitOrWithoutEventsIsPolledAndNothingIsDele
     EXPECT_TRUE(waitFor("Net/A.logicx", modified));
     EXPECT_EQ(flags(), (Flags{{"Net", scan}, {"Net/A.logicx", modified}}));
     // Once for each.
-    EXPECT_EQ(log.count(QStringLiteral("every few seconds: ")), 2);
+    EXPECT_EQ(log.count(QStringLiteral("every few seconds: ")), 3);
 }
 
 TEST_F(InotifyFaults, TheLimitCanBeReachedLater) {

@@ -5,6 +5,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <array>
+#include <cstring>
+
 namespace Stemhaven {
 
 namespace fs = std::filesystem;
@@ -19,6 +22,11 @@ constexpr std::uint64_t margin = 2'000'000'000;
 std::uint64_t idAfterMargin() {
     return EventClock::systemTime() + margin;
 }
+
+class NoEventsFromNet : public InotifyCalls {
+public:
+    bool tellsEvents(const char* path) override { return std::strstr(path, "Net") == nullptr; }
+};
 
 } // namespace
 
@@ -47,34 +55,39 @@ TEST_F(InotifyReplay, StampsTellEachPartOfABundleThatARecordIsMadeFrom) {
 }
 
 TEST_F(InotifyReplay, TellsWhatChangedSinceAndAsksForASearch) {
-    makeBundle(root() / "Old.logicx");
-    makeBundle(root() / "Deep/Changed.logicx");
-    for (const auto* name : {"Recorded.logicx", "SavedByAWrongClock.logicx", "WithoutInformation.logicx"}) {
-        const auto bundle = root() / name;
-        makeBundle(bundle);
-        request().recordedTimes[QString::fromStdString(bundle.string())] =
-            BundleStamp::of(bundle.string()).informationSeconds;
+    const std::string information = "/Resources/ProjectInformation.plist";
+    request().roots.append(at("Net"));
+    Flags expected;
+    for (const std::string root : {"Music/", "Net/"}) {
+        makeBundle(root + "Old.logicx");
+        makeBundle(root + "Deep/Changed.logicx");
+        for (const auto* name : {"Recorded.logicx", "SavedByAWrongClock.logicx", "NoInformation.logicx"}) {
+            makeBundle(root + name);
+            request().recordedTimes[at(root + name)] = BundleStamp::of(root + name).informationSeconds;
+        }
+        const auto aDayEarlier = fs::file_time_type::clock::now() - 24h;
+        fs::last_write_time(root + "SavedByAWrongClock.logicx" + information, aDayEarlier);
+        fs::remove(root + "NoInformation.logicx" + information);
+        expected[root.substr(0, root.size() - 1)] = scan;
+        expected[root + "Deep/Changed.logicx"] = modified;
+        expected[root + "SavedByAWrongClock.logicx"] = modified;
     }
-    const auto aDayEarlier = fs::file_time_type::clock::now() - 24h;
-    fs::last_write_time(root() / "SavedByAWrongClock.logicx/Resources/ProjectInformation.plist", aDayEarlier);
-    fs::remove(root() / "WithoutInformation.logicx/Resources/ProjectInformation.plist");
     const auto since = idAfterMargin();
     // Later than since by what the file says of itself.
-    const auto file = root() / "Deep/Changed.logicx/Alternatives/000/MetaData.plist";
     const auto later = static_cast<time_t>((since + margin) / 1'000'000'000);
     const std::array<timespec, 2> times{{{later, 0}, {later, 0}}};
-    ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), times.data(), 0), 0);
+    for (const std::string root : {"Music/", "Net/"}) {
+        const auto file = root + "Deep/Changed.logicx/Alternatives/000/MetaData.plist";
+        ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), times.data(), 0), 0);
+    }
     ASSERT_TRUE(waitUntil([&] { return EventClock::systemTime() > since; }));
 
     request().sinceEventID = since;
-    ASSERT_TRUE(start());
-    ASSERT_TRUE(waitFor("Music", scan));
-    const Flags expected{
-        {"Music/Deep/Changed.logicx", modified},
-        {"Music/SavedByAWrongClock.logicx", modified},
-        {"Music", scan}};
+    NoEventsFromNet calls;
+    ASSERT_TRUE(start({calls, 5000ms}));
+    ASSERT_TRUE(waitFor("Net", scan));
     EXPECT_EQ(flags(), expected);
-    EXPECT_EQ(fileID("Music/Deep/Changed.logicx", modified), inodeOf(root() / "Deep/Changed.logicx"));
+    EXPECT_EQ(fileID("Music/Deep/Changed.logicx", modified), inodeOf("Music/Deep/Changed.logicx"));
     EXPECT_GT(events().front().eventID, since);
 }
 
