@@ -303,6 +303,9 @@ TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {
     }
     insert(QStringLiteral("Done"), QStringLiteral("completed=1"));
     insert(QStringLiteral("Not wanted"), QStringLiteral("ignored=1"));
+    pane->reloadProjects(true);
+    settle();
+    EXPECT_EQ(emptyState().reason(), Reason::Searching);
     refresh();
     QObject::connect(pane.get(), &ProjectsPane::showHiddenRequested, pane.get(), [this] {
         builder->hideCompletedTracks(false);

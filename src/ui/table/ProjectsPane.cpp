@@ -248,11 +248,11 @@ void ProjectsPane::showCatalogue(bool isEmpty) {
     if (m_model->isReloading() || m_model->rowCount() > 0 || !m_search->term().isEmpty() ||
         m_filter.type() != FilterType::ALL)
         return;
-    if (!isEmpty)
-        m_emptyState->present(EmptyState::Reason::AllHidden);
+    // During a search the catalogue has projects that the table has not been told of.
+    if (m_lookingForProjects)
+        m_emptyState->present(EmptyState::Reason::Searching);
     else
-        m_emptyState->present(
-            m_lookingForProjects ? EmptyState::Reason::Searching : EmptyState::Reason::NoProjects);
+        m_emptyState->present(isEmpty ? EmptyState::Reason::NoProjects : EmptyState::Reason::AllHidden);
     showPage(m_emptyState);
 }
 
