@@ -79,27 +79,26 @@ void MoveResolution::resolveProject(const ChangedPath& changed) {
         const auto oldDetails = prior.getProjectDetails();
         auto select =
             std::make_shared<QueryTask>(ProjectStatements::selectByPlace(oldDetails), m_tasks.mainDatabase());
-        select->setQueryCallback([this, self = shared_from_this(), oldDetails, newDetails,
-                                  fileID =
-                                      changed.fileID()](const TaskPointer& task, int rows, QSqlQuery* query) {
-            if (rows > 1)
-                qWarning() << "ProjectMonitor: Detected duplicate project during move/rename update!";
-            if (!query->next()) {
+        select->setQueryCallback(
+            [this, self = shared_from_this(), oldDetails, newDetails,
+             fileID = changed.fileID()](const TaskPointer& task, int rows, QSqlQuery* query) {
+                if (rows > 1)
+                    qWarning() << "ProjectMonitor: Detected duplicate project during move/rename update!";
                 // Such as one that was called Untitled until now.
-                if (QFileInfo::exists(newDetails.bundlePath()))
+                if (rows == 0 && QFileInfo::exists(newDetails.bundlePath()))
                     m_callbacks.unknownBundle(newDetails.bundlePath());
-                return;
-            }
-            bool converted = false;
-            const auto id = query->value(0).toULongLong(&converted);
-            if (converted) {
-                resolveOne(task, fileID, oldDetails, newDetails, static_cast<long long>(id));
-            } else {
-                qWarning()
-                    << "ProjectMonitor: Could not convert projectID to UInt while resolving moved/renamed "
-                       "project!";
-            }
-        });
+                while (query->next()) {
+                    bool converted = false;
+                    const auto id = query->value(0).toULongLong(&converted);
+                    if (converted) {
+                        resolveOne(task, fileID, oldDetails, newDetails, static_cast<long long>(id));
+                    } else {
+                        qWarning() << "ProjectMonitor: Could not convert projectID to UInt while resolving "
+                                      "moved/renamed "
+                                      "project!";
+                    }
+                }
+            });
         select->setSqlErrorCallback(
             [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
                 logFailure(error)
@@ -142,7 +141,9 @@ void MoveResolution::resolveOne(
     select->setQueryCallback([this, self = shared_from_this(), oldDetails, newDetails,
                               projectId](const TaskPointer& done, int, QSqlQuery* query) {
         const auto recorded = query->next() ? query->value(0).toString() : QString();
-        if (recorded.isEmpty() || recorded == newDetails.sufid.toString())
+        if (recorded.isEmpty())
+            moveUnlessAnotherIs(done, oldDetails, newDetails, projectId);
+        else if (recorded == newDetails.sufid.toString())
             move(done, oldDetails, newDetails, projectId);
         else
             m_callbacks.unknownBundle(newDetails.bundlePath());
@@ -154,6 +155,26 @@ void MoveResolution::resolveOne(
         });
     m_tasks.addTask(select, task);
     m_callbacks.settled(fileID);
+}
+
+void MoveResolution::moveUnlessAnotherIs(
+    const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
+    long long projectId) {
+    auto select = std::make_shared<QueryTask>(
+        ProjectStatements::selectBySufid(newDetails.sufid.toString()), m_tasks.mainDatabase());
+    select->setQueryCallback([this, self = shared_from_this(), oldDetails, newDetails,
+                              projectId](const TaskPointer& done, int rows, QSqlQuery*) {
+        if (rows == 0)
+            move(done, oldDetails, newDetails, projectId);
+        else
+            m_callbacks.unknownBundle(newDetails.bundlePath());
+    });
+    select->setSqlErrorCallback(
+        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
+            logFailure(error) << "ProjectMonitor: Could not move/rename project!";
+            m_callbacks.unknownBundle(newDetails.bundlePath());
+        });
+    m_tasks.addTask(select, task);
 }
 
 void MoveResolution::move(

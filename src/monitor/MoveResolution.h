@@ -44,6 +44,11 @@ private:
         const TaskPointer& task, unsigned long long fileID, const ProjectDetails& oldDetails,
         const ProjectDetails& newDetails, long long projectId);
 
+    /// For a record without an identity, which may have given it up before the bundle came to its place.
+    void moveUnlessAnotherIs(
+        const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
+        long long projectId);
+
     void move(
         const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
         long long projectId);

@@ -159,6 +159,17 @@ TEST_F(Following, SavesNewProjectsRenamesMovesAndCopies) {
     EXPECT_TRUE(shows({"Copy", "Marker", "Named", "New", "Other", "Renamed"}));
 }
 
+TEST_F(Following, ARecordThatGaveUpItsIdentityDoesNotTakeTheNextBundleAtItsPlace) {
+    const auto columns = m_database.rows("SELECT group_concat(name) FROM pragma_table_info('projects') "
+                                         "WHERE name NOT IN ('project_id', 'star_rating', 'SUFID')");
+    m_database.rows(QString("INSERT INTO projects (project_id, star_rating, SUFID, %1) "
+                            "SELECT -1, 1, NULL, %1 FROM projects WHERE name='Song'")
+                        .arg(columns.value(0)));
+    move("Song.logicx", "Renamed.logicx");
+    EXPECT_TRUE(shows({"Other", "Renamed", "Song"}));
+    EXPECT_EQ(rows("name, star_rating"), QStringList({"Other|4", "Renamed|5", "Song|1"}));
+}
+
 TEST_F(Following, AFolderThatIsDroppedInAndOneThatIsTakenOut) {
     const auto outside = m_disk.path() + "/outside";
     for (int i = 0; i < 30; ++i)
