@@ -30,14 +30,17 @@ private:
 inline std::vector<ProjectSaving> projectsToSave(const QString& root, std::size_t number) {
     std::vector<ProjectSaving> projects;
     const Stemhaven::FolderWalk walk(
-        [&](const QString& bundle) {
-            const QDir alternatives(bundle + QStringLiteral("/Alternatives"));
-            const bool isSimple = alternatives.entryList(QDir::Dirs | QDir::NoDotAndDotDot) ==
-                QStringList(QStringLiteral("000"));
-            if (isSimple && !bundle.contains(QLatin1String("/Untitled")))
-                projects.emplace_back(bundle);
-        },
-        [&] { return projects.size() == number; });
+        {[&](const QString& bundle) {
+             const QDir alternatives(bundle + QStringLiteral("/Alternatives"));
+             const bool isSimple = alternatives.entryList(QDir::Dirs | QDir::NoDotAndDotDot) ==
+                 QStringList(QStringLiteral("000"));
+             if (isSimple && !bundle.contains(QLatin1String("/Untitled")))
+                 projects.emplace_back(bundle);
+         },
+         [](const QString&, const QString&) {},
+         [&] {
+             return projects.size() == number;
+         }});
     walk.walk(root);
     return projects;
 }

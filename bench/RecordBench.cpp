@@ -17,8 +17,10 @@ constexpr qsizetype mostRecords = 500;
 QStringList bundlesBelow(const QString& root) {
     QStringList bundles;
     const Stemhaven::FolderWalk walk(
-        [&](const QString& bundle) { bundles.append(bundle); },
-        [&] { return bundles.size() == mostRecords; });
+        {[&](const QString& bundle) { bundles.append(bundle); }, [](const QString&, const QString&) {},
+         [&] {
+             return bundles.size() == mostRecords;
+         }});
     walk.walk(root);
     return bundles;
 }

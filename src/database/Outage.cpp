@@ -7,14 +7,17 @@
 namespace Stemhaven {
 
 DbException Outage::logged(const char* headline, DbException error) {
-    if (!error.isStatementAtFault() && std::exchange(m_isGoingOn, true))
-        error.markAsRepeated();
+    if (!error.isStatementAtFault()) {
+        if (m_loggedErrors.contains(error.getQueryErrorMessage()))
+            error.markAsRepeated();
+        m_loggedErrors.insert(error.getQueryErrorMessage());
+    }
     logFailure(error) << headline << error;
     return error;
 }
 
 void Outage::written() {
-    if (std::exchange(m_isGoingOn, false))
+    if (!std::exchange(m_loggedErrors, {}).isEmpty())
         qInfo() << "The database can be written again.";
 }
 

@@ -249,7 +249,10 @@ void BundleCheck::update(const TaskPointer& task, long long projectId) {
 }
 
 void BundleCheck::skippingUnreadable(const char* what, const std::function<void()>& body) const {
-    if (!loggingFailures(QLatin1String(what) + m_details.bundlePath(), body))
+    const bool isGone = !QFileInfo::exists(m_details.bundlePath());
+    if (isGone)
+        m_callbacks.vanished(m_details);
+    if (isGone || !loggingFailures(QLatin1String(what) + m_details.bundlePath(), body))
         m_callbacks.unreadable(m_details);
 }
 

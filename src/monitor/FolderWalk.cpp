@@ -44,7 +44,8 @@ FolderWalk::FolderWalk(Callbacks callbacks) : m_callbacks(std::move(callbacks)) 
 
 void FolderWalk::walk(const QString& root) const {
     const auto suffixes = encodedSuffixes();
-    std::vector<std::string> folders{QFile::encodeName(root).toStdString()};
+    const auto top = QFile::encodeName(root).toStdString();
+    std::vector<std::string> folders{top};
     while (!folders.empty()) {
         const std::string folder = std::move(folders.back());
         folders.pop_back();
@@ -63,7 +64,9 @@ void FolderWalk::walk(const QString& root) const {
             else if (!isHidden(path) && entry.is_directory(unknown))
                 folders.push_back(path);
         }
-        if (error)
+        // A folder that is moved or deleted meanwhile takes along all below it that wait here.
+        const bool isGone = error == std::errc::no_such_file_or_directory && folder != top;
+        if (error && !isGone)
             m_callbacks.unreadable(
                 QFile::decodeName(folder.c_str()), QString::fromLocal8Bit(error.message()));
     }

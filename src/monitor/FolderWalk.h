@@ -13,7 +13,8 @@ public:
     struct Callbacks {
         /// Gets the path of each entry that is named like a bundle.
         std::function<void(const QString& path)> bundle;
-        /// Gets each folder that is passed over because it cannot be read, and why.
+        /// Gets each folder that is passed over because it cannot be read, and why. None that is gone by
+        /// then, but for the root.
         std::function<void(const QString& folder, const QString& reason)> unreadable;
         /// Asked before each entry.
         std::function<bool()> isStopped;

@@ -81,6 +81,7 @@ void ProjectSearch::walkRoots(const QSet<QString>& known) {
         return m_again || isInterrupted();
     };
     int found = 0;
+    std::set<QString> unreadable;
     auto lastReport = Clock::now();
     const FolderWalk walk(
         {[&](const QString& bundlePath) {
@@ -95,8 +96,9 @@ void ProjectSearch::walkRoots(const QSet<QString>& known) {
              if (!giveUp())
                  m_callbacks.check(bundlePath);
          },
-         [this](const QString& folder, const QString& reason) {
-             // Once, not in each search.
+         [&](const QString& folder, const QString& reason) {
+             unreadable.insert(folder);
+             // Once, not in each search, until it can be read again.
              if (m_unreadable.insert(folder).second)
                  qWarning() << "Could not read folder. Skipping: " << folder << reason;
          },
@@ -104,6 +106,8 @@ void ProjectSearch::walkRoots(const QSet<QString>& known) {
     const auto roots = m_callbacks.roots();
     for (const auto& root : roots)
         walk.walk(root);
+    if (!giveUp())
+        m_unreadable = std::move(unreadable);
 }
 
 bool ProjectSearch::isInterrupted() const {

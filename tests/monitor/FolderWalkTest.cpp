@@ -42,6 +42,23 @@ TEST(FolderWalk, FindsWhatIsNamedLikeABundleAndNoMore) {
     EXPECT_EQ(walk(root.path()), expected);
 }
 
+TEST(FolderWalk, SaysNothingOfFoldersThatAreMovedAwayMeanwhile) {
+    const QTemporaryDir disk;
+    for (int i = 0; i < 20; ++i)
+        ASSERT_TRUE(QDir(disk.path()).mkpath(QString("root/above/%1/Song.logicx").arg(i)));
+    QStringList found;
+    const auto note = [&](const QString& path) {
+        found.append(path);
+        QDir().rename(disk.path() + "/root/above", disk.path() + "/away");
+    };
+    FolderWalk({note, [&](const QString& folder, const QString&) { note(folder); },
+                [] {
+                    return false;
+                }})
+        .walk(disk.path() + "/root");
+    EXPECT_EQ(found.size(), 1);
+}
+
 TEST(FolderWalk, StopsWhenToldAndTellsOfAFolderThatIsNotThere) {
     const QTemporaryDir root;
     for (int i = 0; i < 20; ++i)

@@ -109,6 +109,19 @@ TEST_F(ProjectMonitorTest, RecordsEveryBundleBelowTheRootsAndNotifiesOnce) {
     EXPECT_EQ(loadStemhavenPlistDetails(ProjectDetails(at("0/Song 0.logicx"))), note);
 }
 
+TEST_F(ProjectMonitorTest, LogsBundlesThatAreGoneWhenTheirCheckComesToThemOnce) {
+    for (int i = 0; i < 10; ++i)
+        makeBundle(QString("set/%1.logicx").arg(i));
+    search();
+    LogCapture messages;
+    for (int i = 0; i < 10; ++i)
+        m_monitor->directoryChanged(at(QString("set/%1.logicx").arg(i)), true);
+    ASSERT_TRUE(QDir().rename(at("set"), at("else")));
+    settle();
+    EXPECT_EQ(messages.count("Could not find project on drive. Project will not be added: "), 10);
+    EXPECT_EQ(messages.count("W: ") + messages.count("C: "), 1);
+}
+
 TEST_F(ProjectMonitorTest, PassesOverWhatCannotBeReadAndRecordsTheRest) {
     makeBundle("Good.logicx");
     ASSERT_TRUE(QDir().mkpath(at("Empty.logicx")));

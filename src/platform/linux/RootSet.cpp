@@ -1,5 +1,6 @@
 #include "platform/linux/RootSet.h"
 
+#include "platform/linux/LoggedFolders.h"
 #include "platform/linux/MountPoints.h"
 #include "platform/linux/PathText.h"
 
@@ -81,7 +82,7 @@ void RootSet::establish(Root& root, const WasMissed& wasMissed) {
         beginWatching(root, wasMissed);
     } catch (const WatchLimitReached&) {
         m_tools.watcher.release(root.path);
-        logLimit();
+        logLimit(root.path);
         root.isBeyondLimit = true;
         beginPolling(root, wasMissed);
     }
@@ -93,12 +94,14 @@ void RootSet::beginWatching(Root& root, const WasMissed& wasMissed) {
         if (wasMissed && wasMissed(bundle, BundleStamp::of(bundle)))
             m_tools.events.add(bundle, fileID, FileEvent::ItemModified);
     });
+    LoggedFolders::polled().remove(root.path);
+    LoggedFolders::beyondLimit().remove(root.path);
     // A root that cannot be read is as good as missing.
     setState(root, m_tools.table.find(root.path) ? State::Watched : State::Missing);
 }
 
 void RootSet::beginPolling(Root& root, const WasMissed& wasMissed) {
-    if (root.state != State::Polled)
+    if (LoggedFolders::polled().add(root.path))
         qWarning() << "No file system events for folder. It is looked through every few seconds: "
                    << QFile::decodeName(root.path.c_str());
     root.poller.emplace(root.path, m_tools.names, m_pollInterval, m_tools.stop);
@@ -184,15 +187,20 @@ void RootSet::comeBack(Root& root) {
 }
 
 void RootSet::giveUpWatching(const std::string& path, std::uint64_t since) {
-    logLimit();
+    bool isInRoot = false;
     for (auto& root : m_roots) {
         if (root.state != State::Watched || !isAtOrBelow(path, root.path))
             continue;
+        logLimit(root.path);
         m_tools.watcher.release(root.path);
         root.isBeyondLimit = true;
         beginPolling(root, missedSince(since));
         search(root);
+        isInRoot = true;
     }
+    // A folder above a project elsewhere.
+    if (!isInRoot)
+        logLimit(path);
     lookOut();
 }
 
@@ -266,7 +274,7 @@ void RootSet::tryToWatch(const std::string& folder, unsigned purpose) {
     try {
         m_tools.watcher.watch(folder, purpose);
     } catch (const WatchLimitReached&) {
-        logLimit();
+        logLimit(folder);
     }
 }
 
@@ -282,8 +290,8 @@ RootSet::State RootSet::state(const std::string& root) const {
     return found == m_states.end() ? State::Missing : found->second;
 }
 
-void RootSet::logLimit() {
-    if (std::exchange(m_isLimitLogged, true))
+void RootSet::logLimit(const std::string& folder) {
+    if (!LoggedFolders::beyondLimit().add(folder) || std::exchange(m_isLimitLogged, true))
         return;
     constexpr std::uint64_t usualLimit = 524'288;
     std::uint64_t limit = 0;

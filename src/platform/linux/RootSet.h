@@ -96,7 +96,7 @@ private:
     void watchAbove(const Root& root);
     void watchFor(const Root& root, std::set<std::string>& lookouts);
     void tryToWatch(const std::string& folder, unsigned purpose);
-    void logLimit();
+    void logLimit(const std::string& folder);
 
     Tools m_tools;
     std::chrono::milliseconds m_pollInterval;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/BundleStamp.h"
 #include "platform/linux/FolderReading.h"
+#include "platform/linux/LoggedFolders.h"
 #include "platform/linux/PathText.h"
 
 #include <QDebug>
@@ -56,6 +57,7 @@ bool TreeWatcher::watch(const std::string& folder, unsigned purpose) {
     const int descriptor = m_descriptor->add(folder, maskFor(purposes));
     if (descriptor < 0)
         return refuse(folder, errno);
+    LoggedFolders::unreadable().remove(folder);
     if (!admit(folder, descriptor))
         return false;
 
@@ -150,7 +152,7 @@ void TreeWatcher::release(const std::string& path) {
 
 void TreeWatcher::logUnreadable(const std::string& folder, int error) {
     // A folder that was deleted meanwhile is nothing to speak of.
-    if (error == ENOENT || !m_logged.insert(folder).second)
+    if (error == ENOENT || !LoggedFolders::unreadable().add(folder))
         return;
     qWarning() << "Could not watch folder. Skipping: " << QFile::decodeName(folder.c_str())
                << QString::fromLocal8Bit(std::strerror(error)); // NOLINT(concurrency-mt-unsafe)

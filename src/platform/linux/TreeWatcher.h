@@ -7,7 +7,6 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
-#include <set>
 #include <string>
 
 namespace Stemhaven {
@@ -42,7 +41,7 @@ public:
 
     void release(const std::string& path);
 
-    /// Logs, but each path once only.
+    /// Logs, but each path once only until it can be watched.
     void logUnreadable(const std::string& folder, int error);
 
 private:
@@ -54,7 +53,6 @@ private:
     WatchTable& m_table;
     InotifyDescriptor* m_descriptor = nullptr;
     const std::atomic<bool>& m_stop;
-    std::set<std::string> m_logged;
 };
 
 } // namespace Stemhaven
