@@ -54,6 +54,12 @@ QString selectByPath(const QString& filepath, const QString& filename) {
         .arg(escape(filepath), escape(filename));
 }
 
+QString selectByTraits(const QString& sufid, const QString& filename, const QDateTime& lastModified) {
+    return QStringLiteral(
+               "SELECT project_id FROM projects WHERE SUFID='%1' AND filename='%2' AND last_modified=%3")
+        .arg(escape(sufid), escape(filename), seconds(lastModified));
+}
+
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated) {
     return QStringLiteral(
                "INSERT INTO projects (filepath, filename, name, project_type, logic_version, bpm, song_key, "

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class QDateTime;
+
 namespace Stemhaven {
 
 class ProjectData;
@@ -18,6 +20,8 @@ QString selectBySufid(const QString& sufid);
 /// As selectBySufid, for the identity that a note names.
 QString selectByNotedSufid(const QString& sufid);
 QString selectByPath(const QString& filepath, const QString& filename);
+/// By the identity, the name and the time of the information file together.
+QString selectByTraits(const QString& sufid, const QString& filename, const QDateTime& lastModified);
 
 /// Both read data and throw IOException where it lacks what a record needs.
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated);

@@ -7,6 +7,7 @@
 #include "database/SqlText.h"
 #include "database/TaskManager.h"
 #include "project/NoteFile.h"
+#include "project/ProjectData.h"
 
 #include <QDebug>
 #include <QFileInfo>
@@ -102,15 +103,43 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
         // A bundle that has moved on by now had no note here to be read; it is checked at its new place.
         if (ProjectDetails(m_details.bundlePath()).sufid != m_details.sufid)
             return;
-        for (const auto& record : records) {
-            qInfo() << "Another bundle has the identity of a recorded project now. project_id:" << record.id;
-            m_tasks.addTask(
-                std::make_shared<QueryTask>(
-                    ProjectStatements::giveUpIdentity(record.id), m_tasks.mainDatabase()),
-                task);
-        }
-        sufidUnknown(task);
+        if (note)
+            takeIdentityFrom(task, records);
+        else
+            sufidInDoubt(task, records);
     });
+}
+
+/// A bundle without a note, which may be full or closed to writing, has come from somewhere else. What is
+/// left of its identity is its name and when it was last saved.
+void BundleCheck::sufidInDoubt(const TaskPointer& task, const QList<Record>& records) {
+    const ProjectData data(m_details.bundlePath());
+    auto select = std::make_shared<QueryTask>(
+        ProjectStatements::selectByTraits(
+            m_details.sufid.toString(), m_details.filename, data.lastModified()),
+        m_tasks.mainDatabase());
+    select->setQueryCallback(
+        [this, self = shared_from_this(), records](const TaskPointer& done, int, QSqlQuery* query) {
+            if (!query->next())
+                takeIdentityFrom(done, records);
+            else if (const auto id = projectIdIn(*query))
+                update(done, *id);
+        });
+    select->setSqlErrorCallback(
+        [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
+            databaseFailed(error, QStringLiteral("Could not select projects matching SUFID!"));
+        });
+    m_tasks.addTask(select, task);
+}
+
+void BundleCheck::takeIdentityFrom(const TaskPointer& task, const QList<Record>& records) {
+    for (const auto& record : records) {
+        qInfo() << "Another bundle has the identity of a recorded project now. project_id:" << record.id;
+        m_tasks.addTask(
+            std::make_shared<QueryTask>(ProjectStatements::giveUpIdentity(record.id), m_tasks.mainDatabase()),
+            task);
+    }
+    sufidUnknown(task);
 }
 
 void BundleCheck::logDuplicates(const TaskPointer& task, const Record& chosen, const QList<Record>& records) {

@@ -69,6 +69,8 @@ private:
 
     void sufidKnown(const TaskPointer& task, const QList<Record>& records);
     void logDuplicates(const TaskPointer& task, const Record& chosen, const QList<Record>& records);
+    void sufidInDoubt(const TaskPointer& task, const QList<Record>& records);
+    void takeIdentityFrom(const TaskPointer& task, const QList<Record>& records);
     void sufidUnknown(const TaskPointer& task);
     void lookUpNote(const TaskPointer& task, const Note& note);
     void noteMatched(const TaskPointer& task, const Record& record, const Note& note);

@@ -170,6 +170,27 @@ TEST_F(Following, ARecordThatGaveUpItsIdentityDoesNotTakeTheNextBundleAtItsPlace
     EXPECT_EQ(rows("name, star_rating"), QStringList({"Other|4", "Renamed|5", "Song|1"}));
 }
 
+TEST_F(Following, BundlesWithoutANoteBelowAFolderThatIsRenamed) {
+    // Their note cannot be written.
+    for (const auto* name : {"A", "B"}) {
+        ASSERT_TRUE(QDir().mkpath(at(QString("old/%1.logicx/Resources/Stemhaven.plist/x").arg(name))));
+        makeBundle(QString("old/%1.logicx").arg(name));
+    }
+    ASSERT_TRUE(shows({"A", "B", "Other", "Song"}));
+    m_database.rows("UPDATE projects SET star_rating=3 WHERE filename IN ('A.logicx', 'B.logicx')");
+    const auto areAt = [&](const QString& folder) {
+        return waitUntil([&] { return rows("filepath").count(at(folder)) == 2; });
+    };
+    move("old", "new");
+    EXPECT_TRUE(areAt("new/"));
+    stop();
+    move("new", "newest");
+    ASSERT_TRUE(m_database.initialise());
+    start();
+    EXPECT_TRUE(areAt("newest/"));
+    EXPECT_EQ(rows("name, star_rating"), QStringList({"A|3", "B|3", "Other|4", "Song|5"}));
+}
+
 TEST_F(Following, AFolderThatIsDroppedInAndOneThatIsTakenOut) {
     const auto outside = m_disk.path() + "/outside";
     for (int i = 0; i < 30; ++i)
