@@ -148,11 +148,7 @@ void MoveResolution::resolveOne(
         else
             m_callbacks.unknownBundle(newDetails.bundlePath());
     });
-    select->setSqlErrorCallback(
-        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
-            logFailure(error) << "ProjectMonitor: Could not move/rename project!";
-            m_callbacks.unknownBundle(newDetails.bundlePath());
-        });
+    select->setSqlErrorCallback(whenRefused(newDetails));
     m_tasks.addTask(select, task);
     m_callbacks.settled(fileID);
 }
@@ -169,12 +165,16 @@ void MoveResolution::moveUnlessAnotherIs(
         else
             m_callbacks.unknownBundle(newDetails.bundlePath());
     });
-    select->setSqlErrorCallback(
-        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
-            logFailure(error) << "ProjectMonitor: Could not move/rename project!";
-            m_callbacks.unknownBundle(newDetails.bundlePath());
-        });
+    select->setSqlErrorCallback(whenRefused(newDetails));
     m_tasks.addTask(select, task);
+}
+
+std::function<void(const MoveResolution::TaskPointer&, const DbException&)>
+MoveResolution::whenRefused(const ProjectDetails& newDetails) {
+    return [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
+        logFailure(error) << "ProjectMonitor: Could not move/rename project!";
+        m_callbacks.unknownBundle(newDetails.bundlePath());
+    };
 }
 
 void MoveResolution::move(
@@ -188,11 +188,7 @@ void MoveResolution::move(
                 << "\t From:" << oldDetails << "\t To:  " << newDetails;
         m_callbacks.written();
     });
-    update->setSqlErrorCallback(
-        [this, self = shared_from_this(), newDetails](const TaskPointer&, const DbException& error) {
-            logFailure(error) << "ProjectMonitor: Could not move/rename project!";
-            m_callbacks.unknownBundle(newDetails.bundlePath());
-        });
+    update->setSqlErrorCallback(whenRefused(newDetails));
     m_tasks.addTask(update, task);
 }
 

@@ -11,6 +11,7 @@
 
 namespace Stemhaven {
 
+class DbException;
 class Task;
 class TaskManager;
 
@@ -48,6 +49,9 @@ private:
     void moveUnlessAnotherIs(
         const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
         long long projectId);
+
+    /// Leaves the bundle to a check of its own.
+    std::function<void(const TaskPointer&, const DbException&)> whenRefused(const ProjectDetails& newDetails);
 
     void move(
         const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
