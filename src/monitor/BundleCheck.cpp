@@ -110,8 +110,8 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
     });
 }
 
-/// A bundle without a note, which may be full or closed to writing, has come from somewhere else. What is
-/// left of its identity is its name and when it was last saved.
+/// The bundle has come from somewhere else, and a full disk or a folder that is closed to writing has left it
+/// without a note. What remains of its identity is its name and when it was last saved.
 void BundleCheck::sufidInDoubt(const TaskPointer& task, const QList<Record>& records) {
     const ProjectData data(m_details.bundlePath());
     auto select = std::make_shared<QueryTask>(
