@@ -1,34 +1,21 @@
-#include "ui/MainWindow.h"
-
-#include "ProjectsFixture.h"
-#include "monitor/ProjectMonitor.h"
+#include "WindowFixture.h"
 #include "support/TestBundle.h"
 #include "ui/dialogs/FolderAdder.h"
-#include "ui/table/EmptyState.h"
+#include "ui/sidebar/FilterSidebar.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QDropEvent>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QtTest/QTest>
+#include <QSplitter>
+
+#include <limits>
 
 namespace {
 
-const QString allRoots = QStringLiteral("SELECT * FROM root_project_search_paths");
+const QString allRoots = "SELECT * FROM root_project_search_paths";
 
-class FolderAdderTest : public ProjectsFixture {
-protected:
-    QStringList roots() { return database.rootRows(allRoots); }
-
-    QWidget window;
-};
-
-class MainWindowTest : public ProjectsFixture {
+class MainWindowTest : public WindowFixture {
 protected:
     /// What a drag of these paths to the window and a drop there does; whether it was welcome.
     bool drop(const QStringList& paths) {
@@ -46,88 +33,92 @@ protected:
         QApplication::sendEvent(&*window, &dropped);
         return true;
     }
-
-    void open() {
-        window.emplace(tasks(), monitor);
-        QSignalSpy loaded(&*window, &MainWindow::firstLoaded);
-        window->show();
-        QApplication::setActiveWindow(&*window);
-        ASSERT_TRUE(waitUntil([&] { return loaded.count() == 1; }));
-    }
-
-    Stemhaven::ProjectMonitor monitor{tasks()};
-    std::optional<MainWindow> window;
 };
 
 } // namespace
 
-TEST_F(FolderAdderTest, WritesEachFolderOnce) {
-    FolderAdder adder(tasks(), window);
-    QSignalSpy added(&adder, &FolderAdder::folderAdded);
-    adder.add(QStringLiteral("/music/It's mine/"));
-    ASSERT_TRUE(waitUntil([&] { return added.count() == 1; }));
-    adder.add(QStringLiteral("/music/It's mine"));
-    adder.add(QStringLiteral("/music/other"));
-    ASSERT_TRUE(waitUntil([&] { return added.count() == 2; }));
-    EXPECT_EQ(roots(), (QStringList{QStringLiteral("/music/It's mine"), QStringLiteral("/music/other")}));
-    EXPECT_EQ(log.count(QStringLiteral("Root search path '/music/It's mine is already being monitored.")), 1);
-}
-
-TEST_F(FolderAdderTest, RefusesTheRoot) {
-    FolderAdder adder(tasks(), window);
-    for (const char* root : {"/", "//", "/music/.."}) {
-        adder.add(QString::fromLatin1(root));
-        auto* alert = window.findChild<QMessageBox*>();
-        ASSERT_NE(alert, nullptr) << root;
-        EXPECT_EQ(alert->text(), QStringLiteral("Root monitoring is not allowed."));
-        EXPECT_EQ(
-            alert->informativeText(),
-            QStringLiteral("Please choose a folder that contains your project files."));
-        delete alert;
-    }
-    EXPECT_EQ(roots(), QStringList());
-}
-
-TEST_F(FolderAdderTest, TakesTheFolderThatIsChosen) {
-    FolderAdder adder(tasks(), window);
+TEST_F(MainWindowTest, AddsEachFolderOnceAndNeverTheRoot) {
+    QWidget parent;
+    FolderAdder adder(tasks(), parent);
     QSignalSpy added(&adder, &FolderAdder::folderAdded);
     adder.choose();
-    auto* dialog = window.findChild<QFileDialog*>();
+    auto* dialog = parent.findChild<QFileDialog*>();
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->fileMode(), QFileDialog::Directory);
-    emit dialog->fileSelected(QStringLiteral("/music"));
+    emit dialog->fileSelected("/music/It's mine/");
     ASSERT_TRUE(waitUntil([&] { return added.count() == 1; }));
-    EXPECT_EQ(added.constFirst().constFirst(), QStringLiteral("/music"));
+    adder.add("/music/It's mine");
+    adder.add("/music/other");
+    ASSERT_TRUE(waitUntil([&] { return added.count() == 2; }));
+    for (const char* root : {"/", "//", "/music/.."}) {
+        adder.add(root);
+        auto* alert = parent.findChild<QMessageBox*>();
+        ASSERT_NE(alert, nullptr) << root;
+        EXPECT_EQ(alert->text(), "Root monitoring is not allowed.");
+        EXPECT_EQ(alert->informativeText(), "Please choose a folder that contains your project files.");
+        delete alert;
+    }
+    EXPECT_EQ(database.rootRows(allRoots), (QStringList{"/music/It's mine", "/music/other"}));
+    EXPECT_EQ(log.count("Root search path '/music/It's mine is already being monitored."), 1);
 }
 
 TEST_F(MainWindowTest, DroppedFolderFillsTheTable) {
     open();
-    auto& emptyState = *window->findChild<EmptyState*>();
-    EXPECT_TRUE(waitUntil([&] { return emptyState.reason() == EmptyState::Reason::NoProjects; }));
-
-    const QString music = database.folder.path() + QStringLiteral("/music");
-    const QString bundle = music + QStringLiteral("/Song.logicx");
+    const QString music = database.folder.path() + "/music";
+    const QString bundle = music + "/Song.logicx";
     TestBundle().write(bundle.toStdString());
-    EXPECT_FALSE(drop({bundle, music + QStringLiteral("/none"), QStringLiteral("relative")}));
+    EXPECT_FALSE(drop({bundle, music + "/none", "relative"}));
     ASSERT_TRUE(drop({music}));
 
-    auto& model = *window->findChild<ProjectsTableModel*>();
-    EXPECT_TRUE(waitUntil([&] { return model.rowCount() == 1; }));
-    EXPECT_TRUE(waitUntil([&] { return !emptyState.isVisible(); }));
+    EXPECT_TRUE(waitUntil([&] { return model().rowCount() == 1 && !emptyState().isVisible(); }));
     EXPECT_EQ(database.rootRows(allRoots), QStringList(music));
-    ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model.isReloading(); }));
+    ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
 }
 
-TEST_F(MainWindowTest, KeepsItsPlaceAndTerm) {
-    insertNumbered(20);
+TEST_F(MainWindowTest, TheWindowComesBackAsItWasLeft) {
     open();
-    window->resize(911, 613);
+    window->resize(1111, 613);
+    EXPECT_TRUE(actions().hideCompleted->isChecked());
+    EXPECT_TRUE(actions().hideIgnored->isChecked());
+    EXPECT_TRUE(actions().hideSidebar->isEnabled());
+    EXPECT_FALSE(actions().showSidebar->isEnabled());
+    child<QSplitter>("sidebarSplitter").setSizes({300, 1000});
+    emit child<QSplitter>("sidebarSplitter").splitterMoved(300, 1);
+    actions().hideDetails->trigger();
+    EXPECT_FALSE(details().isVisible());
+    EXPECT_TRUE(actions().showDetails->isEnabled());
+    actions().hideIgnored->trigger();
     QTest::keyClick(&*window, Qt::Key_F, Qt::ControlModifier);
-    auto* searchEdit = window->findChild<QLineEdit*>(QStringLiteral("searchEdit"));
-    EXPECT_TRUE(searchEdit->hasFocus());
-    QTest::keyClicks(searchEdit, QStringLiteral("11"));
+    EXPECT_TRUE(searchEdit().hasFocus());
     window->close();
+
     open();
-    EXPECT_EQ(window->size(), QSize(911, 613));
-    EXPECT_TRUE(waitUntil([&] { return window->findChild<ProjectsTableModel*>()->rowCount() == 1; }));
+    EXPECT_EQ(window->size(), QSize(1111, 613));
+    EXPECT_FALSE(actions().hideIgnored->isChecked());
+    EXPECT_FALSE(details().isVisible());
+    EXPECT_EQ(child<QSplitter>("sidebarSplitter").sizes().constFirst(), 300);
+    actions().hideSidebar->trigger();
+    actions().showDetails->trigger();
+    EXPECT_GT(details().width(), 200);
+    auto& splitter = child<QSplitter>("projectInfoSplitter");
+    splitter.setSizes({splitter.width() - 400, 400});
+    const int detailsWidth = details().width();
+    EXPECT_NEAR(detailsWidth, 400, 8);
+    window->close();
+
+    open();
+    EXPECT_EQ(details().width(), detailsWidth);
+    EXPECT_FALSE(child<FilterSidebar>().isVisible());
+    actions().showSidebar->trigger();
+    // The width is forgotten with the hiding.
+    EXPECT_LT(child<FilterSidebar>().width(), 300);
+    window->close();
+    QSettings().setValue("filterSliderPos", std::numeric_limits<int>::max());
+    open();
+    EXPECT_LT(child<FilterSidebar>().width(), window->width());
+    window->close();
+    QSettings().setValue("filterSliderPos", "wide");
+    open();
+    EXPECT_EQ(log.count("Could not load int value of setting 'filterSliderPos'"), 1);
+    EXPECT_TRUE(child<FilterSidebar>().isVisible());
 }

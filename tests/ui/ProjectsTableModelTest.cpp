@@ -4,10 +4,7 @@
 #include "ui/table/ProgressBar.h"
 #include "ui/table/StarRating.h"
 
-#include <QApplication>
 #include <QHeaderView>
-#include <QSignalSpy>
-#include <QtTest/QTest>
 
 namespace {
 
@@ -23,17 +20,8 @@ protected:
         return waitForReloads(*model);
     }
 
-    /// Waits, with the event loop standing still, until the worker has exchanged the rows.
-    bool exchangeUnseen() {
-        model->reload();
-        const QDeadlineTimer deadline(60'000);
-        while (!model->hasUnannouncedRows() && !deadline.hasExpired())
-            QThread::usleep(200);
-        return model->hasUnannouncedRows();
-    }
-
     QVariant value(int row, const char* field) const {
-        return model->index(row, builder.fieldIndexByName(QString::fromLatin1(field))).data();
+        return model->index(row, builder.fieldIndexByName(field)).data();
     }
 
     Stemhaven::QueryBuilder builder;
@@ -51,69 +39,84 @@ struct PaintCounter : QObject {
 
 } // namespace
 
-TEST_F(ProjectsTableModelTest, ShowsTheVisibleFields) {
-    insert(QStringLiteral("Tide"), QStringLiteral("progress=0.5, star_rating=3, publicly_released=1"));
+TEST_F(ProjectsTableModelTest, ShowsTheVisibleFieldsAndFindsRowsById) {
+    insert({"Air", "Moon"});
+    insert("Tide", "progress=0.5, star_rating=3, publicly_released=1");
+    builder.sortBy("name", Qt::DescendingOrder);
+    EXPECT_EQ(model->rowForProjectID(1), -1);
     ASSERT_TRUE(load());
-    EXPECT_EQ(model->rowCount(), 1);
     EXPECT_EQ(model->columnCount(), 11);
-    EXPECT_EQ(model->headerData(0, Qt::Horizontal, Qt::DisplayRole), QStringLiteral("Progress  "));
-    EXPECT_EQ(value(0, "name"), QStringLiteral("Tide"));
+    EXPECT_EQ(model->headerData(0, Qt::Horizontal, Qt::DisplayRole), "Progress  ");
+    EXPECT_EQ(value(0, "name"), "Tide");
     EXPECT_FLOAT_EQ(value(0, "progress").value<ProgressBar>().progress(), 0.5F);
     EXPECT_EQ(value(0, "star_rating").value<StarRating>().starCount(), 3);
     EXPECT_TRUE(value(0, "publicly_released").value<BoolDot>().value());
     EXPECT_FALSE(model->index(0, 11).data().canConvert<BoolDot>());
     EXPECT_FALSE(model->index(0, 12).isValid());
     EXPECT_FALSE(model->index(0, 0).parent().isValid());
-}
 
-TEST_F(ProjectsTableModelTest, FindsRowsById) {
-    insert({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-    EXPECT_EQ(model->rowForProjectID(1), -1);
-    builder.sortBy(QStringLiteral("name"), Qt::DescendingOrder);
-    ASSERT_TRUE(load());
     EXPECT_EQ(model->rowForProjectID(1), 2);
     EXPECT_EQ(model->rowForProjectID(3), 0);
     EXPECT_EQ(model->rowForProjectID(99), -1);
     EXPECT_EQ(model->projectIDForRow(0), 3);
     EXPECT_EQ(model->projectIDForRow(3), -1);
     EXPECT_EQ(model->projectIDForRow(-1), -1);
+
+    // A reload that fails leaves the rows.
+    QSignalSpy failed(model.get(), &ProjectsTableModel::reloadFailed);
+    QSignalSpy changed(model.get(), &QAbstractItemModel::layoutChanged);
+    builder.sortBy("no_such_column", Qt::AscendingOrder);
+    ASSERT_TRUE(load());
+    EXPECT_EQ(failed.count(), 1);
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_EQ(value(0, "name"), "Tide");
+    EXPECT_EQ(log.count("C: Could not reload projects table!"), 1);
 }
 
-TEST_F(ProjectsTableModelTest, ViewBearsTheModelBeforeItsFirstRows) {
+TEST_F(ProjectsTableModelTest, ViewBearsLateAndVanishingRowsAndDropsSelectionChangesMeanwhile) {
     EXPECT_EQ(model->columnCount(), -1);
     KeyEventTableView view;
     view.setModel(model.get());
     view.setSortingEnabled(true);
-    view.resize(400, 300);
+    view.resize(600, 400);
     view.show();
     view.grab();
-    insert({QStringLiteral("a")});
+    insertNumbered(500);
     ASSERT_TRUE(load());
     view.grab();
     EXPECT_EQ(view.horizontalHeader()->count(), 11);
-    EXPECT_EQ(view.verticalHeader()->count(), 1);
-}
+    EXPECT_EQ(view.verticalHeader()->count(), 500);
 
-TEST_F(ProjectsTableModelTest, RowsMayVanishUnderTheView) {
-    insertNumbered(500);
-    KeyEventTableView view;
-    view.setModel(model.get());
-    view.resize(600, 400);
-    view.show();
-    ASSERT_TRUE(load());
-    const QPersistentModelIndex last =
-        model->index(499, builder.fieldIndexByName(QStringLiteral("progress")));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    PaintCounter paints;
+    view.viewport()->installEventFilter(&paints);
+    const auto paintsAfterSelecting = [&](int row) {
+        QApplication::processEvents();
+        paints.count = 0;
+        view.selectionModel()->select(model->index(row, 0), QItemSelectionModel::Select);
+        QApplication::processEvents();
+        return paints.count;
+    };
+    EXPECT_GT(paintsAfterSelecting(1), 0);
+    ASSERT_TRUE(stopWorker());
+    model->reload();
+    EXPECT_EQ(paintsAfterSelecting(2), 0);
+    tasks().restart();
+    ASSERT_TRUE(waitForReloads(*model));
+
+    const QPersistentModelIndex last = model->index(499, builder.fieldIndexByName("progress"));
     view.scrollToBottom();
 
-    builder.search(QStringLiteral("000007"));
-    ASSERT_TRUE(exchangeUnseen());
+    builder.search("000007");
+    model->reload();
+    ASSERT_TRUE(waitForUnseenRows(*model));
     EXPECT_EQ(model->rowCount(), 1);
     EXPECT_EQ(last.data(), QVariant());
     view.grab();
     ASSERT_TRUE(waitForReloads(*model));
     EXPECT_FALSE(model->hasUnannouncedRows());
     view.grab();
-    EXPECT_EQ(value(0, "name"), QStringLiteral("Song 000007"));
+    EXPECT_EQ(value(0, "name"), "Song 000007");
 }
 
 TEST_F(ProjectsTableModelTest, ReadsAreSafeWhileTheWorkerExchanges) {
@@ -122,7 +125,7 @@ TEST_F(ProjectsTableModelTest, ReadsAreSafeWhileTheWorkerExchanges) {
     QSignalSpy reloaded(model.get(), &ProjectsTableModel::reloaded);
     constexpr int reloads = 60;
     for (int i = 0; i < reloads; ++i) {
-        builder.search(i % 2 == 0 ? QStringLiteral("Song 00000") : QString());
+        builder.search(i % 2 == 0 ? "Song 00000" : QString());
         model->reload();
     }
     int read = 0;
@@ -145,7 +148,7 @@ TEST_F(ProjectsTableModelTest, MayEndWhileReloadsAreUnderWay) {
     model->reload();
     model.reset();
     // The worker has come to the end of everything queued before.
-    EXPECT_EQ(database.rows(QStringLiteral("SELECT 1")), QStringList(QStringLiteral("1")));
+    EXPECT_EQ(database.rows("SELECT 1"), QStringList("1"));
 
     // A worker that never comes to them: what it would have freed goes with its manager.
     ASSERT_TRUE(stopWorker());
@@ -153,42 +156,4 @@ TEST_F(ProjectsTableModelTest, MayEndWhileReloadsAreUnderWay) {
     unlucky->reload();
     unlucky.reset();
     database.tasks.reset();
-}
-
-TEST_F(ProjectsTableModelTest, FailedReloadKeepsTheRows) {
-    insert({QStringLiteral("a")});
-    ASSERT_TRUE(load());
-    QSignalSpy failed(model.get(), &ProjectsTableModel::reloadFailed);
-    QSignalSpy changed(model.get(), &QAbstractItemModel::layoutChanged);
-    builder.sortBy(QStringLiteral("no_such_column"), Qt::AscendingOrder);
-    ASSERT_TRUE(load());
-    EXPECT_EQ(failed.count(), 1);
-    EXPECT_EQ(changed.count(), 0);
-    EXPECT_EQ(value(0, "name"), QStringLiteral("a"));
-    EXPECT_EQ(log.count(QStringLiteral("C: Could not reload projects table!")), 1);
-}
-
-TEST_F(ProjectsTableModelTest, ViewDropsSelectionChangesDuringAReload) {
-    insert({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-    ASSERT_TRUE(load());
-    KeyEventTableView view;
-    view.setModel(model.get());
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
-    PaintCounter paints;
-    view.viewport()->installEventFilter(&paints);
-    const auto paintsAfterSelecting = [&](int row) {
-        QApplication::processEvents();
-        paints.count = 0;
-        view.selectionModel()->select(model->index(row, 0), QItemSelectionModel::Select);
-        QApplication::processEvents();
-        return paints.count;
-    };
-    EXPECT_GT(paintsAfterSelecting(1), 0);
-
-    ASSERT_TRUE(stopWorker());
-    model->reload();
-    EXPECT_EQ(paintsAfterSelecting(2), 0);
-    tasks().restart();
-    ASSERT_TRUE(waitForReloads(*model));
 }

@@ -3,8 +3,6 @@
 #include "ProjectsFixture.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
 
-#include <QSignalSpy>
-
 /// A sidebar's model over databases of their own, and words to fill their look-up tables with.
 class SidebarFixture : public ProjectsFixture {
 protected:
@@ -15,10 +13,9 @@ protected:
 
     void addEntries(FilterType type, const QStringList& names) {
         for (QString name : names) {
-            database.rows(QStringLiteral("INSERT INTO %1(%2) VALUES('%3')")
-                              .arg(
-                                  filterTypeTable(type), filterTypeNameColumn(type),
-                                  name.replace(u'\'', QStringLiteral("''"))));
+            const QString statement = "INSERT INTO %1(%2) VALUES('%3')";
+            name.replace('\'', "''");
+            database.rows(statement.arg(filterTypeTable(type), filterTypeNameColumn(type), name));
         }
     }
 
@@ -27,26 +24,20 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return !model->isReloading(); }));
     }
 
-    /// The entries as the tree shows them.
-    QStringList shown(FilterType type) {
-        const QModelIndex group = model->index(static_cast<int>(type), 0);
-        QStringList names;
-        for (int row = 0; row < model->rowCount(group); ++row)
-            names.append(model->index(row, 0, group).data().toString());
-        return names;
+    /// As the tree shows them.
+    QStringList textsBelow(const QModelIndex& parent) {
+        QStringList texts;
+        for (int row = 0; row < model->rowCount(parent); ++row)
+            texts.append(model->index(row, 0, parent).data().toString());
+        return texts;
     }
 
+    QStringList shown(FilterType type) { return textsBelow(model->index(static_cast<int>(type), 0)); }
+
     QStringList stored(FilterType type) {
-        return database.rows(QStringLiteral("SELECT * FROM %1 ORDER BY %2")
-                                 .arg(filterTypeTable(type), filterTypeIdColumn(type)));
+        return database.rows(
+            QString("SELECT * FROM %1 ORDER BY %2").arg(filterTypeTable(type), filterTypeIdColumn(type)));
     }
 
     std::unique_ptr<FolderTreeItemModel> model;
 };
-
-inline QStringList list(std::initializer_list<const char*> names) {
-    QStringList result;
-    for (const char* name : names)
-        result.append(QString::fromUtf8(name));
-    return result;
-}

@@ -1,5 +1,7 @@
 #include "ui/widgets/Style.h"
 
+#include "ui/table/StarEditor.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -19,58 +21,56 @@
 
 namespace {
 
-/// Gives widgets the style without making it the application's.
-template <typename Widget>
-std::unique_ptr<Widget> styled(Style& style) {
-    auto widget = std::make_unique<Widget>();
-    widget->setStyle(&style);
-    return widget;
-}
+class StyleTest : public testing::Test {
+protected:
+    /// A widget with the style, which is not made the application's.
+    template <typename Widget>
+    std::unique_ptr<Widget> styled() {
+        auto widget = std::make_unique<Widget>();
+        widget->setStyle(&style);
+        return widget;
+    }
+
+    Style style;
+};
 
 } // namespace
 
-TEST(StyleTest, ControlsInARowHaveOneHeight) {
-    Style style;
-    EXPECT_EQ(styled<QPushButton>(style)->sizeHint().height(), 32);
-    EXPECT_EQ(styled<QComboBox>(style)->sizeHint().height(), 32);
-    EXPECT_EQ(styled<QLineEdit>(style)->sizeHint().height(), 32);
-}
-
-TEST(StyleTest, AComboBoxHasRoomForItsLongestEntry) {
-    Style style;
-    const auto box = styled<QComboBox>(style);
-    box->addItems({QStringLiteral("Done"), QStringLiteral("A status with a long name")});
+TEST_F(StyleTest, ControlsInARowHaveOneHeightAndRoomForTheLongestEntry) {
+    EXPECT_EQ(styled<QPushButton>()->sizeHint().height(), 32);
+    EXPECT_EQ(styled<QLineEdit>()->sizeHint().height(), 32);
+    EXPECT_EQ(styled<QComboBox>()->sizeHint().height(), 32);
+    const auto box = styled<QComboBox>();
+    box->addItems({"Done", "A status with a long name"});
     QStyleOptionComboBox option;
     option.initFrom(box.get());
     option.rect = QRect(QPoint(), box->sizeHint());
     for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         option.direction = direction;
-        const QRect text =
-            style.subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box.get());
-        const QRect arrow =
-            style.subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, box.get());
+        const auto part = [&](QStyle::SubControl control) {
+            return style.subControlRect(QStyle::CC_ComboBox, &option, control, box.get());
+        };
+        const QRect text = part(QStyle::SC_ComboBoxEditField);
+        const QRect arrow = part(QStyle::SC_ComboBoxArrow);
         EXPECT_GE(text.width(), box->fontMetrics().horizontalAdvance(box->itemText(1)));
         EXPECT_FALSE(text.intersects(arrow));
         EXPECT_TRUE(option.rect.contains(text | arrow));
     }
 }
 
-TEST(StyleTest, AMenuHasRoomForTextsAndShortcuts) {
-    Style style;
-    const auto menu = styled<QMenu>(style);
-    const QString text = QStringLiteral("A long name of a collection");
-    menu->addAction(text)->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+F12")));
-    menu->addAction(QStringLiteral("x"))->setCheckable(true);
-    const QFontMetrics metrics = menu->fontMetrics();
-    const int texts = metrics.horizontalAdvance(text + QStringLiteral("Ctrl+Shift+F12"));
+TEST_F(StyleTest, AMenuHasRoomForTextsAndShortcuts) {
+    const auto menu = styled<QMenu>();
+    const QString text = "A long name of a collection";
+    menu->addAction(text)->setShortcut(QKeySequence("Ctrl+Shift+F12"));
+    menu->addAction("x")->setCheckable(true);
+    const int texts = menu->fontMetrics().horizontalAdvance(text + "Ctrl+Shift+F12");
     // The margins of the row, the column of check marks, and a gap that keeps the two apart.
     EXPECT_GE(menu->sizeHint().width(), texts + 20 + 20 + 16);
     EXPECT_EQ(menu->actionGeometry(menu->actions().constFirst()).height(), 28);
 }
 
-TEST(StyleTest, AClickInASliderMovesItThereAsDraggingDoes) {
-    Style style;
-    const auto slider = styled<QSlider>(style);
+TEST_F(StyleTest, AClickInASliderMovesItThereAsDraggingDoes) {
+    const auto slider = styled<QSlider>();
     slider->setOrientation(Qt::Horizontal);
     slider->setRange(0, 100);
     slider->resize(220, 24);
@@ -85,14 +85,13 @@ TEST(StyleTest, AClickInASliderMovesItThereAsDraggingDoes) {
     }
 }
 
-TEST(StyleTest, TheGroundOfATreesRowGoesFromEdgeToEdge) {
-    Style style;
+TEST_F(StyleTest, TheGroundOfATreesRowGoesFromEdgeToEdgeBelowItsText) {
     for (const int columns : {1, 2}) {
-        const auto tree = styled<QTreeWidget>(style);
+        const auto tree = styled<QTreeWidget>();
         tree->setColumnCount(columns);
         tree->setColumnWidth(0, 120);
-        auto* parent = new QTreeWidgetItem(tree.get(), {QStringLiteral("Genres"), QStringLiteral("2")});
-        auto* child = new QTreeWidgetItem(parent, {QStringLiteral("Ambient"), QStringLiteral("1")});
+        auto* parent = new QTreeWidgetItem(tree.get(), {"Genres", "2"});
+        auto* child = new QTreeWidgetItem(parent, {QString(5, QChar(0x2588)), "1"});
         parent->setExpanded(true);
         tree->setHeaderHidden(true);
         tree->setCurrentItem(child);
@@ -100,7 +99,7 @@ TEST(StyleTest, TheGroundOfATreesRowGoesFromEdgeToEdge) {
         tree->show();
         const auto colorAt = [&](QTreeWidgetItem* item, int x) {
             return tree->viewport()->grab().toImage().pixelColor(
-                x, tree->visualItemRect(item).center().y() + 8);
+                x, tree->visualItemRect(item).center().y() + 4);
         };
         const int farRight = tree->viewport()->width() - 8;
         const QColor base = tree->palette().color(QPalette::Base);
@@ -109,6 +108,7 @@ TEST(StyleTest, TheGroundOfATreesRowGoesFromEdgeToEdge) {
         EXPECT_NE(selected, base);
         EXPECT_EQ(colorAt(child, farRight), selected);
         EXPECT_EQ(colorAt(child, 115), selected);
+        EXPECT_NE(colorAt(child, 60), selected);
         EXPECT_EQ(colorAt(parent, 8), base);
 
         for (auto* item : {parent, child}) {
@@ -116,39 +116,31 @@ TEST(StyleTest, TheGroundOfATreesRowGoesFromEdgeToEdge) {
             QHoverEvent hover(QEvent::HoverMove, mouse, mouse, mouse);
             QApplication::sendEvent(tree->viewport(), &hover);
             const QColor hovered = colorAt(item, 8);
-            EXPECT_EQ(hovered == base, false);
+            EXPECT_NE(hovered, base);
             EXPECT_EQ(hovered == selected, item == child);
             EXPECT_EQ(colorAt(item, 115), hovered);
         }
     }
 }
 
-TEST(StyleTest, ATreesSelectionDoesNotCoverItsTexts) {
-    Style style;
-    const auto tree = styled<QTreeWidget>(style);
-    tree->setColumnCount(2);
-    auto* item = new QTreeWidgetItem(tree.get(), {QString(10, QChar(0x2588)), QString()});
-    tree->setHeaderHidden(true);
-    tree->setCurrentItem(item);
-    tree->resize(400, 100);
-    tree->show();
-    const QRect row = tree->visualItemRect(item);
-    const QImage image = tree->viewport()->grab().toImage();
-    EXPECT_NE(image.pixelColor(50, row.center().y()), image.pixelColor(row.right() - 60, row.center().y()));
-}
-
-TEST(StyleTest, MessagesHaveASign) {
-    Style style;
+TEST_F(StyleTest, MessagesHaveASignAndTheFocusARing) {
     for (const auto icon : {QMessageBox::Question, QMessageBox::Information, QMessageBox::Warning}) {
-        const auto box = styled<QMessageBox>(style);
+        const auto box = styled<QMessageBox>();
         box->setIcon(icon);
         EXPECT_FALSE(box->iconPixmap().isNull());
     }
     EXPECT_FALSE(style.standardIcon(QStyle::SP_LineEditClearButton).isNull());
+
+    const auto stars = styled<StarEditor>();
+    stars->show();
+    QApplication::setActiveWindow(stars.get());
+    stars->setFocus();
+    const QImage focused = stars->grab().toImage();
+    stars->clearFocus();
+    EXPECT_NE(stars->grab().toImage(), focused);
 }
 
-TEST(StyleTest, ScrollBarPartsCoverTheBar) {
-    Style style;
+TEST_F(StyleTest, ScrollBarPartsCoverTheBar) {
     QStyleOptionSlider option;
     option.rect = {5, 7, 12, 300};
     option.orientation = Qt::Vertical;
@@ -157,21 +149,19 @@ TEST(StyleTest, ScrollBarPartsCoverTheBar) {
         option.minimum = 0;
         option.maximum = maximum;
         for (const int position : {0, maximum / 2, maximum}) {
+            SCOPED_TRACE(testing::Message() << position << " of " << maximum);
             option.sliderPosition = position;
             const auto part = [&](QStyle::SubControl control) {
                 return style.subControlRect(QStyle::CC_ScrollBar, &option, control);
             };
             const QRect slider = part(QStyle::SC_ScrollBarSlider);
             EXPECT_GE(slider.height(), 32);
-            EXPECT_TRUE(option.rect.contains(slider)) << maximum << " " << position;
-            EXPECT_EQ(
-                part(QStyle::SC_ScrollBarSubPage).height() + slider.height() +
-                    part(QStyle::SC_ScrollBarAddPage).height(),
-                option.rect.height());
-            const bool atTop = slider.top() == option.rect.top();
-            const bool atBottom = slider.bottom() == option.rect.bottom();
-            EXPECT_EQ(atTop, position == 0) << maximum << " " << position;
-            EXPECT_EQ(atBottom, position == maximum) << maximum << " " << position;
+            EXPECT_TRUE(option.rect.contains(slider));
+            const int above = part(QStyle::SC_ScrollBarSubPage).height();
+            const int below = part(QStyle::SC_ScrollBarAddPage).height();
+            EXPECT_EQ(above + slider.height() + below, option.rect.height());
+            EXPECT_EQ(slider.top() == option.rect.top(), position == 0);
+            EXPECT_EQ(slider.bottom() == option.rect.bottom(), position == maximum);
         }
     }
 }

@@ -29,15 +29,13 @@ double luminance(const QColor& color) {
 }
 
 double contrast(const QColor& one, const QColor& other) {
-    const double a = luminance(one) + 0.05;
-    const double b = luminance(other) + 0.05;
-    return std::max(a, b) / std::min(a, b);
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+    return (light + 0.05) / (dark + 0.05);
 }
 
-const QString portal = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearance = QStringLiteral("org.freedesktop.appearance");
-const QString colorScheme = QStringLiteral("color-scheme");
+const QString portal = "/org/freedesktop/portal/desktop";
+const QString appearance = "org.freedesktop.appearance";
+const QString colorScheme = "color-scheme";
 
 /// Stands in for a desktop that can be light or dark.
 class Desktop : public QDBusVirtualObject {
@@ -47,26 +45,26 @@ public:
     bool handleMessage(const QDBusMessage& question, const QDBusConnection& connection) override {
         const bool known = question.arguments() == QVariantList{appearance, colorScheme};
         connection.send(
-            known ? question.createReply(QVariant::fromValue(QDBusVariant(value())))
-                  : question.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("unknown")));
+            known ? question.createReply(answer())
+                  : question.createErrorReply(QDBusError::UnknownMethod, "unknown"));
         return true;
     }
 
     void change(bool dark, const QDBusConnection& connection) {
         isDark = dark;
-        auto signal = QDBusMessage::createSignal(portal, settings, QStringLiteral("SettingChanged"));
-        signal << appearance << colorScheme << QVariant::fromValue(QDBusVariant(value()));
+        auto signal = QDBusMessage::createSignal(portal, "org.freedesktop.portal.Settings", "SettingChanged");
+        signal << appearance << colorScheme << answer();
         connection.send(signal);
     }
 
     std::atomic<bool> isDark = true;
 
 private:
-    QVariant value() const { return QVariant::fromValue(isDark ? 1U : 2U); }
+    QVariant answer() const { return QVariant::fromValue(QDBusVariant(isDark ? 1U : 2U)); }
 };
 
-bool looksDark() {
-    return QApplication::palette().color(QPalette::Base).lightness() < 128;
+QColor base() {
+    return QApplication::palette().color(QPalette::Base);
 }
 
 } // namespace
@@ -75,18 +73,11 @@ TEST(PalettesTest, TextCanBeReadOnEveryAccentColour) {
     using P = QPalette;
     constexpr double readable = 4.5;
     constexpr double readableInBold = 3.0;
-    const std::optional<QColor> accents[] = {
-        {},
-        QColor(0x3584e4),
-        QColor(0x2190a4),
-        QColor(0x3a944a),
-        QColor(0xc88800),
-        QColor(0xed5b00),
-        QColor(0xe62d42),
-        QColor(0xd56199),
-        QColor(0x9141ac),
-        QColor(0x6f8396),
-        QColor(0xf9f06b)};
+    std::vector<std::optional<QColor>> accents{{}};
+    for (const char* name :
+         {"#3584e4", "#2190a4", "#3a944a", "#c88800", "#ed5b00", "#e62d42", "#d56199", "#9141ac", "#6f8396",
+          "#f9f06b"})
+        accents.emplace_back(name);
     for (const auto scheme : {ColorScheme::Light, ColorScheme::Dark}) {
         for (const auto& accent : accents) {
             const QPalette palette = designedPalette(scheme, accent);
@@ -103,18 +94,7 @@ TEST(PalettesTest, TextCanBeReadOnEveryAccentColour) {
     }
 }
 
-TEST(ThemeTest, LeavesADesktopItsOwnColours) {
-    const QPalette before = QApplication::palette();
-    QPalette ofTheDesktop = before;
-    ofTheDesktop.setColor(QPalette::Base, QColor(0xfdf6e3));
-    QApplication::setPalette(ofTheDesktop);
-    const Theme theme;
-    EXPECT_EQ(QApplication::palette().color(QPalette::Base), QColor(0xfdf6e3));
-    EXPECT_NE(qobject_cast<Style*>(QApplication::style()), nullptr);
-    QApplication::setPalette(before);
-}
-
-TEST(ThemeTest, FollowsTheDesktopLive) {
+TEST(ThemeTest, FollowsTheDesktopLiveAndLeavesItItsOwnColours) {
     const QPalette before = QApplication::palette();
     const PrivateBus bus;
     ASSERT_FALSE(PrivateBus::address().isEmpty());
@@ -124,22 +104,29 @@ TEST(ThemeTest, FollowsTheDesktopLive) {
     thread.start();
     Desktop desktop;
     desktop.moveToThread(&thread);
-    const QString name = QStringLiteral("desktop");
+    const QString name = "desktop";
     auto connection = QDBusConnection::connectToBus(QString::fromLatin1(PrivateBus::address()), name);
     ASSERT_TRUE(connection.registerVirtualObject(portal, &desktop));
-    ASSERT_TRUE(connection.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    ASSERT_TRUE(connection.registerService("org.freedesktop.portal.Desktop"));
 
     {
         const Theme theme;
-        EXPECT_TRUE(looksDark());
+        EXPECT_LT(base().lightness(), 128);
         for (const bool dark : {false, true}) {
             desktop.change(dark, connection);
-            EXPECT_TRUE(waitUntil([&] { return looksDark() == dark; })) << dark;
+            EXPECT_TRUE(waitUntil([&] { return (base().lightness() < 128) == dark; })) << dark;
         }
     }
 
     QDBusConnection::disconnectFromBus(name);
     thread.quit();
     thread.wait();
+
+    QPalette ofTheDesktop = before;
+    ofTheDesktop.setColor(QPalette::Base, QColor(0xfdf6e3));
+    QApplication::setPalette(ofTheDesktop);
+    const Theme theme;
+    EXPECT_EQ(base(), QColor(0xfdf6e3));
+    EXPECT_NE(qobject_cast<Style*>(QApplication::style()), nullptr);
     QApplication::setPalette(before);
 }
