@@ -55,7 +55,7 @@ TEST_F(InotifyReplay, StampsTellEachPartOfABundleThatARecordIsMadeFrom) {
 }
 
 TEST_F(InotifyReplay, TellsWhatChangedSinceAndAsksForASearch) {
-    const std::string information = "/Resources/ProjectInformation.plist";
+    const fs::path information = "Resources/ProjectInformation.plist";
     request().roots.append(at("Net"));
     Flags expected;
     for (const std::string root : {"Music/", "Net/"}) {
@@ -66,8 +66,8 @@ TEST_F(InotifyReplay, TellsWhatChangedSinceAndAsksForASearch) {
             request().recordedTimes[at(root + name)] = BundleStamp::of(root + name).informationSeconds;
         }
         const auto aDayEarlier = fs::file_time_type::clock::now() - 24h;
-        fs::last_write_time(root + "SavedByAWrongClock.logicx" + information, aDayEarlier);
-        fs::remove(root + "NoInformation.logicx" + information);
+        fs::last_write_time(fs::path(root + "SavedByAWrongClock.logicx") / information, aDayEarlier);
+        fs::remove(fs::path(root + "NoInformation.logicx") / information);
         expected[root.substr(0, root.size() - 1)] = scan;
         expected[root + "Deep/Changed.logicx"] = modified;
         expected[root + "SavedByAWrongClock.logicx"] = modified;
