@@ -274,6 +274,7 @@ TEST_F(BrowsingTest, MenusFileTheSelectedProjectsAndTakeThemOutAgain) {
         return status() == "All projects (3 found)";
     }));
     trigger(actions().undo);
+    trigger(actions().redo);
     EXPECT_EQ(filed(), QStringList());
 
     window->associateProjectWithFilter(GENRES, -1, 1);
