@@ -7,8 +7,9 @@
 #include "database/SqlText.h"
 #include "database/TaskManager.h"
 #include "project/NoteFile.h"
-#include "project/ProjectData.h"
+#include "project/ProjectInformation.h"
 
+#include <QDateTime>
 #include <QDebug>
 #include <QFileInfo>
 #include <QSqlQuery>
@@ -113,10 +114,9 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
 /// The bundle has come from somewhere else, and a full disk or a folder that is closed to writing has left it
 /// without a note. What remains of its identity is its name and when it was last saved.
 void BundleCheck::sufidInDoubt(const TaskPointer& task, const QList<Record>& records) {
-    const ProjectData data(m_details.bundlePath());
+    const auto lastModified = QFileInfo(informationPath(m_details.bundlePath())).lastModified();
     auto select = std::make_shared<QueryTask>(
-        ProjectStatements::selectByTraits(
-            m_details.sufid.toString(), m_details.filename, data.lastModified()),
+        ProjectStatements::selectByTraits(m_details.sufid.toString(), m_details.filename, lastModified),
         m_tasks.mainDatabase());
     select->setQueryCallback(
         [this, self = shared_from_this(), records](const TaskPointer& done, int, QSqlQuery* query) {

@@ -94,8 +94,7 @@ void MoveResolution::resolveProject(const ChangedPath& changed) {
                         resolveOne(task, fileID, oldDetails, newDetails, static_cast<long long>(id));
                     } else {
                         qWarning() << "ProjectMonitor: Could not convert projectID to UInt while resolving "
-                                      "moved/renamed "
-                                      "project!";
+                                      "moved/renamed project!";
                     }
                 }
             });

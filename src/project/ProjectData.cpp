@@ -25,7 +25,7 @@ QString readText(const Plist::Dictionary& metaData, const char* key) {
 
 ProjectData::ProjectData(const QString& bundlePath)
     : m_extension(bundlePath.mid(bundlePath.lastIndexOf(u'.') + 1)),
-      m_information(bundlePath + QStringLiteral("/Resources/ProjectInformation.plist")) {
+      m_information(informationPath(bundlePath)) {
     m_metaData = readBundlePlist(QFileInfo(
         bundlePath + QStringLiteral("/Alternatives/") + m_information.getActiveAlternativeDir() +
         QStringLiteral("/MetaData.plist")));

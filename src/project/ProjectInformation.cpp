@@ -22,6 +22,10 @@ const T& read(const Plist::Dictionary& plist, const char* key) {
 
 } // namespace
 
+QString informationPath(const QString& bundlePath) {
+    return bundlePath + QStringLiteral("/Resources/ProjectInformation.plist");
+}
+
 ProjectInformation::ProjectInformation(const QString& plistPath) {
     const QFileInfo file(plistPath);
     if (!file.exists())

@@ -7,6 +7,9 @@
 
 namespace Stemhaven {
 
+/// Where a bundle keeps its information.
+QString informationPath(const QString& bundlePath);
+
 /// A bundle's Resources/ProjectInformation.plist.
 class ProjectInformation {
 public:

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 namespace Stemhaven {
@@ -30,8 +29,5 @@ struct BundleStamp {
 
     bool operator==(const BundleStamp&) const = default;
 };
-
-/// Whether a bundle was changed while nobody watched it. Empty where that is not asked.
-using WasMissed = std::function<bool(const std::string& bundle, const BundleStamp& stamp)>;
 
 } // namespace Stemhaven

@@ -7,11 +7,15 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 
 namespace Stemhaven {
+
+/// Whether a bundle was changed while nobody watched it. Empty where that is not asked.
+using WasMissed = std::function<bool(const std::string& bundle, const BundleStamp& stamp)>;
 
 /// Finds out what changed below a folder by comparing what is there with what was there the last time: for
 /// folders whose events the system does not tell.

@@ -10,8 +10,7 @@ namespace {
 /// The active alternative's picture. Null where any of it cannot be read: the bundle may be damaged, or gone.
 QImage readPictureOf(const QString& bundlePath, QSize size) {
     try {
-        const Stemhaven::ProjectInformation information(
-            bundlePath + QStringLiteral("/Resources/ProjectInformation.plist"));
+        const Stemhaven::ProjectInformation information(Stemhaven::informationPath(bundlePath));
         return readPreview(
             bundlePath + QStringLiteral("/Alternatives/") + information.getActiveAlternativeDir() +
                 QStringLiteral("/WindowImage.jpg"),
