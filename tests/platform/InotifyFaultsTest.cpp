@@ -31,7 +31,11 @@ public:
         }
         if (std::strstr(path, "Big") != nullptr && m_limit-- <= 0)
             return refuse(ENOSPC);
-        return InotifyCalls::addWatch(descriptor, path, mask);
+        const int watch = InotifyCalls::addWatch(descriptor, path, mask);
+        const fs::path folder(path);
+        if (folder.filename() == "Restless.logicx" && fs::exists(folder))
+            fs::rename(folder, folder.parent_path() / "Settled.logicx");
+        return watch;
     }
 
     /// Puts an event of the test's own before those of the system, which must have some.
@@ -96,6 +100,23 @@ TEST_F(InotifyFaults, AfterLostEventsTheDiskIsLookedAt) {
         settleAndForget();
         writeFile("Music/A.logicx/Alternatives/000/MetaData.plist", "seen");
         EXPECT_TRUE(waitFor("Music/A.logicx/Alternatives/000/MetaData.plist", modified));
+    }
+}
+
+TEST_F(InotifyFaults, ABundleThatLeavesWhileItsWatchIsSetKeepsItsIdentity) {
+    for (const std::string from : {"Music/A.logicx", "Outside/B.logicx"}) {
+        SCOPED_TRACE(from);
+        const bool isNew = from.starts_with("Outside");
+        makeBundle(from);
+        const auto inode = inodeOf(from);
+        ASSERT_TRUE(start({m_calls, 5000ms}));
+        fs::rename(from, "Music/Restless.logicx");
+        EXPECT_TRUE(waitFor("Music/Settled.logicx", renamed));
+        EXPECT_EQ(settledFlags()["Music/Settled.logicx"], isNew ? renamed | created : renamed);
+        EXPECT_EQ(fileID("Music/Settled.logicx", renamed), inode);
+        expectAllFollowed();
+        fs::remove_all("Music/Settled.logicx");
+        settleAndForget();
     }
 }
 

@@ -17,6 +17,8 @@ namespace Stemhaven {
 
 namespace {
 
+constexpr unsigned partsWithoutID = WatchResources | WatchAlternatives | WatchAlternative;
+
 std::uint32_t maskFor(unsigned purposes) {
     constexpr std::uint32_t names = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
     std::uint32_t mask = IN_ONLYDIR | IN_EXCL_UNLINK;
@@ -54,10 +56,22 @@ void TreeWatcher::use(InotifyDescriptor& descriptor) {
 bool TreeWatcher::watch(const std::string& folder, unsigned purpose) {
     const auto known = m_table.find(folder);
     const unsigned purposes = purpose | (known ? known.watch->purposes : 0);
+    const bool needsID = (purpose & ~partsWithoutID) != 0;
+    const bool followLink = (maskFor(purposes) & IN_DONT_FOLLOW) == 0;
+    const auto identity = needsID ? FolderIdentity::of(folder, followLink) : FolderIdentity{};
     const int descriptor = m_descriptor->add(folder, maskFor(purposes));
     if (descriptor < 0)
         return refuse(folder, errno);
     LoggedFolders::unreadable().remove(folder);
+    if (needsID && FolderIdentity::of(folder, followLink) != identity) {
+        // It is leaving in this very moment, and whether the watch is on it or on what takes its place is not
+        // known. Events that are still to come say where each of them is.
+        if (!m_table.find(descriptor)) {
+            m_table.expectEventsOf(descriptor);
+            m_descriptor->remove(descriptor);
+        }
+        return false;
+    }
     if (!admit(folder, descriptor))
         return false;
 
@@ -66,11 +80,8 @@ bool TreeWatcher::watch(const std::string& folder, unsigned purpose) {
         entry.watch->purposes |= purpose;
     else
         m_table.put(folder, {descriptor, purposes, 0});
-    constexpr unsigned partsWithoutID = WatchResources | WatchAlternatives | WatchAlternative;
-    if ((purpose & ~partsWithoutID) != 0) {
-        const bool followLink = (maskFor(purposes) & IN_DONT_FOLLOW) == 0;
-        m_table.find(folder).watch->fileID = FolderIdentity::of(folder, followLink).inode;
-    }
+    if (needsID)
+        m_table.find(folder).watch->fileID = identity.inode;
     return true;
 }
 

@@ -67,6 +67,9 @@ public:
     /// The system has dropped the watch.
     void forget(int descriptor);
 
+    /// For a watch that was set and dropped again without having been put into the table.
+    void expectEventsOf(int descriptor) { m_released.insert(descriptor); }
+
     bool isReleased(int descriptor) const { return m_released.contains(descriptor); }
 
     /// The inode of the folder at path, also of one that left that path without the event having come yet.
