@@ -406,6 +406,20 @@
         <source>Show All Projects</source>
         <translation>Alle Projekte zeigen</translation>
     </message>
+    <message>
+        <source>Your projects could not be read</source>
+        <translation>Deine Projekte konnten nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>Another program may be using the catalogue, or it may be damaged. The log says more:
+%1</source>
+        <translation>Vielleicht benutzt ein anderes Programm den Katalog, oder er ist beschädigt. Mehr steht im Protokoll:
+%1</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
 </context>
 <context>
     <name>FilterSidebar</name>

@@ -218,6 +218,23 @@ TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {
     EXPECT_TRUE(table().isVisible());
 }
 
+TEST_F(ProjectsPaneTest, AFailedReloadSaysSoWhereThereAreNoRowsAndIsTriedAgain) {
+    insert("Song", "rating=3");
+    open();
+    database.rows("ALTER TABLE projects RENAME TO hidden");
+    refresh();
+    EXPECT_TRUE(table().isVisible());
+    EXPECT_EQ(names(), QStringList{"Song"});
+
+    open();
+    EXPECT_TRUE(emptyState().isVisible());
+    EXPECT_EQ(emptyState().reason(), EmptyState::Reason::Unreadable);
+    database.rows("ALTER TABLE hidden RENAME TO projects");
+    clickTheButtonThatLeadsOn();
+    EXPECT_TRUE(table().isVisible());
+    EXPECT_EQ(names(), QStringList{"Song"});
+}
+
 TEST_F(ProjectsPaneTest, ColumnsFitAndNamesTakeTheRest) {
     insert("x", QString("name='%1'").arg(QString(300, u'M')));
     open();

@@ -25,6 +25,11 @@ QString shortened(const QString& term) {
     return term.size() <= longestTerm ? term : term.left(longestTerm) + QStringLiteral("…");
 }
 
+/// A path, which otherwise has nowhere to wrap.
+QString breakable(QString path) {
+    return path.replace(u'/', QStringLiteral("/\u200b"));
+}
+
 } // namespace
 
 EmptyState::EmptyState(QWidget* parent)
@@ -92,6 +97,13 @@ void EmptyState::present(Reason reason, const QString& name) {
                 .arg(shortened(name)),
             tr("Show All Projects"));
         break;
+    case Reason::Unreadable:
+        setTexts(
+            tr("Your projects could not be read"),
+            tr("Another program may be using the catalogue, or it may be damaged. The log says more:\n%1")
+                .arg(breakable(name)),
+            tr("Try Again"));
+        break;
     }
 }
 
@@ -115,6 +127,9 @@ void EmptyState::performAction() {
         break;
     case Reason::NothingInFilter:
         emit showAllRequested();
+        break;
+    case Reason::Unreadable:
+        emit reloadRequested();
         break;
     }
 }

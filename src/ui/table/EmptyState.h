@@ -12,16 +12,18 @@ class EmptyState : public QWidget {
 
 public:
     enum class Reason {
-        NoProjects,     ///< nothing has been catalogued yet
-        Searching,      ///< as NoProjects, while the folders are being looked through
-        AllHidden,      ///< every project is completed or ignored
-        NothingFound,   ///< no project matches the search
-        NothingInFilter ///< no project is in the collection, has the tag, and so on
+        NoProjects,      ///< nothing has been catalogued yet
+        Searching,       ///< as NoProjects, while the folders are being looked through
+        AllHidden,       ///< every project is completed or ignored
+        NothingFound,    ///< no project matches the search
+        NothingInFilter, ///< no project is in the collection, has the tag, and so on
+        Unreadable       ///< the catalogue could not be read
     };
 
     explicit EmptyState(QWidget* parent = nullptr);
 
-    /// name is what was searched, for NothingFound, or the filter's, for NothingInFilter.
+    /// name is what was searched, for NothingFound, the filter's, for NothingInFilter, or the log file's, for
+    /// Unreadable.
     void present(Reason reason, const QString& name = {});
 
     Reason reason() const { return m_reason; }
@@ -31,6 +33,7 @@ signals:
     void showHiddenRequested();
     void clearSearchRequested();
     void showAllRequested();
+    void reloadRequested();
 
 private:
     void performAction();

@@ -1,6 +1,7 @@
 #include "ui/table/ProjectsPane.h"
 
 #include "app/errors/Guarded.h"
+#include "app/logging/Log.h"
 #include "ui/CurrentFilter.h"
 #include "ui/table/CatalogueCheck.h"
 #include "ui/table/ColumnWidths.h"
@@ -15,6 +16,7 @@
 #include "ui/table/TableSearch.h"
 #include "ui/widgets/ElidedLabel.h"
 
+#include <QDir>
 #include <QHBoxLayout>
 #include <QScrollBar>
 #include <QStackedLayout>
@@ -123,6 +125,7 @@ void ProjectsPane::setUpEvents() {
     connect(m_search, &TableSearch::changed, this, [this] { request(Reason::NewQuery); });
     connect(m_sorting, &HeaderSorting::changed, this, [this] { request(Reason::NewQuery); });
     connect(m_reloads, &ReloadScheduler::reloaded, this, &ProjectsPane::showReloaded);
+    connect(m_reloads, &ReloadScheduler::failed, this, &ProjectsPane::showUnreadable);
     connect(m_catalogue, &CatalogueCheck::finished, this, &ProjectsPane::showCatalogue);
 
     connect(m_table, &KeyEventTableView::homePressed, m_table, &QTableView::scrollToTop);
@@ -142,6 +145,7 @@ void ProjectsPane::setUpEvents() {
     connect(m_emptyState, &EmptyState::showHiddenRequested, this, &ProjectsPane::showHiddenRequested);
     connect(m_emptyState, &EmptyState::showAllRequested, this, &ProjectsPane::showAllRequested);
     connect(m_emptyState, &EmptyState::clearSearchRequested, m_search, &TableSearch::clear);
+    connect(m_emptyState, &EmptyState::reloadRequested, this, &ProjectsPane::reloadRequested);
 }
 
 void ProjectsPane::setTopButtons(QWidget* first, QWidget* last) {
@@ -253,6 +257,13 @@ void ProjectsPane::showCatalogue(bool isEmpty) {
         m_emptyState->present(EmptyState::Reason::Searching);
     else
         m_emptyState->present(isEmpty ? EmptyState::Reason::NoProjects : EmptyState::Reason::AllHidden);
+    showPage(m_emptyState);
+}
+
+void ProjectsPane::showUnreadable() {
+    if (m_model->rowCount() > 0)
+        return;
+    m_emptyState->present(EmptyState::Reason::Unreadable, QDir::toNativeSeparators(Logging::Log::filepath()));
     showPage(m_emptyState);
 }
 

@@ -75,6 +75,7 @@ signals:
     void addFolderRequested();
     void showHiddenRequested();
     void showAllRequested();
+    void reloadRequested();
     void selectionChanged();
     /// The current project is to be opened.
     void openRequested();
@@ -88,6 +89,7 @@ private:
     void showStatus();
     void showRowsOrReason();
     void showCatalogue(bool isEmpty);
+    void showUnreadable();
     void showPage(QWidget* page);
     void goToTable();
     void searchFor(const QString& text);

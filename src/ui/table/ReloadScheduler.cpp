@@ -51,6 +51,8 @@ void ReloadScheduler::finish(bool succeeded) {
     // Before the next one is started: whoever is told now reads rows that nobody exchanges.
     if (succeeded)
         emit reloaded(m_runningReason);
+    else
+        emit failed();
     if (m_isWaiting && !m_model.isReloading())
         start();
 }

@@ -26,6 +26,8 @@ public:
 signals:
     /// reason is NewQuery when one of the requests that the reload stands for was.
     void reloaded(ReloadScheduler::Reason reason);
+    /// The rows are still those of before.
+    void failed();
 
 private:
     void start();
