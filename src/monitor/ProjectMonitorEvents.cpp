@@ -122,11 +122,16 @@ bool ProjectMonitor::checkBundle(const QString& bundlePath, bool fromEvent) {
                             self->m_rechecks.checkEnded();
                     });
                 }});
-        if (check)
-            check->start();
-        else
-            qDebug() << "Already checking project: " << details << ". Moving on";
         begun = check != nullptr;
+        if (begun) {
+            check->start();
+            return;
+        }
+        qDebug() << "Already checking project: " << details << ". Moving on";
+        if (fromEvent) {
+            QMetaObject::invokeMethod(
+                this, [this, bundlePath] { m_rechecks.checkLater(bundlePath); }, Qt::QueuedConnection);
+        }
     });
     return begun;
 }

@@ -9,8 +9,8 @@ Rechecks::Rechecks(std::chrono::milliseconds delay, Check check)
     : m_check(std::move(check)),
       m_delay(delay),
       m_databaseDelay(delay) {
-    m_unreadableTimer.setSingleShot(true);
-    connect(&m_unreadableTimer, &QTimer::timeout, this, &Rechecks::checkUnreadable);
+    m_delayTimer.setSingleShot(true);
+    connect(&m_delayTimer, &QTimer::timeout, this, &Rechecks::checkDelayed);
     m_databaseTimer.setSingleShot(true);
     connect(&m_databaseTimer, &QTimer::timeout, this, &Rechecks::tryDatabase);
 }
@@ -19,13 +19,17 @@ void Rechecks::bundleUnreadable(const QString& bundlePath) {
     if (m_checkedOnceMore.remove(bundlePath))
         return;
     m_checkedOnceMore.insert(bundlePath);
-    m_unreadable.insert(bundlePath);
-    m_unreadableTimer.start(m_delay);
+    checkLater(bundlePath);
 }
 
-void Rechecks::checkUnreadable() {
-    const auto unreadable = std::exchange(m_unreadable, {});
-    for (const auto& bundlePath : unreadable)
+void Rechecks::checkLater(const QString& bundlePath) {
+    m_delayed.insert(bundlePath);
+    m_delayTimer.start(m_delay);
+}
+
+void Rechecks::checkDelayed() {
+    const auto delayed = std::exchange(m_delayed, {});
+    for (const auto& bundlePath : delayed)
         m_check(bundlePath);
 }
 

@@ -11,11 +11,12 @@
 
 namespace Stemhaven {
 
-/// The bundles that are to be looked at again because their check came to nothing. GUI thread.
+/// The bundles that are to be looked at again because their check came to nothing, or was too early. GUI
+/// thread.
 ///
-/// A bundle that could not be read may have been in the middle of being copied: it is checked once more.
-/// Those that the database had no answer for wait together: one of them is tried now and then, and once it is
-/// written the others follow, one after the other.
+/// A bundle that could not be read may have been in the middle of being copied: it is checked once more. So
+/// is one that changed after its check had read it. Those that the database had no answer for wait together:
+/// one of them is tried now and then, and once it is written the others follow, one after the other.
 class Rechecks : public QObject {
     Q_OBJECT
 
@@ -27,6 +28,8 @@ public:
     Rechecks(std::chrono::milliseconds delay, Check check);
 
     void bundleUnreadable(const QString& bundlePath);
+    /// It may have changed after the check that is running has read it.
+    void checkLater(const QString& bundlePath);
     void databaseFailed(const QString& bundlePath);
     void bundleWritten(const QString& bundlePath);
     /// A check has come to its end, and not because the database failed.
@@ -39,16 +42,16 @@ public:
     void waitForDatabase(const QString& bundlePath);
 
 private:
-    void checkUnreadable();
+    void checkDelayed();
     void tryDatabase();
     void checkNextWaiting();
 
     const Check m_check;
     const std::chrono::milliseconds m_delay;
 
-    QSet<QString> m_unreadable;
-    QSet<QString> m_checkedOnceMore;
-    QTimer m_unreadableTimer;
+    QSet<QString> m_delayed;
+    QSet<QString> m_checkedOnceMore; // of the unreadable ones
+    QTimer m_delayTimer;
 
     QSet<QString> m_waiting;
     QSet<QString> m_waitingForNextRound; // so that one that always fails does not keep the others waiting

@@ -285,6 +285,24 @@ TEST_F(Following, WhatHappenedWhileTheDatabaseCouldNotBeWritten) {
     EXPECT_EQ(rows("name").size(), many + 2 + 3);
 }
 
+TEST_F(Following, WhatChangedAfterItsCheckHadReadIt) {
+    m_monitor->stopMonitoring();
+    TestBundle saved;
+    const auto save = [&](std::int64_t tempo) {
+        saved.metaData["BeatsPerMinute"] = tempo;
+        makeBundle("Song.logicx", saved);
+        m_monitor->directoryChanged(at("Song.logicx"), true);
+    };
+    {
+        const LogCapture messages;
+        const Lock lock(m_database.mainPath());
+        save(150);
+        ASSERT_TRUE(waitUntil([&] { return messages.count("UPDATE projects") > 0; }));
+        save(160);
+    }
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("160"); }));
+}
+
 TEST_F(Following, ARootThatGoesAndComesBack) {
     const auto before = rows("name, filepath, star_rating, SUFID");
     ASSERT_TRUE(QDir().rename(m_disk.path() + "/root", m_disk.path() + "/unplugged"));
