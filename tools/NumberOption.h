@@ -5,8 +5,8 @@
 
 #include <stdexcept>
 
-/// The value of an option that takes a number. Throws std::runtime_error, with a text for the user, for what
-/// is none or is less than least.
+/// The value of an option that takes a number. Throws std::runtime_error, with a text for the user, where it
+/// is no number or less than least.
 inline int numberOption(const QCommandLineParser& parser, const QString& option, int least) {
     bool isNumber = false;
     const int value = parser.value(option).toInt(&isNumber);

@@ -7,18 +7,19 @@
 
 namespace Stemhaven {
 
-/// The time during which the database cannot be written, locked by another program or on a full disk say. The
-/// log is to have it once, not once for each statement. On the worker.
+/// A time during which the database cannot be written, because another program has locked it or the disk is
+/// full. Sees to it that the log has each such error once, and not once for each statement. On the worker.
 class Outage {
 public:
-    /// Logs the failure under headline and returns it, marked as repeated when the same has been logged since
-    /// something could be written.
+    /// Logs the error under headline and returns it, marked as repeated when the same one has been logged
+    /// since the last write. One that is the statement's own fault is never a repetition.
     DbException logged(const char* headline, DbException error);
 
+    /// Something has been written: the outage, if there was one, is over.
     void written();
 
 private:
-    QSet<QString> m_loggedErrors; // one that comes on top is to be seen, too
+    QSet<QString> m_loggedErrors;
 };
 
 } // namespace Stemhaven

@@ -42,7 +42,7 @@ QHash<QString, qint64> readModificationTimes(QSqlDatabase& database, const QSet<
     forEachPath(
         database, ProjectStatements::selectModificationTimes(),
         [&](const QString& path, const QSqlQuery& query) {
-            // The text that is in the set already: for 100,000 records, copies would take megabytes.
+            // Shares the texts of the set: for 100,000 records, copies would take megabytes.
             if (const auto known = paths.constFind(path); known != paths.cend())
                 times.insert(*known, query.value(2).toLongLong());
         });

@@ -11,8 +11,8 @@ namespace Stemhaven {
 /// The path of every record's bundle. On the worker; throws DbException.
 QSet<QString> readProjectPaths(QSqlDatabase& database);
 
-/// By these paths of bundles, when the information file had last been changed: seconds since the epoch, UTC.
-/// On the worker; throws DbException.
+/// For each of these paths that has a record, when the information file was last changed as the record says:
+/// seconds since the epoch, UTC. On the worker; throws DbException.
 QHash<QString, qint64> readModificationTimes(QSqlDatabase& database, const QSet<QString>& paths);
 
 } // namespace Stemhaven

@@ -28,7 +28,7 @@ QString clearReference(FilterType type, qint64 entryId, qint64 projectId);
 /// Those of the projects that are in the collection or have the tag.
 QString selectAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds);
 
-/// A row a project: its id, then the values of the columns as literals, which setLiterals() takes back.
+/// One row per project: its id, then the values of the columns as SQL literals, as setLiterals() takes them.
 QString selectLiterals(const QStringList& columns, const QList<qint64>& projectIds);
 QString setLiterals(const QStringList& columns, const QStringList& literals, qint64 projectId);
 
@@ -40,10 +40,10 @@ QStringList deleteAssociations(qint64 projectId);
 /// table before it and, for an association, the id of the collection or the tag between the two.
 QString selectAsInserts(const QList<qint64>& projectIds);
 
-/// Goes before a deleted record is inserted again: a record that has got its id meanwhile gets another.
+/// To be run before a deleted record is inserted again: a record that has got its id meanwhile gets another.
 QStringList freeProjectId(qint64 projectId);
-/// Goes after it: a record that was made of the same bundle meanwhile goes, and an identity that another
-/// bundle has by now is given up.
+/// To be run after it: deletes a record that was made of the same bundle meanwhile, and takes the identity
+/// from the restored one if another has it by now.
 QStringList settleRestoredProject(qint64 projectId);
 
 } // namespace Stemhaven::UserDataStatements

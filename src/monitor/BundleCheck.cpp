@@ -22,7 +22,7 @@ namespace Stemhaven {
 
 namespace {
 
-/// From the first column of the row that query is on.
+/// From the first column of the query's current row.
 std::optional<long long> projectIdIn(const QSqlQuery& query) {
     bool converted = false;
     const auto id = query.value(0).toULongLong(&converted);
@@ -58,25 +58,19 @@ BundleCheck::~BundleCheck() {
 }
 
 void BundleCheck::start() {
-    auto task = std::make_shared<QueryTask>(
-        ProjectStatements::selectBySufid(m_details.sufid.toString()), m_tasks.mainDatabase());
-    task->setQueryCallback([this, self = shared_from_this()](const TaskPointer& done, int, QSqlQuery* query) {
-        QList<Record> records;
-        while (query->next()) {
-            if (const auto id = projectIdIn(*query))
-                records.append(
-                    {*id, unescape(query->value(1).toString()), unescape(query->value(2).toString())});
-        }
-        if (records.isEmpty())
-            sufidUnknown(done);
-        else
-            sufidKnown(done, records);
-    });
-    task->setSqlErrorCallback(
-        [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
-            databaseFailed(error, QStringLiteral("Could not select projects matching SUFID!"));
+    select(
+        {}, ProjectStatements::selectBySufid(m_details.sufid.toString()),
+        "Could not select projects matching SUFID!", [this](const TaskPointer& done, QSqlQuery& query) {
+            QList<Record> records;
+            while (query.next()) {
+                if (const auto record = recordIn(query))
+                    records.append(*record);
+            }
+            if (records.isEmpty())
+                sufidUnknown(done);
+            else
+                sufidKnown(done, records);
         });
-    m_tasks.addTask(task);
 }
 
 void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& records) {
@@ -101,7 +95,7 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
             update(task, chosen->id);
             return;
         }
-        // A bundle that has moved on by now had no note here to be read; it is checked at its new place.
+        // A bundle that has moved on by now left no note here to be read. It is checked at its new place.
         if (ProjectDetails(m_details.bundlePath()).sufid != m_details.sufid)
             return;
         if (note)
@@ -111,25 +105,19 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
     });
 }
 
-/// The bundle has come from somewhere else, and a full disk or a folder that is closed to writing has left it
-/// without a note. What remains of its identity is its name and when it was last saved.
+/// The bundle is not where its record says and has no note, because the disk was full, say, or the bundle
+/// cannot be written. Then its name and the time of its last save tell whether the record is its own.
 void BundleCheck::sufidInDoubt(const TaskPointer& task, const QList<Record>& records) {
     const auto lastModified = QFileInfo(informationPath(m_details.bundlePath())).lastModified();
-    auto select = std::make_shared<QueryTask>(
-        ProjectStatements::selectByTraits(m_details.sufid.toString(), m_details.filename, lastModified),
-        m_tasks.mainDatabase());
-    select->setQueryCallback(
-        [this, self = shared_from_this(), records](const TaskPointer& done, int, QSqlQuery* query) {
-            if (!query->next())
+    select(
+        task, ProjectStatements::selectByTraits(m_details.sufid.toString(), m_details.filename, lastModified),
+        "Could not select projects matching SUFID!",
+        [this, records](const TaskPointer& done, QSqlQuery& query) {
+            if (!query.next())
                 takeIdentityFrom(done, records);
-            else if (const auto id = projectIdIn(*query))
+            else if (const auto id = projectIdIn(query))
                 update(done, *id);
         });
-    select->setSqlErrorCallback(
-        [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
-            databaseFailed(error, QStringLiteral("Could not select projects matching SUFID!"));
-        });
-    m_tasks.addTask(select, task);
 }
 
 void BundleCheck::takeIdentityFrom(const TaskPointer& task, const QList<Record>& records) {
@@ -152,9 +140,9 @@ void BundleCheck::logDuplicates(const TaskPointer& task, const Record& chosen, c
             continue;
         qWarning().noquote().nospace()
             << "\tPossible duplicate found for '" << m_details.name << "'. project_id:" << record.id;
-        auto select = std::make_shared<QueryTask>(
+        auto lookUp = std::make_shared<QueryTask>(
             ProjectStatements::selectPossibleDuplicate(chosen.id, record.id), m_tasks.mainDatabase());
-        select->setQueryCallback([this, self = shared_from_this(), first = chosen.id,
+        lookUp->setQueryCallback([this, self = shared_from_this(), first = chosen.id,
                                   second = record.id](const TaskPointer& done, int rows, QSqlQuery*) {
             if (rows > 0)
                 return;
@@ -165,18 +153,14 @@ void BundleCheck::logDuplicates(const TaskPointer& task, const Record& chosen, c
             });
             m_tasks.addTask(insert, done);
         });
-        select->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
+        lookUp->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
             qCritical() << "Could not select from possible_duplicates table!";
         });
-        m_tasks.addTask(select, task);
+        m_tasks.addTask(lookUp, task);
     }
 }
 
 void BundleCheck::sufidUnknown(const TaskPointer& task) {
-    if (!m_details.sufid.valid || !QFileInfo::exists(m_details.bundlePath())) {
-        m_callbacks.vanished(m_details);
-        return;
-    }
     skippingUnreadable("Skipping... Could not read project data for new project: ", [&] {
         if (const auto note = loadStemhavenPlistDetails(m_details))
             lookUpNote(task, *note);
@@ -186,25 +170,15 @@ void BundleCheck::sufidUnknown(const TaskPointer& task) {
 }
 
 void BundleCheck::lookUpNote(const TaskPointer& task, const Note& note) {
-    auto select = std::make_shared<QueryTask>(
-        ProjectStatements::selectByNotedSufid(QString::fromStdString(note.second)), m_tasks.mainDatabase());
-    select->setQueryCallback(
-        [this, self = shared_from_this(), note](const TaskPointer& done, int, QSqlQuery* query) {
-            if (!query->next()) {
+    select(
+        task, ProjectStatements::selectByNotedSufid(QString::fromStdString(note.second)),
+        "Could not select matching SUFID matches for Stemhaven.plist!",
+        [this, note](const TaskPointer& done, QSqlQuery& query) {
+            if (!query.next())
                 lookUpPath(done);
-                return;
-            }
-            if (const auto id = projectIdIn(*query)) {
-                noteMatched(
-                    done, {*id, unescape(query->value(1).toString()), unescape(query->value(2).toString())},
-                    note);
-            }
+            else if (const auto record = recordIn(query))
+                noteMatched(done, *record, note);
         });
-    select->setSqlErrorCallback([this,
-                                 self = shared_from_this()](const TaskPointer&, const DbException& error) {
-        databaseFailed(error, QStringLiteral("Could not select matching SUFID matches for Stemhaven.plist!"));
-    });
-    m_tasks.addTask(select, task);
 }
 
 void BundleCheck::noteMatched(const TaskPointer& task, const Record& record, const Note& note) {
@@ -229,24 +203,16 @@ void BundleCheck::noteMatched(const TaskPointer& task, const Record& record, con
 }
 
 void BundleCheck::lookUpPath(const TaskPointer& task) {
-    auto select = std::make_shared<QueryTask>(
-        ProjectStatements::selectByPath(m_details.filepath, m_details.filename), m_tasks.mainDatabase());
-    select->setQueryCallback(
-        [this, self = shared_from_this()](const TaskPointer& done, int, QSqlQuery* query) {
-            if (!query->next()) {
+    select(
+        task, ProjectStatements::selectByPath(m_details.filepath, m_details.filename),
+        "Could not select matching filepath/filename", [this](const TaskPointer& done, QSqlQuery& query) {
+            if (!query.next()) {
                 insert(done);
-                return;
-            }
-            if (const auto id = projectIdIn(*query)) {
+            } else if (const auto id = projectIdIn(query)) {
                 qDebug() << "Found project_id match from Stemhaven.plist: " << *id;
                 update(done, *id);
             }
         });
-    select->setSqlErrorCallback(
-        [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
-            databaseFailed(error, QStringLiteral("Could not select matching filepath/filename"));
-        });
-    m_tasks.addTask(select, task);
 }
 
 void BundleCheck::insert(const TaskPointer& task) {
@@ -277,11 +243,30 @@ void BundleCheck::update(const TaskPointer& task, long long projectId) {
     });
 }
 
+void BundleCheck::select(
+    const TaskPointer& after, const QString& statement, const char* failure, const TakeResult& take) {
+    auto task = std::make_shared<QueryTask>(statement, m_tasks.mainDatabase());
+    task->setQueryCallback([self = shared_from_this(), take](const TaskPointer& done, int, QSqlQuery* query) {
+        take(done, *query);
+    });
+    task->setSqlErrorCallback(
+        [self = shared_from_this(), failure](const TaskPointer&, const DbException& error) {
+            self->databaseFailed(error, QLatin1String(failure));
+        });
+    m_tasks.addTask(task, after);
+}
+
+std::optional<BundleCheck::Record> BundleCheck::recordIn(const QSqlQuery& query) {
+    const auto id = projectIdIn(query);
+    if (!id)
+        return std::nullopt;
+    return Record{*id, unescape(query.value(1).toString()), unescape(query.value(2).toString())};
+}
+
 void BundleCheck::skippingUnreadable(const char* what, const std::function<void()>& body) const {
-    const bool isGone = !QFileInfo::exists(m_details.bundlePath());
-    if (isGone)
+    if (!m_details.sufid.valid || !QFileInfo::exists(m_details.bundlePath()))
         m_callbacks.vanished(m_details);
-    if (isGone || !loggingFailures(QLatin1String(what) + m_details.bundlePath(), body))
+    else if (!loggingFailures(QLatin1String(what) + m_details.bundlePath(), body))
         m_callbacks.unreadable(m_details);
 }
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -29,14 +30,14 @@ class TaskManager;
 /// checked.
 class BundleCheck : public std::enable_shared_from_this<BundleCheck> {
 public:
-    /// What a check comes to, told on the GUI thread. A bundle whose move is told by other events is none of
-    /// the first four.
+    /// The outcome of a check. At most one of the first four is called, on the GUI thread; none where the
+    /// bundle is left to another check, at the place to which it has moved.
     struct Callbacks {
         std::function<void(const ProjectDetails&)> written;
         std::function<void(const ProjectDetails&)> unreadable;
         std::function<void(const ProjectDetails&)> vanished;
         std::function<void(const ProjectDetails&)> databaseFailed;
-        /// Whatever it came to, but for a failed database. From any thread.
+        /// The check is over, and the database has not failed. On any thread.
         std::function<void()> ended;
     };
 
@@ -54,6 +55,7 @@ public:
 private:
     using TaskPointer = std::shared_ptr<Task>;
     using Note = std::pair<std::int64_t, std::string>;
+    using TakeResult = std::function<void(const TaskPointer& done, QSqlQuery& query)>;
 
     struct Record {
         QString path() const { return filepath + filename; }
@@ -67,6 +69,13 @@ private:
         TaskManager& tasks, std::shared_ptr<ChecksInProgress> checks, ProjectDetails details,
         Callbacks callbacks);
 
+    /// Runs statement after the task, or at once where that is null. A failure of the database ends the
+    /// check. take may use this: the check lives until it has been called.
+    void
+    select(const TaskPointer& after, const QString& statement, const char* failure, const TakeResult& take);
+    /// From the first three columns of the query's current row; logs an id that is no number.
+    static std::optional<Record> recordIn(const QSqlQuery& query);
+
     void sufidKnown(const TaskPointer& task, const QList<Record>& records);
     void logDuplicates(const TaskPointer& task, const Record& chosen, const QList<Record>& records);
     void sufidInDoubt(const TaskPointer& task, const QList<Record>& records);
@@ -77,6 +86,8 @@ private:
     void lookUpPath(const TaskPointer& task);
     void insert(const TaskPointer& task);
     void update(const TaskPointer& task, long long projectId);
+    /// Runs body unless the bundle is gone. What it throws is logged after what, and the bundle is
+    /// unreadable.
     void skippingUnreadable(const char* what, const std::function<void()>& body) const;
     void databaseFailed(const DbException& error, const QString& what);
 

@@ -64,7 +64,7 @@ void FolderWalk::walk(const QString& root) const {
             else if (!isHidden(path) && entry.is_directory(unknown))
                 folders.push_back(path);
         }
-        // A folder that is moved or deleted meanwhile takes along all below it that wait here.
+        // When a folder is moved or deleted, those below it that wait here are gone with it.
         const bool isGone = error == std::errc::no_such_file_or_directory && folder != top;
         if (error && !isGone)
             m_callbacks.unreadable(

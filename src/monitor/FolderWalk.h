@@ -13,8 +13,7 @@ public:
     struct Callbacks {
         /// Gets the path of each entry that is named like a bundle.
         std::function<void(const QString& path)> bundle;
-        /// Gets each folder that is passed over because it cannot be read, and why. None that is gone by
-        /// then, but for the root.
+        /// Gets each folder that cannot be read, and why. Of those that are gone by then only the root.
         std::function<void(const QString& folder, const QString& reason)> unreadable;
         /// Asked before each entry.
         std::function<bool()> isStopped;

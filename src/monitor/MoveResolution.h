@@ -26,7 +26,7 @@ public:
         std::function<void(unsigned long long fileID)> settled;
         /// A record has been moved.
         std::function<void()> written;
-        /// A bundle was moved that no record is of, or whose record could not be moved along.
+        /// A bundle was moved that has no record, or whose record could not be moved along.
         std::function<void(const QString& bundlePath)> unknownBundle;
     };
 
@@ -45,12 +45,13 @@ private:
         const TaskPointer& task, unsigned long long fileID, const ProjectDetails& oldDetails,
         const ProjectDetails& newDetails, long long projectId);
 
-    /// For a record without an identity, which may have given it up before the bundle came to its place.
+    /// For a record without an identity: it is moved only if no other record has the bundle's identity, as
+    /// then the bundle is that one's.
     void moveUnlessAnotherIs(
         const TaskPointer& task, const ProjectDetails& oldDetails, const ProjectDetails& newDetails,
         long long projectId);
 
-    /// Leaves the bundle to a check of its own.
+    /// What to do when the database refuses: have the bundle checked by itself.
     std::function<void(const TaskPointer&, const DbException&)> whenRefused(const ProjectDetails& newDetails);
 
     void move(

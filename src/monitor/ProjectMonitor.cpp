@@ -200,7 +200,9 @@ void ProjectMonitor::stopFilesystemEventStream() {
         return;
     qInfo() << "Stopping project monitoring event stream...";
     // Not under the lock: the stream may be waiting for it to deliver a batch.
+    m_isStopping = true;
     m_stream->stop();
+    m_isStopping = false;
     m_stream.reset();
 }
 

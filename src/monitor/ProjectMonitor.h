@@ -75,7 +75,8 @@ public:
     /// look once more. A restart that was asked for is done at the end, whichever request brought it.
     void searchForProjects(bool restartWhenDone);
 
-    /// Reads the paths and times of all records anew, then calls one of both on the GUI thread.
+    /// Reads the paths and times of all records anew. Then calls continuation, or onFailure when the database
+    /// fails, on the GUI thread.
     void
     loadProjectPaths(const std::function<void()>& continuation, const std::function<void()>& onFailure = {});
 
@@ -115,6 +116,7 @@ private:
     /// Says whether there was something to check that is not being checked already.
     bool checkBundle(const QString& bundlePath, bool fromEvent);
     void bundleWritten(const ProjectDetails& details, bool fromEvent);
+    void bundleVanished(const ProjectDetails& details);
 
     ProjectSearch::Callbacks searchCallbacks();
     void takeFolders(const WatchedFolders& folders, bool startWhenDone);
@@ -127,7 +129,7 @@ private:
 
     TaskManager& m_tasks;
     const std::chrono::milliseconds m_latency;
-    mutable std::recursive_mutex m_mutex; // what follows, up to the atomics
+    mutable std::recursive_mutex m_mutex; // guards what follows, up to the atomics
     WatchedFolders m_folders;
     QSet<QString> m_knownPaths;
     QHash<QString, qint64> m_recordedTimes;
@@ -140,6 +142,7 @@ private:
     bool m_isStartDelayed = false;             // GUI thread
     bool m_arePathsUnreadable = false;         // GUI thread
     std::atomic<bool> m_running = false;
+    std::atomic<bool> m_isStopping = false; // the stream's thread is being waited for
     std::atomic<bool> m_updateRequested = false;
     std::atomic<bool> m_searchOwed = false;
     ProjectSearch m_search;

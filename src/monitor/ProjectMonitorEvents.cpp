@@ -31,13 +31,18 @@ void ProjectMonitor::takeBatch(const EventBatch& batch) {
         QMetaObject::invokeMethod(
             this, [this, root] { emit rootSearchPathChanged(root); }, Qt::QueuedConnection);
     updateMovedOrRenamedPaths();
-    // Once the stream is being stopped its thread is waited for, and must not wait for callbacks itself.
+    // The thread that stops the stream waits for this one, which must not wait for callbacks then.
     const auto giveUp = [this] {
-        return !m_running || Shutdown::hasBegun();
+        return m_isStopping || Shutdown::hasBegun();
     };
     bool allAreChecked = true;
     for (const auto& bundle : batch.changedBundles) {
         m_checks->waitForRoom(mostChecksAtOnce, giveUp);
+        if (giveUp()) {
+            // The next stream replays the others, as the position stays where it is.
+            allAreChecked = false;
+            break;
+        }
         if (letWaitForDatabase(bundle))
             allAreChecked = false;
         else
@@ -110,7 +115,7 @@ bool ProjectMonitor::checkBundle(const QString& bundlePath, bool fromEvent) {
                 },
                 [self](const ProjectDetails& vanished) {
                     if (self)
-                        self->m_vanished.add(vanished);
+                        self->bundleVanished(vanished);
                 },
                 [self](const ProjectDetails& unanswered) {
                     if (self)
@@ -141,6 +146,11 @@ void ProjectMonitor::bundleWritten(const ProjectDetails& details, bool fromEvent
     m_rechecks.bundleWritten(details.bundlePath());
     if (fromEvent)
         emit projectsDbModified();
+}
+
+void ProjectMonitor::bundleVanished(const ProjectDetails& details) {
+    m_vanished.add(details);
+    m_rechecks.bundleVanished(details.bundlePath());
 }
 
 void ProjectMonitor::finishedCheckingProject(const ProjectDetails& details) {

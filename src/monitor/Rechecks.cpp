@@ -51,6 +51,10 @@ void Rechecks::bundleWritten(const QString& bundlePath) {
     m_databaseDelay = m_delay;
 }
 
+void Rechecks::bundleVanished(const QString& bundlePath) {
+    m_checkedOnceMore.remove(bundlePath);
+}
+
 void Rechecks::checkEnded() {
     if (m_areWaiting)
         checkNextWaiting();

@@ -32,6 +32,8 @@ public:
     void checkLater(const QString& bundlePath);
     void databaseFailed(const QString& bundlePath);
     void bundleWritten(const QString& bundlePath);
+    /// When it comes back, it has its second check anew.
+    void bundleVanished(const QString& bundlePath);
     /// A check has come to its end, and not because the database failed.
     void checkEnded();
 

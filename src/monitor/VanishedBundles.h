@@ -8,12 +8,11 @@
 
 namespace Stemhaven {
 
-/// Logs the bundles that were gone when their check came to them. A folder that is moved or deleted while its
-/// bundles wait for theirs takes many along: the first is named, the others of its kind are counted. GUI
-/// thread.
+/// Logs the bundles that were gone when they were to be checked. A folder that is moved or deleted meanwhile
+/// takes many along, so only the first is named in a warning, and the others are counted. GUI thread.
 class VanishedBundles {
 public:
-    /// The others are counted until that long none has been added.
+    /// The count is logged when none has been added for quietTime.
     explicit VanishedBundles(std::chrono::milliseconds quietTime);
 
     void add(const ProjectDetails& details);

@@ -224,6 +224,39 @@ TEST_F(Following, WhatHappenedWhileItWasStopped) {
     EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
 }
 
+TEST_F(Following, ALargeReplayLeavesRoomForTheUserAndMayBeInterrupted) {
+    constexpr int many = 100;
+    for (int i = 0; i < many; ++i)
+        makeBundle(QString("set/%1.logicx").arg(i));
+    ASSERT_TRUE(waitUntil([&] { return rows("name").size() == many + 2; }));
+    stop();
+    TestBundle faster;
+    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
+    for (int i = 0; i < many; ++i)
+        makeBundle(QString("set/%1.logicx").arg(i), faster);
+    ASSERT_TRUE(m_database.initialise());
+
+    LogCapture messages;
+    m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks, std::chrono::milliseconds(100));
+    ASSERT_TRUE(waitUntil([&] { return messages.count("Starting project monitoring event stream") > 0; }));
+    // The event loop stands still until the replay has come.
+    const QDeadlineTimer deadline(20'000);
+    while (messages.count("Project was changed!") < many && !deadline.hasExpired())
+        QThread::usleep(200);
+    const auto checks = [&] {
+        return messages.count("WHERE SUFID=");
+    };
+    ASSERT_TRUE(waitUntil([&] { return checks() > 0; }));
+    m_database.rows("SELECT 1");
+    EXPECT_LT(checks(), many / 2);
+    // What a batch does not come to any more is replayed by the next stream.
+    m_monitor->stopMonitoring();
+    m_database.rows("SELECT 1");
+    EXPECT_LT(checks(), many / 2);
+    m_monitor->start();
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").count("180") == many; }));
+}
+
 TEST_F(Following, WhatWasSavedWhileItWasStoppedAndTheClockSetBack) {
     stop();
     TestBundle faster;

@@ -31,6 +31,21 @@ TEST(Rechecks, LookOnceMoreAtWhatCouldNotBeRead) {
     EXPECT_FALSE(rechecks.areWaitingForDatabase());
 }
 
+TEST(Rechecks, GiveABundleThatWentAwayItsSecondChanceWhenItComesBack) {
+    int checks = 0;
+    Rechecks* self = nullptr;
+    Rechecks rechecks(std::chrono::milliseconds(1), [&](const QString& path) {
+        ++checks;
+        self->bundleVanished(path);
+        return true;
+    });
+    self = &rechecks;
+    for (int copies = 1; copies <= 2; ++copies) {
+        rechecks.bundleUnreadable("copied");
+        EXPECT_TRUE(waitUntil([&] { return checks == copies; }, 5));
+    }
+}
+
 TEST(Rechecks, TryTheDatabaseWithFewAndCheckAllOnceItAnswers) {
     QStringList checked;
     Rechecks* self = nullptr;

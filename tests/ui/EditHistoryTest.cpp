@@ -206,6 +206,30 @@ TEST_F(EditHistoryTest, NothingRefersToARemovedEntryAgain) {
     EXPECT_FALSE(history.canUndo());
 }
 
+TEST_F(EditHistoryTest, StepsThatWaitBehindTheRemovalOfAnEntryDoNotReferToItEither) {
+    ASSERT_TRUE(perform(association({2}, TAGS, 1)));
+    ASSERT_TRUE(undo());
+    ASSERT_TRUE(stopWorker());
+    // It changes nothing, and what could be done again before it can be done again after it.
+    history.perform(starRating({1}, 4));
+    history.forgetEntry(TAGS, 1);
+    tasks().restart();
+    ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
+    EXPECT_FALSE(history.canRedo());
+
+    ASSERT_TRUE(perform(disassociation({1}, COLLECTIONS, 2)));
+    ASSERT_TRUE(stopWorker());
+    history.undo();
+    history.perform(association({1}, GENRES, 2));
+    history.forgetEntry(COLLECTIONS, 2);
+    history.forgetEntry(GENRES, 2);
+    tasks().restart();
+    ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
+    EXPECT_EQ(database.rows("SELECT * FROM collections_projects_map"), QStringList("1|1"));
+    EXPECT_EQ(value("quote(genre_id)"), (QStringList{"1", "NULL", "NULL"}));
+    EXPECT_FALSE(history.canUndo());
+}
+
 TEST_F(EditHistoryTest, ADeletedRecordComesBackBesideThoseThatCameMeanwhile) {
     // The last record's id is given out again: once to another bundle, once to the same one.
     ASSERT_TRUE(perform(starRating({3}, 3)));

@@ -26,7 +26,7 @@ public:
     /// is locked, full or out of reach.
     bool isStatementAtFault() const { return m_isStatementAtFault; }
 
-    /// Whether the same has been logged for another statement before and still goes on.
+    /// Whether the same trouble has been logged already, for another statement, and has not ended since.
     bool isRepeated() const { return m_isRepeated; }
 
     void markAsRepeated() { m_isRepeated = true; }
@@ -43,8 +43,7 @@ private:
     bool m_isRepeated = false;
 };
 
-/// Where to log what failed with exception: among the critical messages, or if it is repeated among those for
-/// debugging.
+/// The stream for a message about what failed with exception: critical, or for debugging if it is repeated.
 QDebug logFailure(const DbException& exception);
 
 QDebug operator<<(QDebug debug, const DbException& exception);

@@ -60,7 +60,7 @@ void ProjectMenus::popUp(const QPoint& globalPosition) {
         return;
     auto* menu = new QMenu(&m_window);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    // A sub-menu tells its own menu of its tip, and the one before would stay.
+    // The tip of an entry in a sub-menu goes to the menu above it. The window would keep the tip before.
     connect(menu, &QMenu::hovered, this, [this](const QAction* action) {
         QStatusTipEvent tip(action->statusTip());
         QCoreApplication::sendEvent(&m_window, &tip);

@@ -99,7 +99,7 @@ QWidget* DetailsPane::makeProjectPage() {
     m_open->setObjectName(QStringLiteral("openProjectButton"));
     m_release->setObjectName(QStringLiteral("releaseButton"));
     m_release->setEnabled(false);
-    // Outside of dialogs a button takes the Return key only so.
+    // Outside dialogs only an auto-default button takes the Return key.
     m_open->setAutoDefault(true);
     m_release->setAutoDefault(true);
     m_progressLabel->setObjectName(QStringLiteral("projectProgressLabel"));

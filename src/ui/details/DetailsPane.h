@@ -38,8 +38,8 @@ public:
     void reload();
     void setEntries(const FolderTreeItemModel& entries);
 
-    /// While edits are being written, a record that comes is older than what the user has set, and is not
-    /// shown. A reload is to follow the last of them.
+    /// While edits are being written, a record that arrives may be older than what the user has set, and is
+    /// not shown. The caller reloads after the last of them.
     void setBeingWritten(bool isBeingWritten) { m_isBeingWritten = isBeingWritten; }
 
     /// Reports a change that the user has not finished yet.

@@ -21,8 +21,8 @@ struct EditHistory::Step {
 
     EditPointer edit;
     Direction direction;
-    std::vector<EditPointer> replaced;   ///< what could be done again before it
-    std::atomic<bool> cancelled = false; ///< a step before it was refused
+    std::vector<EditPointer> replaced;   ///< what could have been redone before it
+    std::atomic<bool> cancelled = false; ///< it rests on a step that was refused, or its entry is gone
     std::atomic<bool> changesNothing = false;
 };
 
@@ -61,18 +61,36 @@ QString EditHistory::redoText() const {
 }
 
 void EditHistory::forgetEntry(FilterType type, qint64 id) {
-    const std::lock_guard lock(*m_editMutex);
-    for (auto* edits : {&m_done, &m_undone})
-        std::erase_if(*edits, [&](const EditPointer& edit) { return !edit->forgetEntry(type, id); });
+    {
+        const std::lock_guard lock(*m_editMutex);
+        std::vector<EditPointer> forgotten;
+        const auto forget = [&](std::vector<EditPointer>& edits) {
+            std::erase_if(edits, [&](const EditPointer& edit) {
+                const bool isForgotten = !edit->forgetEntry(type, id);
+                if (isForgotten)
+                    forgotten.push_back(edit);
+                return isForgotten;
+            });
+        };
+        forget(m_done);
+        forget(m_undone);
+        for (const auto& step : m_inFlight)
+            forget(step->replaced);
+        // These steps come after the removal; those before it have ended.
+        for (const auto& step : m_inFlight) {
+            if (std::find(forgotten.begin(), forgotten.end(), step->edit) != forgotten.end())
+                step->cancelled = true;
+        }
+    }
     emit changed();
 }
 
 void EditHistory::start(const EditPointer& edit, Direction direction, std::vector<EditPointer> replaced) {
     auto step = std::make_shared<Step>(edit, direction, std::move(replaced));
     auto plan = [step, mutex = m_editMutex](const QList<QStringList>& state) -> QStringList {
+        const std::lock_guard lock(*mutex);
         if (step->cancelled)
             return {};
-        const std::lock_guard lock(*mutex);
         auto statements = step->direction == Direction::Undo ? step->edit->undo() : step->edit->redo(state);
         step->changesNothing = statements.isEmpty();
         return statements;
@@ -113,7 +131,7 @@ void EditHistory::finish(const std::shared_ptr<Step>& step) {
 
 void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error) {
     if (step->cancelled) {
-        // It had nothing to write, and has gone back already.
+        // It has been taken back already.
         finish(step);
         return;
     }
@@ -123,7 +141,7 @@ void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbExc
     Stemhaven::ErrorHandler::instance().reportError(texts.failureTitle, error, QtCriticalMsg);
 
     std::erase(m_inFlight, step);
-    // What was undone or redone after it rests on it, and goes back before it.
+    // The undone and redone steps after it rest on it, and are taken back first.
     for (auto later = m_inFlight.rbegin(); later != m_inFlight.rend(); ++later) {
         if ((*later)->direction != Direction::Perform && !(*later)->cancelled.exchange(true))
             revert(**later);

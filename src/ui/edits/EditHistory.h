@@ -43,7 +43,8 @@ public:
     QString undoText() const;
     QString redoText() const;
 
-    /// An entry of the sidebar and all references to it are gone: undoing brings none of them back.
+    /// An entry of the sidebar and all references to it are gone. Neither undoing and redoing nor steps that
+    /// still wait bring any of them back.
     void forgetEntry(FilterType type, qint64 id);
 
 signals:

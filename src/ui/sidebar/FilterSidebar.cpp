@@ -48,7 +48,7 @@ void FilterSidebar::layOut() {
     // A click on them leaves the keyboard in the tree.
     for (QPushButton* button : {m_addButton, m_removeButton}) {
         button->setFocusPolicy(Qt::TabFocus);
-        // Outside of dialogs a button takes the Return key only so.
+        // Outside dialogs only an auto-default button takes the Return key.
         button->setAutoDefault(true);
     }
 

@@ -23,7 +23,7 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    /// The row that becomes the current one by it is selected, too.
+    /// Selects the row that becomes the current one by it.
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     /// Marks the current row where it is not selected, as after Ctrl and an arrow key.

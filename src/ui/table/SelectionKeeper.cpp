@@ -54,7 +54,7 @@ void SelectionKeeper::update() {
     emit changed();
 }
 
-/// By the ranges: the selection model would look through all of them for every row.
+/// From the ranges, since QItemSelectionModel::selectedRows() looks through all of them for every row.
 QList<int> SelectionKeeper::selectedRows() const {
     QList<int> rows;
     const QItemSelection selection = m_table.selectionModel()->selection();

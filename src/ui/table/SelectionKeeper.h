@@ -49,6 +49,6 @@ private:
     KeyEventTableView& m_table;
     ProjectsTableModel& m_model;
     qint64 m_project = -1;
-    QSet<qint64> m_selected; ///< those beside the current one included; empty for a current one alone
+    QSet<qint64> m_selected; ///< the current one too; empty unless there are several
     bool m_restoring = false;
 };
