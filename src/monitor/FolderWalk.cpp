@@ -56,12 +56,12 @@ void FolderWalk::walk(const QString& root) const {
                 return;
             const auto& entry = *entries;
             std::error_code unknown;
-            if (entry.is_symlink(unknown))
-                continue;
             const std::string& path = entry.path().native();
+            if (isHidden(path) || entry.is_symlink(unknown))
+                continue;
             if (endsInSuffix(path, suffixes))
                 m_callbacks.bundle(QFile::decodeName(path.c_str()));
-            else if (!isHidden(path) && entry.is_directory(unknown))
+            else if (entry.is_directory(unknown))
                 folders.push_back(path);
         }
         // When a folder is moved or deleted, those below it that wait here are gone with it.

@@ -7,7 +7,7 @@
 namespace Stemhaven {
 
 /// Finds the bundles below a folder. Does not look into bundles, follows no symbolic links and passes over
-/// hidden folders.
+/// what is hidden: on some disks a Mac leaves a hidden file beside each bundle that is named like one.
 class FolderWalk {
 public:
     struct Callbacks {
