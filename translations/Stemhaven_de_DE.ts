@@ -294,6 +294,25 @@
     </message>
 </context>
 <context>
+    <name>DatabaseAdvice</name>
+    <message>
+        <source>The catalogue cannot be written. Make sure that you may read and write the folder %1, then try again.</source>
+        <translation>In den Katalog kann nicht geschrieben werden. Sorge dafür, dass du den Ordner %1 lesen und beschreiben darfst, und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>The disk with the catalogue is full. Make some room on it, then try again.</source>
+        <translation>Der Datenträger mit dem Katalog ist voll. Schaffe dort Platz und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Another program is using the catalogue. Wait until it has finished, then try again.</source>
+        <translation>Ein anderes Programm benutzt gerade den Katalog. Warte, bis es fertig ist, und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>The catalogue is damaged. Quit Stemhaven and put a copy of the folder %1 from before in its place.</source>
+        <translation>Der Katalog ist beschädigt. Beende Stemhaven und ersetze den Ordner %1 durch eine frühere Kopie.</translation>
+    </message>
+</context>
+<context>
     <name>DetailsPane</name>
     <message>
         <source>Project Name</source>
@@ -347,6 +366,10 @@
         <source>Setting project progress failed.</source>
         <translation>Der Fortschritt konnte nicht gesetzt werden.</translation>
     </message>
+    <message>
+        <source>Project wasn&apos;t found</source>
+        <translation>Das Projekt wurde nicht gefunden</translation>
+    </message>
 </context>
 <context>
     <name>EmptyState</name>
@@ -365,10 +388,6 @@
     <message>
         <source>Looking for projects…</source>
         <translation>Projekte werden gesucht …</translation>
-    </message>
-    <message>
-        <source>They appear here as soon as your folders have been looked through.</source>
-        <translation>Sie erscheinen hier, sobald deine Ordner durchsucht sind.</translation>
     </message>
     <message>
         <source>All projects are hidden</source>
@@ -415,6 +434,10 @@
 %1</source>
         <translation>Vielleicht benutzt ein anderes Programm den Katalog, oder er ist beschädigt. Mehr steht im Protokoll:
 %1</translation>
+    </message>
+    <message>
+        <source>They appear here while your folders are being looked through.</source>
+        <translation>Sie erscheinen hier, während deine Ordner durchsucht werden.</translation>
     </message>
     <message>
         <source>Try Again</source>
@@ -673,6 +696,10 @@
         <source>Hiding completed projects failed.</source>
         <translation>Abgeschlossene Projekte konnten nicht ausgeblendet werden.</translation>
     </message>
+    <message>
+        <source>Could not add folder</source>
+        <translation>Der Ordner konnte nicht hinzugefügt werden</translation>
+    </message>
 </context>
 <context>
     <name>ProgressBar</name>
@@ -826,12 +853,8 @@
         <translation>%1 (%3 gefunden)</translation>
     </message>
     <message>
-        <source>Looking for projects… %1 found</source>
-        <translation>Projekte werden gesucht … %1 gefunden</translation>
-    </message>
-    <message>
-        <source>Status: </source>
-        <translation>Status: </translation>
+        <source>The projects could not be loaded.</source>
+        <translation>Die Projekte konnten nicht geladen werden.</translation>
     </message>
 </context>
 <context>
@@ -1088,6 +1111,29 @@
     <message>
         <source>Could not retreive primary key for selected mix/master status! Type conversion failed...</source>
         <translation>Die Kennung des gewählten Stands fehlt! Sie ist keine Zahl …</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Status: </source>
+        <translation>Status: </translation>
+    </message>
+    <message>
+        <source>Looking for projects… %1 found</source>
+        <translation>Projekte werden gesucht … %1 gefunden</translation>
+    </message>
+    <message>
+        <source>Folder not available: %1</source>
+        <translation>Ordner nicht erreichbar: %1</translation>
+    </message>
+    <message>
+        <source>Folders not available: %1</source>
+        <translation>Ordner nicht erreichbar: %1</translation>
+    </message>
+    <message>
+        <source>Stemhaven keeps all it knows of the projects in there, and follows them again as soon as it can read the folder.</source>
+        <translation>Stemhaven behält alles, was es über die Projekte darin weiß, und folgt ihnen wieder, sobald es den Ordner lesen kann.</translation>
     </message>
 </context>
 <context>
@@ -1430,6 +1476,14 @@
     <message>
         <source>Manage</source>
         <translation>Verwalten</translation>
+    </message>
+    <message>
+        <source>Add Folder...</source>
+        <translation>Ordner hinzufügen …</translation>
+    </message>
+    <message>
+        <source>Look for projects in another folder, too</source>
+        <translation>Projekte auch in einem weiteren Ordner suchen</translation>
     </message>
 </context>
 <context>

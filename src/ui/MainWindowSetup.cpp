@@ -3,6 +3,7 @@
 #include "app/errors/Guarded.h"
 #include "monitor/ProjectMonitor.h"
 #include "ui/MainWindow.h"
+#include "ui/MissingFolders.h"
 #include "ui/SidePanes.h"
 #include "ui/actions/ProjectMenus.h"
 #include "ui/actions/WindowActions.h"
@@ -103,6 +104,7 @@ void MainWindow::setupActions() {
     perform(m_actions->hideDetails, tr("Hiding project details failed."), [this] {
         m_sidePanes->showProjectDetails(false);
     });
+    perform(m_actions->addFolder, tr("Could not add folder"), [this] { m_folders->choose(); });
     // Toggled, so that the program may do it as well as the user.
     connect(m_actions->hideCompleted, &QAction::toggled, this, &MainWindow::hideCompleted);
     connect(m_actions->hideIgnored, &QAction::toggled, this, &MainWindow::hideIgnored);
@@ -174,6 +176,9 @@ void MainWindow::setupMonitorEvents() {
     connect(&m_monitor, &ProjectMonitor::searchProgressed, m_projects.get(), &ProjectsPane::showSearching);
     connect(&m_monitor, &ProjectMonitor::searchEnded, m_projects.get(), &ProjectsPane::endSearching);
     connect(&m_monitor, &ProjectMonitor::rootSearchPathChanged, this, &MainWindow::rootFolderChanged);
+    auto* missing = new MissingFolders(m_monitor, this);
+    connect(missing, &MissingFolders::changed, m_projects.get(), &ProjectsPane::showMissingFolders);
+    connect(missing, &MissingFolders::changed, m_details, &DetailsPane::reloadPicture);
 }
 
 void MainWindow::setupMenus() {

@@ -7,6 +7,7 @@
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/table/StarEditor.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QMessageBox>
@@ -307,6 +308,14 @@ TEST_F(BrowsingTest, TheKeyboardReachesAllRowsAndReturnOpensOnceOnlyFromThem) {
     EXPECT_EQ(log.count("Could not open selected project!"), 2);
     QTest::keyClick(&table(), Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(table().selectionModel()->selectedRows().size(), 3);
+
+    // In an open list it chooses, and that alone.
+    lyrics().showPopup();
+    QTest::keyClick(lyrics().view(), Qt::Key_Down);
+    QTest::keyClick(lyrics().view(), Qt::Key_Return);
+    EXPECT_EQ(lyrics().currentIndex(), 1);
+    EXPECT_FALSE(lyrics().view()->isVisible());
+    EXPECT_EQ(opened.count(), 2);
 }
 
 TEST_F(BrowsingTest, ARowIsMeantAsSoonAsItIsClicked) {

@@ -2,7 +2,9 @@
 #include "support/TestBundle.h"
 #include "ui/dialogs/FolderAdder.h"
 #include "ui/sidebar/FilterSidebar.h"
+#include "ui/widgets/ImageView.h"
 
+#include <QDir>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -72,6 +74,29 @@ TEST_F(MainWindowTest, DroppedFolderFillsTheTable) {
 
     EXPECT_TRUE(waitUntil([&] { return model().rowCount() == 1 && !emptyState().isVisible(); }));
     EXPECT_EQ(database.rootRows(allRoots), QStringList(music));
+    ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
+}
+
+TEST_F(MainWindowTest, FoldersThatAreMissingAreNamedUntilTheyAreBack) {
+    const QString music = database.folder.path() + "/music";
+    TestBundle().write((music + "/Song.logicx").toStdString());
+    open();
+    auto& notice = child<QLabel>("noticeLabel");
+    const auto& picture = child<ImageView>();
+    ASSERT_TRUE(drop({music}));
+    ASSERT_TRUE(waitUntil([&] { return model().rowCount() == 1 && monitor.isWatching(); }));
+    table().selectRow(0);
+    ASSERT_TRUE(waitUntil([&] { return details().project().isValid(); }));
+    EXPECT_FALSE(notice.isVisible());
+
+    ASSERT_TRUE(QDir().rename(music, music + " elsewhere"));
+    ASSERT_TRUE(waitUntil([&] { return notice.isVisible(); }));
+    EXPECT_EQ(notice.text(), "Folder not available: " + music);
+    EXPECT_TRUE(waitUntil([&] { return picture.accessibleDescription() == "Project wasn't found"; }));
+    ASSERT_TRUE(QDir().rename(music + " elsewhere", music));
+    EXPECT_TRUE(
+        waitUntil([&] { return !notice.isVisible() && picture.accessibleDescription() == "No picture"; }));
+    EXPECT_EQ(model().rowCount(), 1);
     ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
 }
 

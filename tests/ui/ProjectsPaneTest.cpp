@@ -5,8 +5,10 @@
 
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QToolTip>
 
 namespace SettingsKeys = Stemhaven::SettingsKeys;
 
@@ -218,23 +220,6 @@ TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {
     EXPECT_TRUE(table().isVisible());
 }
 
-TEST_F(ProjectsPaneTest, AFailedReloadSaysSoWhereThereAreNoRowsAndIsTriedAgain) {
-    insert("Song", "rating=3");
-    open();
-    database.rows("ALTER TABLE projects RENAME TO hidden");
-    refresh();
-    EXPECT_TRUE(table().isVisible());
-    EXPECT_EQ(names(), QStringList{"Song"});
-
-    open();
-    EXPECT_TRUE(emptyState().isVisible());
-    EXPECT_EQ(emptyState().reason(), EmptyState::Reason::Unreadable);
-    database.rows("ALTER TABLE hidden RENAME TO projects");
-    clickTheButtonThatLeadsOn();
-    EXPECT_TRUE(table().isVisible());
-    EXPECT_EQ(names(), QStringList{"Song"});
-}
-
 TEST_F(ProjectsPaneTest, ColumnsFitAndNamesTakeTheRest) {
     insert("x", QString("name='%1'").arg(QString(300, u'M')));
     open();
@@ -246,4 +231,77 @@ TEST_F(ProjectsPaneTest, ColumnsFitAndNamesTakeTheRest) {
     EXPECT_GT(header->sectionSize(nameColumn()), 400);
     for (int i = 0; i < header->count(); ++i)
         EXPECT_GE(header->sectionSize(i), header->sectionSizeHint(i)) << i;
+
+    // A width that the user gives a column stays its own until a double click on the column's edge.
+    const int tempo = nameColumn() + 2;
+    const int fitting = header->sectionSize(tempo);
+    header->resizeSection(tempo, 333);
+    header->resizeSection(nameColumn(), 150);
+    refresh();
+    open();
+    EXPECT_EQ(table().horizontalHeader()->sectionSize(tempo), 333);
+    EXPECT_EQ(table().horizontalHeader()->sectionSize(nameColumn()), 150);
+    emit table().horizontalHeader()->sectionHandleDoubleClicked(tempo);
+    emit table().horizontalHeader()->sectionHandleDoubleClicked(nameColumn());
+    open();
+    EXPECT_EQ(table().horizontalHeader()->sectionSize(tempo), fitting);
+    EXPECT_GE(table().horizontalHeader()->sectionSize(nameColumn()), 240);
+}
+
+TEST_F(ProjectsPaneTest, TipsShowWhatDoesNotFit) {
+    const QString name = QString("M & <b> ").repeated(40);
+    const QString whole = "<p>" + name.toHtmlEscaped() + "</p>";
+    insert({"long", "short"});
+    database.rows(QString("UPDATE projects SET name='%1', progress=0.45 WHERE name='long'").arg(name));
+    open();
+    const auto tipOver = [](QWidget& widget, const QPoint& place) {
+        QToolTip::hideText();
+        EXPECT_TRUE(waitUntil([] { return !QToolTip::isVisible(); }));
+        QHelpEvent event(QEvent::ToolTip, place, widget.mapToGlobal(place));
+        QApplication::sendEvent(&widget, &event);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    const auto tipOverCell = [&](int row, int column) {
+        return tipOver(*table().viewport(), table().visualRect(model().index(row, column)).center());
+    };
+    EXPECT_EQ(tipOverCell(0, nameColumn()), whole);
+    EXPECT_EQ(tipOverCell(0, nameColumn() - 1), "45%");
+    EXPECT_EQ(tipOverCell(1, nameColumn()), QString());
+    for (const int row : {0, 1}) {
+        table().selectRow(row);
+        ASSERT_TRUE(waitUntil([&] { return details().project().id == row + 1; }));
+        auto& label = child<QLabel>("projectNameLabel");
+        EXPECT_EQ(tipOver(label, label.rect().center()), row == 0 ? whole : QString());
+    }
+}
+
+TEST_F(ProjectsPaneTest, ASearchOfTheFoldersFillsTheTableWhileItGoesOn) {
+    open();
+    insert({"Found"});
+    ASSERT_TRUE(waitUntil([this] {
+        child<ProjectsPane>().showSearching(1);
+        return model().rowCount() == 1;
+    }));
+    settle();
+    EXPECT_TRUE(table().isVisible());
+}
+
+TEST_F(ProjectsPaneTest, ACatalogueThatCannotBeReadSaysSoAndIsTriedAgain) {
+    insert({"Alpha"});
+    database.rows("ALTER TABLE projects RENAME TO elsewhere");
+    open();
+    EXPECT_TRUE(emptyState().isVisible());
+    EXPECT_EQ(emptyState().reason(), EmptyState::Reason::Unreadable);
+    EXPECT_EQ(status(), "The projects could not be loaded.");
+    database.rows("ALTER TABLE elsewhere RENAME TO projects");
+    clickTheButtonThatLeadsOn();
+    EXPECT_EQ(names(), QStringList("Alpha"));
+    EXPECT_TRUE(table().isVisible());
+
+    // What is there already stays.
+    database.rows("ALTER TABLE projects RENAME TO elsewhere");
+    refresh();
+    EXPECT_EQ(names(), QStringList("Alpha"));
+    EXPECT_TRUE(table().isVisible());
+    EXPECT_EQ(status(), "The projects could not be loaded.");
 }

@@ -50,6 +50,8 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     checkForUpdates = make(tr("Check for Updates..."));
     checkForUpdates->setMenuRole(QAction::ApplicationSpecificRole);
 
+    addFolder = make(tr("Add Folder..."));
+    addFolder->setStatusTip(tr("Look for projects in another folder, too"));
     recoverProjects = make(tr("Recover Projects..."));
     backup = make(tr("Backup..."));
     importBackup = make(tr("Import backup..."));
@@ -93,5 +95,7 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     view->addAction(checkForUpdates);
 
     auto* manage = m_window.menuBar()->addMenu(tr("Manage"));
+    manage->addAction(addFolder);
+    manage->addSeparator();
     manage->addActions({recoverProjects, backup, importBackup});
 }

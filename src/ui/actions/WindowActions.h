@@ -40,6 +40,7 @@ public:
     QAction* search;
     QAction* checkForUpdates;
 
+    QAction* addFolder;
     QAction* recoverProjects;
     QAction* backup;
     QAction* importBackup;

@@ -64,9 +64,9 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
     m_stalePreview->setSingleShot(true);
     m_stalePreview->setInterval(staleAfter);
     connect(m_stalePreview, &QTimer::timeout, m_preview, &ImageView::clear);
-    connect(m_previews, &PreviewLoader::loaded, this, [this](const QImage& image) {
+    connect(m_previews, &PreviewLoader::loaded, this, [this](const QImage& image, bool isThere) {
         m_stalePreview->stop();
-        m_preview->setImage(image);
+        m_preview->setImage(image, isThere ? QString() : tr("Project wasn't found"));
         emit filled();
     });
     connect(m_loader, &ProjectLoader::loaded, this, &DetailsPane::showProject);
@@ -169,6 +169,11 @@ void DetailsPane::reload() {
     m_loader->load(m_selectedId);
 }
 
+void DetailsPane::reloadPicture() {
+    m_previewKey.clear();
+    reload();
+}
+
 void DetailsPane::setEntries(const FolderTreeItemModel& entries) {
     m_statuses->setEntries(entries);
 }
@@ -186,11 +191,9 @@ void DetailsPane::showProject(const ProjectRecord& record) {
         return;
     m_project = record;
     disconnectProjectEvents();
-    for (const auto& [label, text] :
-         {std::pair(m_name, record.name), {m_details, record.details}, {m_path, record.bundlePath}}) {
-        label->setText(text);
-        label->setToolTip(text.toHtmlEscaped());
-    }
+    m_name->setText(record.name);
+    m_details->setText(record.details);
+    m_path->setText(record.bundlePath);
     m_stars->setStarRating(StarRating(record.stars, 5));
     m_progress->setStoredValue(record.progressPercent);
     showProgress(m_progress->value());

@@ -36,6 +36,8 @@ public:
     void selectProject(qint64 projectId, int selectedCount);
     /// Shows what is in the database by now.
     void reload();
+    /// As reload(), when the project's bundle may have gone or come back.
+    void reloadPicture();
     void setEntries(const FolderTreeItemModel& entries);
 
     /// While edits are being written, a record that arrives may be older than what the user has set, and is

@@ -4,12 +4,15 @@
 #include "app/errors/Guarded.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QEvent>
 #include <QFormLayout>
 #include <QLabel>
 #include <QSignalBlocker>
+#include <QStyleOptionComboBox>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -53,6 +56,20 @@ Texts textsOf(FilterType type) {
     }
 }
 
+constexpr int widestList = 400;
+
+/// The tool tip is what is chosen, where it is cut short.
+void keepTip(QComboBox& combo) {
+    QStyleOptionComboBox option;
+    option.initFrom(&combo);
+    const QRect place =
+        combo.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &combo);
+    const QString text = combo.currentText();
+    constexpr int margin = 2; // on both sides of the text
+    const bool fits = combo.fontMetrics().horizontalAdvance(text) <= place.width() - 2 * margin;
+    combo.setToolTip(fits ? QString() : QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()));
+}
+
 } // namespace
 
 StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
@@ -69,12 +86,15 @@ StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         combo->setMinimumContentsLength(shortestEntry);
         combo->installEventFilter(this);
+        combo->view()->installEventFilter(this);
         connect(combo, &QComboBox::currentIndexChanged, this, [this, type] {
             Stemhaven::guarded(tr(textsOf(type).failureTitle), [&] { statusChosen(type); });
         });
         auto* label = new QLabel(tr(texts.label), this);
         label->setForegroundRole(QPalette::PlaceholderText);
         label->setBuddy(combo);
+        // Or the layout puts it a little above the middle of its field.
+        label->setMinimumHeight(combo->sizeHint().height());
         layout->addRow(label, combo);
         m_combos.insert(type, combo);
     }
@@ -90,6 +110,8 @@ void StatusFields::setEntries(const FolderTreeItemModel& entries) {
         combo->clear();
         for (const auto& entry : std::as_const(m_entries[type]))
             combo->addItem(entry.name, entry.id);
+        // The open list has room for what the field cuts short.
+        combo->view()->setMinimumWidth(std::min(combo->view()->sizeHintForColumn(0), widestList));
         choose(type);
     }
 }
@@ -116,9 +138,19 @@ void StatusFields::statusChosen(FilterType type) {
 }
 
 bool StatusFields::eventFilter(QObject* watched, QEvent* event) {
-    // The wheel scrolls the pane; a status changed in passing would not be noticed.
-    if (event->type() != QEvent::Wheel)
-        return QWidget::eventFilter(watched, event);
-    event->ignore();
-    return true;
+    auto* combo = qobject_cast<QComboBox*>(watched);
+    if (!combo) {
+        // The Return key that chooses from an open list would open the project as well.
+        if (event->type() == QEvent::ShortcutOverride)
+            event->accept();
+        return false;
+    }
+    if (event->type() == QEvent::Wheel) {
+        // The wheel scrolls the pane; a status changed in passing would not be noticed.
+        event->ignore();
+        return true;
+    }
+    if (event->type() == QEvent::ToolTip)
+        keepTip(*combo);
+    return QWidget::eventFilter(watched, event);
 }

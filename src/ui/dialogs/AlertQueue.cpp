@@ -1,6 +1,7 @@
 #include "ui/dialogs/AlertQueue.h"
 
 #include "ui/dialogs/Alert.h"
+#include "ui/dialogs/DatabaseAdvice.h"
 
 #include <QMessageBox>
 
@@ -37,7 +38,9 @@ void AlertQueue::showNext() {
     const auto details = m_waiting.front();
     m_waiting.pop_front();
     const auto icon = details.isCritical() ? QMessageBox::Critical : QMessageBox::Warning;
-    m_shown = makeAlert(nullptr, icon, details.title, details.message);
+    const QString advice = databaseAdvice(details.message);
+    const QString separator = advice.isEmpty() ? QString() : QStringLiteral("\n\n");
+    m_shown = makeAlert(nullptr, icon, details.title, advice + separator + details.message);
     m_shown->setWindowModality(Qt::ApplicationModal);
     connect(m_shown, &QMessageBox::finished, this, [this] {
         m_shown.clear();

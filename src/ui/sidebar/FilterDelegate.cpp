@@ -1,11 +1,10 @@
 #include "ui/sidebar/FilterDelegate.h"
 
-#include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/widgets/ElidedTip.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QStyle>
-#include <QToolTip>
 
 #include <algorithm>
 
@@ -43,11 +42,5 @@ bool FilterDelegate::helpEvent(
     const QModelIndex& index) {
     QStyleOptionViewItem item(option);
     initStyleOption(&item, index);
-    const QRect place = view->style()->subElementRect(QStyle::SE_ItemViewItemText, &item, view);
-    if (event->type() != QEvent::ToolTip || item.fontMetrics.horizontalAdvance(item.text) <= place.width())
-        return QStyledItemDelegate::helpEvent(event, view, option, index);
-    // Escaped, as a name may look like markup; as markup it wraps.
-    QToolTip::showText(
-        event->globalPos(), QStringLiteral("<p>%1</p>").arg(item.text.toHtmlEscaped()), view->viewport());
-    return true;
+    return showElidedTip(*event, *view, item) || QStyledItemDelegate::helpEvent(event, view, option, index);
 }

@@ -1,9 +1,12 @@
 #include "ui/table/ColumnWidths.h"
 
+#include "app/SettingsKeys.h"
 #include "database/QueryBuilder.h"
+#include "ui/table/StarRating.h"
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QScopedValueRollback>
 #include <QTableView>
 
 #include <algorithm>
@@ -15,6 +18,7 @@ constexpr int sampledRows = 48;
 constexpr int slack = 8;
 constexpr int widestContents = 320;
 constexpr int narrowestNames = 240;
+constexpr int widestChosen = 4000;
 
 } // namespace
 
@@ -22,28 +26,73 @@ ColumnWidths::ColumnWidths(QTableView& table, const Stemhaven::QueryBuilder& bui
     : QObject(parent),
       m_table(table),
       m_builder(builder) {
-    table.horizontalHeader()->setResizeContentsPrecision(sampledRows);
+    m_settings.beginGroup(Stemhaven::SettingsKeys::columnWidths);
+    const QStringList names = m_settings.childKeys();
+    for (const QString& name : names) {
+        if (const int width = m_settings.value(name).toInt(); width > 0)
+            m_chosen[name] = std::min(width, widestChosen);
+    }
+    auto* header = table.horizontalHeader();
+    header->setResizeContentsPrecision(sampledRows);
+    connect(header, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        remember(column, width);
+    });
+    connect(header, &QHeaderView::sectionHandleDoubleClicked, this, &ColumnWidths::forget);
     table.viewport()->installEventFilter(this);
 }
 
 void ColumnWidths::fit() {
+    const QScopedValueRollback fitting(m_isFitting, true);
     m_table.resizeColumnsToContents();
     auto* header = m_table.horizontalHeader();
-    for (int column = 0; column < header->count(); ++column)
-        header->resizeSection(column, std::min(header->sectionSize(column) + slack, widestContents));
-
     m_nameColumn = m_builder.fieldIndexByName(QStringLiteral("name"));
-    if (m_nameColumn >= header->count())
+    if (m_nameColumn >= header->count() || m_chosen.contains(nameOf(m_nameColumn)))
         m_nameColumn = -1;
+    for (int column = 0; column < header->count(); ++column) {
+        const auto chosen = m_chosen.constFind(nameOf(column));
+        if (chosen != m_chosen.constEnd())
+            header->resizeSection(column, *chosen);
+        else
+            fitContents(column);
+    }
     stretchNames();
+}
+
+void ColumnWidths::fitContents(int column) {
+    auto* header = m_table.horizontalHeader();
+    // Stars are as wide in every row, and would leave the line of their title.
+    const bool isStars = m_table.model()->index(0, column).data().canConvert<StarRating>();
+    const int width = header->sectionSize(column) + (isStars ? 0 : slack);
+    header->resizeSection(column, std::min(width, widestContents));
 }
 
 void ColumnWidths::stretchNames() {
     if (m_nameColumn < 0)
         return;
+    const QScopedValueRollback fitting(m_isFitting, true);
     auto* header = m_table.horizontalHeader();
     const int others = header->length() - header->sectionSize(m_nameColumn);
     header->resizeSection(m_nameColumn, std::max(narrowestNames, m_table.viewport()->width() - others));
+}
+
+void ColumnWidths::remember(int column, int width) {
+    const QString name = nameOf(column);
+    if (m_isFitting || name.isEmpty() || width <= 0)
+        return;
+    m_chosen[name] = width;
+    m_settings.setValue(name, width);
+    if (column == m_nameColumn)
+        m_nameColumn = -1;
+}
+
+void ColumnWidths::forget(int column) {
+    m_chosen.remove(nameOf(column));
+    m_settings.remove(nameOf(column));
+    fit();
+}
+
+QString ColumnWidths::nameOf(int column) const {
+    return column < 0 ? QString() : m_builder.visibleFieldAt(static_cast<unsigned short>(column)).name;
 }
 
 bool ColumnWidths::eventFilter(QObject* watched, QEvent* event) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
+#include <QSettings>
 
 class QTableView;
 
@@ -9,7 +11,8 @@ class QueryBuilder;
 }
 
 /// Makes the table's columns as wide as what they show, judged by a sample of the rows, and gives the room
-/// that is left to the names.
+/// that is left to the names. A column that the user has made wider or narrower stays so, at the next start
+/// too, until a double click on its edge.
 class ColumnWidths : public QObject {
     Q_OBJECT
 
@@ -22,9 +25,16 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void fitContents(int column);
     void stretchNames();
+    void remember(int column, int width);
+    void forget(int column);
+    QString nameOf(int column) const;
 
     QTableView& m_table;
     const Stemhaven::QueryBuilder& m_builder;
+    QSettings m_settings;
+    QHash<QString, int> m_chosen; ///< the widths that the user gave, by the field's name
     int m_nameColumn = -1;
+    bool m_isFitting = false;
 };

@@ -78,8 +78,8 @@ void EmptyState::present(Reason reason, const QString& name) {
         break;
     case Reason::Searching:
         setTexts(
-            tr("Looking for projects…"),
-            tr("They appear here as soon as your folders have been looked through."), tr("Add Folder…"));
+            tr("Looking for projects…"), tr("They appear here while your folders are being looked through."),
+            tr("Add Folder…"));
         break;
     case Reason::AllHidden:
         setTexts(

@@ -12,9 +12,9 @@
 #include "ui/table/SearchField.h"
 #include "ui/table/SelectionKeeper.h"
 #include "ui/table/StarDelegate.h"
+#include "ui/table/StatusLine.h"
 #include "ui/table/TableHeader.h"
 #include "ui/table/TableSearch.h"
-#include "ui/widgets/ElidedLabel.h"
 
 #include <QDir>
 #include <QHBoxLayout>
@@ -29,6 +29,11 @@ namespace {
 constexpr int margin = 16;
 constexpr int rowHeight = 32;
 constexpr int widestSearch = 400;
+
+/// Between two looks at what a search has found, which become rarer the longer it takes: reading more and
+/// more rows must not slow it down.
+constexpr std::chrono::seconds firstFillTime{2};
+constexpr std::chrono::seconds longestFillTime{16};
 
 KeyEventTableView* makeTable(ProjectsTableModel* model, QWidget* parent) {
     auto* table = new KeyEventTableView(parent);
@@ -65,8 +70,7 @@ ProjectsPane::ProjectsPane(
       m_searchEdit(new SearchField(this)),
       m_table(makeTable(m_model, this)),
       m_emptyState(new EmptyState(this)),
-      m_statusLabel(new ElidedLabel(this)),
-      m_searchingLabel(new ElidedLabel(this)),
+      m_statusLine(new StatusLine(this)),
       m_reloads(new ReloadScheduler(*m_model, this)),
       m_catalogue(new CatalogueCheck(tasks, this)),
       m_search(new TableSearch(*m_searchEdit, builder, this)),
@@ -80,8 +84,6 @@ ProjectsPane::ProjectsPane(
 void ProjectsPane::layOut() {
     m_searchEdit->setObjectName(QStringLiteral("searchEdit"));
     m_table->setObjectName(QStringLiteral("projectsTableView"));
-    m_statusLabel->setObjectName(QStringLiteral("statusLabel"));
-    m_statusLabel->setText(tr("Status: "));
 
     m_top = new QHBoxLayout;
     m_top->setContentsMargins(margin, 12, margin, 12);
@@ -101,23 +103,12 @@ void ProjectsPane::layOut() {
     m_pages->addWidget(m_tablePage);
     m_pages->addWidget(m_emptyState);
 
-    m_searchingLabel->setObjectName(QStringLiteral("searchingLabel"));
-    auto* status = new QHBoxLayout;
-    status->setSpacing(0);
-    for (auto* label : {m_statusLabel, m_searchingLabel}) {
-        label->setForegroundRole(QPalette::PlaceholderText);
-        label->setContentsMargins(margin, 8, margin, 8);
-        status->addWidget(label, 1);
-    }
-    m_searchingLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_searchingLabel->hide();
-
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addLayout(m_top);
     layout->addWidget(rows, 1);
-    layout->addLayout(status);
+    layout->addWidget(m_statusLine);
 }
 
 void ProjectsPane::setUpEvents() {
@@ -201,16 +192,29 @@ void ProjectsPane::scrollToTop() {
 }
 
 void ProjectsPane::showTip(const QString& tip) {
-    m_statusLabel->setText(tip.isEmpty() ? m_status : tip);
+    m_statusLine->showTip(tip);
 }
 
 void ProjectsPane::showSearching(int projectsFound) {
-    m_searchingLabel->setText(tr("Looking for projects… %1 found").arg(locale().toString(projectsFound)));
-    m_searchingLabel->show();
+    m_statusLine->showSearching(projectsFound);
+    if (m_fillTime == std::chrono::seconds(0)) {
+        m_fillTime = firstFillTime;
+        m_nextFill.setRemainingTime(m_fillTime);
+    }
+    if (!m_nextFill.hasExpired())
+        return;
+    m_fillTime = std::min(2 * m_fillTime, longestFillTime);
+    m_nextFill.setRemainingTime(m_fillTime);
+    request(ReloadScheduler::Reason::Refresh);
 }
 
 void ProjectsPane::endSearching() {
-    m_searchingLabel->hide();
+    m_fillTime = std::chrono::seconds(0);
+    m_statusLine->endSearching();
+}
+
+void ProjectsPane::showMissingFolders(const QStringList& folders) {
+    m_statusLine->showMissingFolders(folders);
 }
 
 void ProjectsPane::request(ReloadScheduler::Reason reason) {
@@ -228,9 +232,9 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
 
 void ProjectsPane::showStatus() {
     // Both at once: the term may look like a placeholder.
-    m_status =
-        tr("%1 (%3 found)").arg(m_filter.description(m_search->term()), QString::number(m_model->rowCount()));
-    m_statusLabel->setText(m_status);
+    m_statusLine->setStatus(
+        tr("%1 (%3 found)")
+            .arg(m_filter.description(m_search->term()), QString::number(m_model->rowCount())));
 }
 
 void ProjectsPane::showRowsOrReason() {
@@ -261,6 +265,7 @@ void ProjectsPane::showCatalogue(bool isEmpty) {
 }
 
 void ProjectsPane::showUnreadable() {
+    m_statusLine->setStatus(tr("The projects could not be loaded."));
     if (m_model->rowCount() > 0)
         return;
     m_emptyState->present(EmptyState::Reason::Unreadable, QDir::toNativeSeparators(Logging::Log::filepath()));

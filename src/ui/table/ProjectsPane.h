@@ -2,16 +2,19 @@
 
 #include "ui/table/ReloadScheduler.h"
 
+#include <QDeadlineTimer>
 #include <QWidget>
+
+#include <chrono>
 
 class CatalogueCheck;
 class ColumnWidths;
 class CurrentFilter;
-class ElidedLabel;
 class EmptyState;
 class HeaderSorting;
 class KeyEventTableView;
 class ProjectsTableModel;
+class StatusLine;
 class TableSearch;
 class QHBoxLayout;
 class QStackedLayout;
@@ -60,10 +63,11 @@ public:
     /// Shows it in the place of the status; an empty one brings the status back.
     void showTip(const QString& tip);
 
-    /// Says in the status line that the folders are being looked through, and how many projects that came
-    /// across.
+    /// The folders are being looked through: says so, and shows now and then what has come of it.
     void showSearching(int projectsFound);
     void endSearching();
+    /// Says which of the watched folders are not there.
+    void showMissingFolders(const QStringList& folders);
     /// Not by a focus proxy, for which the Tab key would leave out the search field.
     void focusProjects();
     void focusSearch();
@@ -99,8 +103,7 @@ private:
     SearchField* m_searchEdit;
     KeyEventTableView* m_table;
     EmptyState* m_emptyState;
-    ElidedLabel* m_statusLabel;
-    ElidedLabel* m_searchingLabel;
+    StatusLine* m_statusLine;
     QWidget* m_tablePage = nullptr;
     QStackedLayout* m_pages = nullptr;
     QHBoxLayout* m_top = nullptr;
@@ -111,7 +114,8 @@ private:
     HeaderSorting* m_sorting;
     ColumnWidths* m_columns;
     SelectionKeeper* m_selection;
-    QString m_status;
+    QDeadlineTimer m_nextFill;          ///< when what a search has found is shown next
+    std::chrono::seconds m_fillTime{0}; ///< 0 while there is no search
     bool m_lookingForProjects = false;
     bool m_hasLoaded = false;
 };

@@ -5,9 +5,13 @@
 #include "ui/table/ProgressBar.h"
 #include "ui/table/StarEditor.h"
 #include "ui/table/StarRating.h"
+#include "ui/widgets/ElidedTip.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace {
 
@@ -62,6 +66,21 @@ void StarDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->displayAlignment = cellAlignment(index.data(Qt::DisplayRole));
     // Whole rows are selected: a frame around one cell of them would say nothing.
     option->state &= ~QStyle::State_HasFocus;
+}
+
+bool StarDelegate::helpEvent(
+    QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+    const QModelIndex& index) {
+    const QVariant value = index.data(Qt::DisplayRole);
+    if (event->type() != QEvent::ToolTip || value.canConvert<StarRating>() || value.canConvert<BoolDot>())
+        return false;
+    if (value.canConvert<ProgressBar>()) {
+        QToolTip::showText(event->globalPos(), value.toString(), view->viewport(), option.rect);
+        return true;
+    }
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    return showElidedTip(*event, *view, item);
 }
 
 QWidget* StarDelegate::createEditor(

@@ -1,7 +1,9 @@
 #include "ui/widgets/ElidedLabel.h"
 
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
 
 ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
@@ -15,6 +17,16 @@ void ElidedLabel::setElideMode(Qt::TextElideMode mode) {
 
 QSize ElidedLabel::minimumSizeHint() const {
     return QSize(fontMetrics().averageCharWidth(), fontMetrics().height()).grownBy(contentsMargins());
+}
+
+bool ElidedLabel::event(QEvent* event) {
+    const bool isElided = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+    if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || !isElided)
+        return QLabel::event(event);
+    QToolTip::showText(
+        static_cast<QHelpEvent*>(event)->globalPos(), QStringLiteral("<p>%1</p>").arg(text().toHtmlEscaped()),
+        this);
+    return true;
 }
 
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {

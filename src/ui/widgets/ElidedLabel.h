@@ -3,7 +3,8 @@
 #include <QLabel>
 
 /// A line of plain text with an ellipsis, at its end unless it is told otherwise, where it does not fit, so
-/// that a long one never widens its window.
+/// that a long one never widens its window. Its tool tip, unless it is given another, is then the whole of
+/// it.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 
@@ -15,6 +16,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

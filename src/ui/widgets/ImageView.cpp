@@ -24,13 +24,14 @@ ImageView::ImageView(QWidget* parent) : QWidget(parent) {
     setSizePolicy(policy);
     setMinimumSize(smallestSize);
     setAccessibleName(tr("Project picture"));
-    setAccessibleDescription(tr("No picture"));
+    clear();
 }
 
-void ImageView::setImage(const QImage& image) {
+void ImageView::setImage(const QImage& image, const QString& reason) {
     m_image = image;
+    m_reason = reason.isEmpty() ? tr("No picture") : reason;
     m_scaled = {};
-    setAccessibleDescription(hasImage() ? QString() : tr("No picture"));
+    setAccessibleDescription(hasImage() ? QString() : m_reason);
     update();
 }
 
@@ -100,5 +101,5 @@ void ImageView::drawPlaceholder(QPainter& painter) const {
     const QPointF corner((width() - emblem.width()) / 2.0, column.top());
     TracksEmblem::draw(painter, QRectF(corner, emblem), palette(), false);
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(column, Qt::AlignHCenter | Qt::AlignBottom, tr("No picture"));
+    painter.drawText(column, Qt::AlignHCenter | Qt::AlignBottom, m_reason);
 }

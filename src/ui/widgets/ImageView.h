@@ -12,8 +12,9 @@ class ImageView : public QWidget {
 public:
     explicit ImageView(QWidget* parent = nullptr);
 
-    /// A null image is the same as clear(). Pictures smaller than the view are shown in their own size.
-    void setImage(const QImage& image);
+    /// Without an image, reason says why there is none. Pictures smaller than the view are shown in their own
+    /// size.
+    void setImage(const QImage& image, const QString& reason = {});
     void clear();
 
     bool hasImage() const { return !m_image.isNull(); }
@@ -34,5 +35,6 @@ private:
     void drawPlaceholder(QPainter& painter) const;
 
     QImage m_image;
+    QString m_reason;
     QPixmap m_scaled;
 };

@@ -1,0 +1,76 @@
+#include "ui/table/StatusLine.h"
+
+#include "ui/widgets/ElidedLabel.h"
+
+#include <QHBoxLayout>
+#include <QLocale>
+
+namespace {
+
+constexpr int sideMargin = 16;
+constexpr int lineMargin = 8;
+
+} // namespace
+
+StatusLine::StatusLine(QWidget* parent)
+    : QWidget(parent),
+      m_statusLabel(new ElidedLabel(this)),
+      m_noticeLabel(new ElidedLabel(this)) {
+    m_statusLabel->setObjectName(QStringLiteral("statusLabel"));
+    m_noticeLabel->setObjectName(QStringLiteral("noticeLabel"));
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    for (auto* label : {m_statusLabel, m_noticeLabel}) {
+        label->setForegroundRole(QPalette::PlaceholderText);
+        label->setContentsMargins(sideMargin, lineMargin, sideMargin, lineMargin);
+        layout->addWidget(label, 1);
+    }
+    m_noticeLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_noticeLabel->hide();
+    setStatus(tr("Status: "));
+}
+
+void StatusLine::setStatus(const QString& status) {
+    m_status = status;
+    m_statusLabel->setText(status);
+}
+
+void StatusLine::showTip(const QString& tip) {
+    m_statusLabel->setText(tip.isEmpty() ? m_status : tip);
+}
+
+void StatusLine::showSearching(int projectsFound) {
+    m_projectsFound = projectsFound;
+    showNotice();
+}
+
+void StatusLine::endSearching() {
+    m_projectsFound.reset();
+    showNotice();
+}
+
+void StatusLine::showMissingFolders(const QStringList& folders) {
+    m_missingFolders = folders;
+    showNotice();
+}
+
+void StatusLine::showNotice() {
+    QString notice;
+    QString tip;
+    if (m_projectsFound) {
+        notice = tr("Looking for projects… %1 found").arg(locale().toString(*m_projectsFound));
+    } else if (!m_missingFolders.isEmpty()) {
+        const QString folders = m_missingFolders.join(QStringLiteral(", "));
+        notice = m_missingFolders.size() == 1 ? tr("Folder not available: %1").arg(folders)
+                                              : tr("Folders not available: %1").arg(folders);
+        tip = QStringLiteral("<p>%1</p><p>%2</p>")
+                  .arg(
+                      notice.toHtmlEscaped(),
+                      tr("Stemhaven keeps all it knows of the projects in there, and follows them again as "
+                         "soon as it can read the folder."));
+    }
+    m_noticeLabel->setText(notice);
+    m_noticeLabel->setToolTip(tip);
+    m_noticeLabel->setVisible(!notice.isEmpty());
+}
