@@ -60,7 +60,7 @@ TEST(EventCoalescer, CarriesWhatWasWaitingAlongWithAMovedFolder) {
     coalescer.add("/a/s.logicx/Resources/x", 0, FileEvent::ItemModified);
     coalescer.add("/a/s.logicx", 3, FileEvent::ItemRenamed);
     coalescer.add("/ab/s.logicx", 4, FileEvent::ItemModified);
-    coalescer.carry("/a", "/b");
+    coalescer.carry("/a", "/b", 1);
 
     const auto batch = coalescer.take();
     ASSERT_EQ(batch.size(), 4);

@@ -30,17 +30,18 @@ void EventCoalescer::add(const std::string& path, std::uint64_t fileID, std::uin
     waiting.eventID = m_eventClock.next();
 }
 
-void EventCoalescer::carry(const std::string& from, const std::string& to) {
+void EventCoalescer::carry(const std::string& from, const std::string& to, std::uint64_t fileID) {
     constexpr std::uint32_t carried = FileEvent::ItemCreated | FileEvent::ItemModified;
 
     std::vector<std::pair<Key, std::uint32_t>> moved;
     for (auto it = m_waiting.lower_bound({from, 0}); it != m_waiting.end(); ++it) {
-        const auto& [path, fileID] = it->first;
+        const auto& [path, id] = it->first;
         if (!path.starts_with(from))
             break;
         // A folder that was removed and made again leaves a path and several inodes behind.
-        if (isAtOrBelow(path, from) && (it->second.flags & carried) != 0)
-            moved.push_back({{to + path.substr(from.size()), fileID}, it->second.flags & carried});
+        const bool isOther = path == from && id != fileID;
+        if (isAtOrBelow(path, from) && !isOther && (it->second.flags & carried) != 0)
+            moved.push_back({{to + path.substr(from.size()), id}, it->second.flags & carried});
     }
     for (const auto& [key, flags] : moved)
         add(key.first, key.second, flags);

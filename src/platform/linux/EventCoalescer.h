@@ -25,9 +25,9 @@ public:
     /// fileID of 0 stands for whatever file is at path.
     void add(const std::string& path, std::uint64_t fileID, std::uint32_t flags);
 
-    /// A folder was moved: what is waiting to be told about it or about something below holds at its new
-    /// path as well, since nothing is found at the old one any more.
-    void carry(const std::string& from, const std::string& to);
+    /// The folder with this inode was moved: what is waiting to be told about it or about something below
+    /// holds at its new path as well, since nothing is found at the old one any more.
+    void carry(const std::string& from, const std::string& to, std::uint64_t fileID);
 
     /// Nothing while nothing is waiting.
     std::optional<Clock::time_point> due() const;

@@ -6,6 +6,8 @@
 
 #include <sys/inotify.h>
 
+#include <algorithm>
+
 namespace Stemhaven {
 
 namespace {
@@ -41,13 +43,20 @@ bool EventTranslator::handle(const RawEvent& event) {
     }
     const std::string folder = *entry.path;
     const unsigned purposes = entry.watch->purposes;
+    if (WatchTable::isDetached(folder) && !event.name.empty()) {
+        // Where it turns up, all that is in it is looked at.
+        if ((purposes & WatchBundlePart) != 0 && flagsOf(event) != 0)
+            entry.watch->isTouched = true;
+        m_tools.table.takeFormer(entryOf(folder, event.name));
+        return true;
+    }
     if (event.name.empty()) {
         handleSelf(event, folder, purposes);
         return true;
     }
     const std::string path = entryOf(folder, event.name);
     if ((purposes & WatchBundlePart) != 0)
-        handleInBundle(event, path, purposes);
+        handleInBundle(event, folder, purposes);
     else if ((purposes & WatchFolder) != 0)
         handleInTree(event, path);
     else if ((purposes & (WatchAncestor | WatchStrayFolder)) != 0)
@@ -58,37 +67,34 @@ bool EventTranslator::handle(const RawEvent& event) {
 }
 
 void EventTranslator::handleSelf(const RawEvent& event, const std::string& folder, unsigned purposes) {
+    const auto fileID = m_tools.table.fileIDOf(folder);
     const bool isGone = (event.mask & IN_IGNORED) != 0;
     if (isGone)
         m_tools.table.forget(event.watch);
     if ((purposes & (WatchRootPath | WatchForRoot)) == 0)
         return;
     if ((event.mask & IN_MOVE_SELF) != 0) {
-        // The table has followed a move within what is watched; after any other, this watch and those below
-        // are on folders that are elsewhere.
-        const auto entry = m_tools.table.find(folder);
-        if (entry && FolderIdentity::of(folder, true).inode != entry.watch->fileID)
-            m_tools.watcher.release(folder);
-        m_tools.roots.checkMoved(folder);
+        const std::string place = m_tools.table.seenAt(folder);
+        if (FolderIdentity::of(folder, true).inode != fileID && !WatchTable::isDetached(folder))
+            m_tools.table.detach(folder);
+        m_tools.roots.checkMoved(place, fileID);
     } else if (isGone || (event.mask & (IN_DELETE_SELF | IN_UNMOUNT)) != 0) {
         m_tools.roots.check();
     }
 }
 
-void EventTranslator::handleInBundle(const RawEvent& event, const std::string& path, unsigned purposes) {
-    if (isFolder(event) && (event.mask & (IN_DELETE | IN_MOVED_FROM)) != 0)
-        m_tools.watcher.release(path);
-    if (isFolder(event) && (event.mask & (IN_CREATE | IN_MOVED_TO)) != 0) {
-        if ((purposes & WatchBundle) != 0 && event.name == BundleParts::resources)
-            m_tools.watcher.watch(path, WatchResources);
-        else if ((purposes & WatchBundle) != 0 && event.name == BundleParts::alternatives)
-            m_tools.watcher.watchAlternatives(path);
-        else if ((purposes & WatchAlternatives) != 0)
-            m_tools.watcher.watch(path, WatchAlternative);
+void EventTranslator::handleInBundle(const RawEvent& event, const std::string& folder, unsigned purposes) {
+    constexpr std::uint32_t names = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
+
+    if (isFolder(event) && (event.mask & names) != 0 && (purposes & (WatchBundle | WatchAlternatives)) != 0) {
+        const std::string bundle = (purposes & WatchBundle) != 0 ? folder : std::string(parentOf(folder));
+        // When another one has taken its place, the events of both are still to come.
+        if (FolderIdentity::of(bundle).inode == m_tools.table.fileIDOf(bundle))
+            follow(bundle);
     }
     // A save replaces a file by another each time: for what it does to the bundle they are the same.
     if (const std::uint32_t flags = flagsOf(event))
-        m_tools.events.add(path, 0, flags);
+        m_tools.events.add(entryOf(folder, event.name), 0, flags);
 }
 
 void EventTranslator::handleInTree(const RawEvent& event, const std::string& path) {
@@ -98,26 +104,26 @@ void EventTranslator::handleInTree(const RawEvent& event, const std::string& pat
     if (!isOfInterest)
         return;
     if ((event.mask & IN_CREATE) != 0)
-        appear(path, isFolder(event), FileEvent::ItemCreated);
+        arrive(path, isFolder(event), FileEvent::ItemCreated);
     else if ((event.mask & IN_DELETE) != 0)
         disappear(path);
     else if ((event.mask & IN_MOVED_FROM) != 0)
         depart(path, event.cookie);
     else if ((event.mask & IN_MOVED_TO) != 0) {
         if (const auto old = m_moves.complete(event.cookie))
-            arrive(path, isFolder(event), *old);
+            arriveFrom(*old, path, isFolder(event));
         else
-            appear(path, isFolder(event), FileEvent::ItemRenamed | FileEvent::ItemCreated);
+            arrive(path, isFolder(event), FileEvent::ItemRenamed | FileEvent::ItemCreated);
     } else if ((event.mask & IN_ATTRIB) != 0 && isFolder(event) && !m_tools.table.find(path)) {
         // It could not be watched before. If it can now, it is as good as new.
-        appear(path, true, FileEvent::ItemCreated);
+        arrive(path, true, FileEvent::ItemCreated);
     }
 }
 
 void EventTranslator::handleInAncestor(const RawEvent& event, const std::string& path) {
     if ((event.mask & IN_MOVED_TO) != 0) {
         if (const auto old = m_moves.complete(event.cookie))
-            leaveTree(path, *old);
+            leaveTree(*old, path);
         m_tools.roots.checkAt(path);
     } else if ((event.mask & IN_CREATE) != 0) {
         m_tools.roots.checkAt(path);
@@ -130,104 +136,135 @@ void EventTranslator::handleInAncestor(const RawEvent& event, const std::string&
     }
 }
 
-void EventTranslator::appear(const std::string& path, bool isFolder, std::uint32_t flags) {
-    // Watched first: what is written into it from here on is told, and what was there before is seen below.
-    if (isFolder) {
-        m_tools.watcher.watchTree(path, [this](const std::string& bundle, std::uint64_t fileID, bool) {
-            m_tools.events.add(bundle, fileID, FileEvent::ItemCreated);
-        });
-    }
-    m_tools.events.add(path, m_tools.table.fileIDOf(path), flags);
+/// Something came to path that was not in sight before.
+void EventTranslator::arrive(const std::string& path, bool isFolder, std::uint32_t flags) {
+    const bool isNew = !isFolder || follow(path);
+    // What is there now may be another one than came.
+    m_tools.events.add(path, isNew ? m_tools.table.fileIDOf(path) : 0, flags);
     m_tools.roots.checkAt(path);
 }
 
+void EventTranslator::arriveFrom(const PendingMoves::OldHalf& old, const std::string& path, bool isFolder) {
+    if (isFolder)
+        follow(path);
+    const auto fileID = m_tools.table.fileIDOf(path);
+    if (fileID == 0 || (old.fileID != 0 && old.fileID != fileID)) {
+        // It has gone on already, or cannot be watched.
+        const bool isNew = old.fileID == 0 || changesKind(old.path, path);
+        addRenamed(path, old.fileID, old.watch, isNew ? FileEvent::ItemCreated : 0U);
+        m_tools.table.noteFormer(path, {old.fileID, old.watch});
+    }
+    // The last word on a path is of what is there.
+    if (fileID != 0)
+        m_tools.events.add(path, fileID, FileEvent::ItemRenamed);
+    m_tools.roots.checkAt(path);
+}
+
+/// To a folder of which only the names are watched.
+void EventTranslator::leaveTree(const PendingMoves::OldHalf& old, const std::string& path) {
+    if (old.isAncestor)
+        m_tools.watcher.watch(path, WatchAncestor);
+    if (m_tools.names.isBundle(path))
+        arriveFrom(old, path, true);
+    else
+        m_tools.events.add(path, old.fileID, FileEvent::ItemRenamed);
+}
+
 void EventTranslator::disappear(const std::string& path) {
-    m_tools.events.add(path, m_tools.table.fileIDOf(path), FileEvent::ItemRemoved);
-    // What was made in its place meanwhile may be watched already.
-    const auto entry = m_tools.table.find(path);
-    if (entry && FolderIdentity::of(path).inode != entry.watch->fileID)
-        m_tools.watcher.release(path);
+    const auto [fileID, watch] = leave(path);
+    // What has been found elsewhere is not what was deleted.
+    const auto entry = m_tools.table.find(watch);
+    const bool isElsewhere = entry && !WatchTable::isDetached(*entry.path);
+    m_tools.events.add(path, isElsewhere && *entry.path != path ? 0 : fileID, FileEvent::ItemRemoved);
     m_tools.roots.checkAt(path);
 }
 
 void EventTranslator::depart(const std::string& path, std::uint32_t cookie) {
     const auto entry = m_tools.table.find(path);
-    PendingMoves::OldHalf half{path, m_tools.table.fileIDOf(path), entry ? entry.watch->descriptor : -1};
-    m_tools.events.add(path, half.fileID, FileEvent::ItemRenamed);
-    m_moves.begin(cookie, std::move(half));
+    const bool isAncestor = entry && (entry.watch->purposes & WatchAncestor) != 0;
+    const auto [fileID, watch] = leave(path);
+    addRenamed(path, fileID, watch);
+    m_moves.begin(cookie, {path, fileID, watch, isAncestor});
+    if (m_tools.roots.hasAtOrBelow(path))
+        m_tools.roots.checkMoved(path, fileID);
 }
 
-void EventTranslator::arrive(const std::string& path, bool isFolder, const PendingMoves::OldHalf& old) {
-    const auto rootsBelow = m_tools.roots.leave(old.path);
-    if (!follows(old, path)) {
-        releaseOld(old);
-        if (m_tools.names.isBundle(path) != m_tools.names.isBundle(old.path))
-            m_tools.watcher.release(path);
-        appear(path, isFolder, FileEvent::ItemRenamed | FileEvent::ItemCreated);
-        return;
-    }
-    // An empty folder may have been replaced.
-    m_tools.watcher.release(path);
-    m_tools.table.move(old.path, path);
-    m_tools.events.carry(old.path, path);
-    m_tools.events.add(path, old.fileID, FileEvent::ItemRenamed);
-    watchMoved(path);
-    // Leaving its place, a project elsewhere has lost its watches.
-    for (const auto& root : rootsBelow) {
-        if (m_tools.names.isBundle(root))
-            m_tools.watcher.watchBundle(path + root.substr(old.path.size()));
-    }
-    m_tools.roots.checkAt(path);
-}
-
-void EventTranslator::leaveTree(const std::string& path, const PendingMoves::OldHalf& old) {
-    const auto entry = m_tools.table.find(old.path);
-    const bool staysWatched =
-        m_tools.names.isBundle(path) || (entry && (entry.watch->purposes & WatchAncestor) != 0);
-    if (staysWatched) {
-        arrive(path, true, old);
-        return;
-    }
-    m_tools.roots.leave(old.path);
-    releaseOld(old);
-    m_tools.events.add(path, old.fileID, FileEvent::ItemRenamed);
-}
-
-/// Whether the watch of the old half is on the folder that is now at path, for the same purpose as before.
-/// Two moves that swap folders, or a move and a folder made in its place, show only on the disk.
-bool EventTranslator::follows(const PendingMoves::OldHalf& old, const std::string& path) {
-    const auto entry = m_tools.table.find(old.path);
-    if (!entry || entry.watch->descriptor != old.watch)
-        return false;
-    if (m_tools.names.isBundle(path) != m_tools.names.isBundle(old.path))
-        return false;
-    const auto there = FolderIdentity::of(path);
-    return !there || there.inode == old.fileID;
-}
-
-void EventTranslator::releaseOld(const PendingMoves::OldHalf& old) {
-    const auto entry = m_tools.table.find(old.path);
-    if (entry && entry.watch->descriptor == old.watch && FolderIdentity::of(old.path).inode != old.fileID)
-        m_tools.watcher.release(old.path);
-}
-
-/// While its watches were being set the folder may already have been on its way, so that some are missing or
-/// are on what took its place.
-void EventTranslator::watchMoved(const std::string& path) {
+/// What was at path until now.
+WatchTable::Former EventTranslator::leave(const std::string& path) {
+    // What the table has there may be what came after it, and may be gone as well.
+    const auto former = m_tools.table.takeFormer(path);
     const auto entry = m_tools.table.find(path);
-    if (!entry || (entry.watch->purposes & (WatchFolder | WatchBundle)) == 0)
-        return;
-    m_tools.watcher.watchTree(path, [this](const std::string& bundle, std::uint64_t fileID, bool wasKnown) {
-        if (!wasKnown)
-            m_tools.events.add(bundle, fileID, FileEvent::ItemCreated);
-    });
+    WatchTable::Former last;
+    if (entry)
+        last = {entry.watch->fileID, entry.watch->descriptor};
+    if (FolderIdentity::of(path).inode != last.fileID)
+        m_tools.table.detach(path);
+    if (former)
+        return *former;
+    m_tools.table.takeFormer(path);
+    return last;
+}
+
+/// One half of a move. When the folder has been found farther on already, that stays the last word.
+void EventTranslator::addRenamed(
+    const std::string& path, std::uint64_t fileID, int watch, std::uint32_t flags) {
+    m_tools.events.add(path, fileID, FileEvent::ItemRenamed | flags);
+    const auto entry = m_tools.table.find(watch);
+    if (entry && !WatchTable::isDetached(*entry.path))
+        m_tools.events.add(*entry.path, fileID, FileEvent::ItemRenamed);
+}
+
+bool EventTranslator::follow(const std::string& path) {
+    using Arrival = TreeWatcher::Arrival;
+
+    // Until it turns up.
+    bool isNew = true;
+    bool isBack = false;
+    m_tools.watcher.watchTree(
+        path, [&](const std::string& place, std::uint64_t fileID, const Arrival& arrival) {
+            found(place, fileID, arrival);
+            if (place == path) {
+                // It was seen to leave, but not to come here.
+                isBack = arrival.kind == Arrival::Moved && m_moves.isPending(fileID);
+                isNew = isBack || arrival.kind == Arrival::New;
+            }
+            if (isBack && m_tools.names.isBundle(place))
+                m_tools.events.add(place, fileID, FileEvent::ItemCreated);
+        });
+    return isNew;
+}
+
+void EventTranslator::found(
+    const std::string& path, std::uint64_t fileID, const TreeWatcher::Arrival& arrival) {
+    bool isNew = arrival.kind == TreeWatcher::Arrival::New;
+    if (arrival.kind == TreeWatcher::Arrival::Moved) {
+        m_tools.events.add(arrival.from, fileID, FileEvent::ItemRenamed);
+        m_tools.events.carry(arrival.from, path, fileID);
+        m_tools.events.add(path, fileID, FileEvent::ItemRenamed);
+        for (const auto& place : m_tools.table.takeTouched(path))
+            m_tools.events.add(place, m_tools.table.fileIDOf(place), FileEvent::ItemModified);
+        isNew = changesKind(arrival.from, path);
+    }
+    if (isNew && m_tools.names.isBundle(path))
+        m_tools.events.add(path, fileID, FileEvent::ItemCreated);
+}
+
+bool EventTranslator::changesKind(const std::string& from, const std::string& to) const {
+    return m_tools.names.isBundle(from) != m_tools.names.isBundle(to);
 }
 
 void EventTranslator::settleMoves() {
-    for (const auto& old : m_moves.takeExpired(PendingMoves::Clock::now())) {
-        m_tools.roots.leave(old.path);
-        releaseOld(old);
-    }
+    m_moves.forgetExpired();
+    m_tools.watcher.releaseGone(PendingMoves::patience);
+}
+
+std::optional<PendingMoves::Clock::time_point> EventTranslator::nextSettling() const {
+    const auto moves = m_moves.nextExpiry();
+    const auto oldest = m_tools.table.oldestDetached();
+    if (!oldest)
+        return moves;
+    const auto gone = *oldest + PendingMoves::patience;
+    return moves ? std::min(*moves, gone) : gone;
 }
 
 } // namespace Stemhaven

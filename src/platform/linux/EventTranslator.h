@@ -32,24 +32,27 @@ public:
     /// Takes the old halves of moves that wait for too long as moved out of sight.
     void settleMoves();
 
-    std::optional<PendingMoves::Clock::time_point> nextSettling() const { return m_moves.nextExpiry(); }
+    std::optional<PendingMoves::Clock::time_point> nextSettling() const;
 
     void forgetMoves() { m_moves.clear(); }
 
 private:
     void handleSelf(const RawEvent& event, const std::string& folder, unsigned purposes);
-    void handleInBundle(const RawEvent& event, const std::string& path, unsigned purposes);
+    void handleInBundle(const RawEvent& event, const std::string& folder, unsigned purposes);
     void handleInTree(const RawEvent& event, const std::string& path);
     void handleInAncestor(const RawEvent& event, const std::string& path);
 
-    void appear(const std::string& path, bool isFolder, std::uint32_t flags);
+    void arrive(const std::string& path, bool isFolder, std::uint32_t flags);
+    void arriveFrom(const PendingMoves::OldHalf& old, const std::string& path, bool isFolder);
+    void leaveTree(const PendingMoves::OldHalf& old, const std::string& path);
     void disappear(const std::string& path);
     void depart(const std::string& path, std::uint32_t cookie);
-    void arrive(const std::string& path, bool isFolder, const PendingMoves::OldHalf& old);
-    void leaveTree(const std::string& path, const PendingMoves::OldHalf& old);
-    bool follows(const PendingMoves::OldHalf& old, const std::string& path);
-    void releaseOld(const PendingMoves::OldHalf& old);
-    void watchMoved(const std::string& path);
+    WatchTable::Former leave(const std::string& path);
+    void addRenamed(const std::string& path, std::uint64_t fileID, int watch, std::uint32_t flags = 0);
+    /// Returns whether the folder itself was not known before.
+    bool follow(const std::string& path);
+    void found(const std::string& path, std::uint64_t fileID, const TreeWatcher::Arrival& arrival);
+    bool changesKind(const std::string& from, const std::string& to) const;
 
     Tools m_tools;
     PendingMoves m_moves;

@@ -5,15 +5,6 @@
 
 namespace Stemhaven {
 
-using namespace std::chrono_literals;
-
-namespace {
-
-/// The system queues both halves in one go, but may be interrupted between them.
-constexpr auto patience = 100ms;
-
-} // namespace
-
 void PendingMoves::begin(std::uint32_t cookie, OldHalf half) {
     m_halves[cookie] = {std::move(half), Clock::now() + patience};
 }
@@ -25,17 +16,14 @@ std::optional<PendingMoves::OldHalf> PendingMoves::complete(std::uint32_t cookie
     return std::move(node.mapped().half);
 }
 
-std::vector<PendingMoves::OldHalf> PendingMoves::takeExpired(Clock::time_point now) {
-    std::vector<OldHalf> expired;
-    for (auto it = m_halves.begin(); it != m_halves.end();) {
-        if (it->second.expiry > now) {
-            ++it;
-            continue;
-        }
-        expired.push_back(std::move(it->second.half));
-        it = m_halves.erase(it);
-    }
-    return expired;
+void PendingMoves::forgetExpired() {
+    std::erase_if(m_halves, [now = Clock::now()](const auto& half) { return half.second.expiry <= now; });
+}
+
+bool PendingMoves::isPending(std::uint64_t fileID) const {
+    return std::any_of(m_halves.begin(), m_halves.end(), [fileID](const auto& half) {
+        return half.second.half.fileID == fileID;
+    });
 }
 
 std::optional<PendingMoves::Clock::time_point> PendingMoves::nextExpiry() const {

@@ -90,14 +90,17 @@ void RootSet::establish(Root& root, const WasMissed& wasMissed) {
 
 void RootSet::beginWatching(Root& root, const WasMissed& wasMissed) {
     m_tools.watcher.watch(root.path, WatchRootPath);
-    m_tools.watcher.watchTree(root.path, [&](const std::string& bundle, std::uint64_t fileID, bool) {
-        if (wasMissed && wasMissed(bundle, BundleStamp::of(bundle)))
-            m_tools.events.add(bundle, fileID, FileEvent::ItemModified);
-    });
+    m_tools.watcher.watchTree(
+        root.path, [&](const std::string& bundle, std::uint64_t fileID, const TreeWatcher::Arrival&) {
+            if (m_tools.names.isBundle(bundle) && wasMissed && wasMissed(bundle, BundleStamp::of(bundle)))
+                m_tools.events.add(bundle, fileID, FileEvent::ItemModified);
+        });
     LoggedFolders::polled().remove(root.path);
     LoggedFolders::beyondLimit().remove(root.path);
-    // A root that cannot be read is as good as missing.
-    setState(root, m_tools.table.find(root.path) ? State::Watched : State::Missing);
+    // A root that cannot be read is as good as missing, and another one may have taken its place meanwhile.
+    const auto entry = m_tools.table.find(root.path);
+    const bool isWatched = entry && entry.watch->fileID == root.identity.inode;
+    setState(root, isWatched ? State::Watched : State::Missing);
 }
 
 void RootSet::beginPolling(Root& root, const WasMissed& wasMissed) {
@@ -113,26 +116,31 @@ bool RootSet::contains(const std::string& path) const {
     return std::any_of(m_roots.begin(), m_roots.end(), [&](const Root& root) { return root.path == path; });
 }
 
-void RootSet::check() {
-    checkMoved({});
+bool RootSet::hasAtOrBelow(const std::string& path) const {
+    return std::any_of(
+        m_roots.begin(), m_roots.end(), [&](const Root& root) { return isAtOrBelow(root.path, path); });
 }
 
-void RootSet::checkMoved(const std::string& path) {
+void RootSet::check() {
+    checkMoved({}, 0);
+}
+
+void RootSet::checkMoved(const std::string& path, std::uint64_t fileID) {
     for (auto& root : m_roots) {
-        if (root.state == State::Watched && FolderIdentity::of(root.path, true) != root.identity)
-            lose(root, root.path == path ? FileEvent::ItemRenamed : 0U);
-    }
-    for (auto& root : m_roots) {
-        if (root.state == State::Missing && !root.poller && FolderIdentity::of(root.path, true))
-            comeBack(root);
+        if (root.state != State::Watched)
+            continue;
+        const bool isElsewhere = FolderIdentity::of(root.path, true) != root.identity;
+        const bool isItself = root.identity.inode == fileID;
+        // While it was away, what was looked for there was not found, neither by us nor by those we told.
+        const bool hasBeenAway = isItself || (!path.empty() && isAtOrBelow(root.path, path));
+        if (isElsewhere || hasBeenAway || m_tools.table.fileIDOf(root.path) != root.identity.inode)
+            lose(root, isElsewhere && isItself ? FileEvent::ItemRenamed : 0U);
     }
     lookOut();
 }
 
 void RootSet::checkAt(const std::string& path) {
-    const bool concernsRoot = std::any_of(
-        m_roots.begin(), m_roots.end(), [&](const Root& root) { return isAtOrBelow(root.path, path); });
-    if (concernsRoot)
+    if (hasAtOrBelow(path))
         check();
 }
 
@@ -157,21 +165,8 @@ void RootSet::checkMounts() {
     lookOut();
 }
 
-std::vector<std::string> RootSet::leave(const std::string& folder) {
-    std::vector<std::string> left;
-    for (auto& root : m_roots) {
-        if (root.state != State::Watched || !isAtOrBelow(root.path, folder))
-            continue;
-        lose(root, root.path == folder ? FileEvent::ItemRenamed : 0U);
-        left.push_back(root.path);
-    }
-    if (!left.empty())
-        lookOut();
-    return left;
-}
-
 void RootSet::lose(Root& root, std::uint32_t flags) {
-    m_tools.watcher.release(root.path);
+    m_tools.table.detach(root.path);
     setState(root, State::Missing);
     root.lostAt = m_tools.clock.wallTime();
     search(root, flags);
@@ -240,8 +235,13 @@ void RootSet::lookOut() {
         if (root.state != State::Missing || root.poller)
             continue;
         watchFor(root, lookouts);
-        if (FolderIdentity::of(root.path, true))
+        FolderIdentity before;
+        for (auto identity = FolderIdentity::of(root.path, true);
+             root.state == State::Missing && identity && identity != before;
+             identity = FolderIdentity::of(root.path, true)) {
+            before = identity;
             comeBack(root);
+        }
     }
     for (const auto& folder : m_lookouts) {
         if (!lookouts.contains(folder))

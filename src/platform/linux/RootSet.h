@@ -50,19 +50,18 @@ public:
     void begin(std::optional<std::uint64_t> since);
 
     bool contains(const std::string& path) const;
+    /// Whether one is at path or below.
+    bool hasAtOrBelow(const std::string& path) const;
 
     /// Something happened to a root or to a folder above one: finds out what.
     void check();
-    /// The same after the folder at this path was itself moved.
-    void checkMoved(const std::string& path);
+    /// The same after the folder that was at this path was itself moved, perhaps forth and back.
+    void checkMoved(const std::string& path, std::uint64_t fileID);
     /// The same after something came to path or went away, which matters only if a root is there or below.
     void checkAt(const std::string& path);
 
     /// Something was mounted or unmounted.
     void checkMounts();
-
-    /// The folder was moved away, so the roots at or below it are missing: these are returned.
-    std::vector<std::string> leave(const std::string& folder);
 
     /// The system gave no more watches for this path: its root is polled from now on, and what was changed
     /// since then is reported.

@@ -53,36 +53,39 @@ void TreeWatcher::use(InotifyDescriptor& descriptor) {
     m_table.clear();
 }
 
-bool TreeWatcher::watch(const std::string& folder, unsigned purpose) {
+std::optional<TreeWatcher::Arrival> TreeWatcher::watch(const std::string& folder, unsigned purpose) {
     const auto known = m_table.find(folder);
-    const unsigned purposes = purpose | (known ? known.watch->purposes : 0);
+    const unsigned purposes = purpose | (known ? known.watch->purposes & ~WatchInTree : 0);
     const bool needsID = (purpose & ~partsWithoutID) != 0;
     const bool followLink = (maskFor(purposes) & IN_DONT_FOLLOW) == 0;
     const auto identity = needsID ? FolderIdentity::of(folder, followLink) : FolderIdentity{};
-    const int descriptor = m_descriptor->add(folder, maskFor(purposes));
-    if (descriptor < 0)
-        return refuse(folder, errno);
+    // The folder may be watched at another path and for more than this.
+    const int descriptor = m_descriptor->add(folder, maskFor(purposes) | IN_MASK_ADD);
+    if (descriptor < 0) {
+        refuse(folder, errno);
+        return std::nullopt;
+    }
     LoggedFolders::unreadable().remove(folder);
     if (needsID && FolderIdentity::of(folder, followLink) != identity) {
         // It is leaving in this very moment, and whether the watch is on it or on what takes its place is not
         // known. Events that are still to come say where each of them is.
-        if (!m_table.find(descriptor)) {
-            m_table.expectEventsOf(descriptor);
-            m_descriptor->remove(descriptor);
-        }
-        return false;
+        drop(descriptor);
+        return std::nullopt;
     }
-    if (!admit(folder, descriptor))
-        return false;
+    auto arrival = admit(folder, descriptor);
+    if (!arrival)
+        return std::nullopt;
 
-    const auto entry = m_table.find(folder);
-    if (entry)
-        entry.watch->purposes |= purpose;
-    else
-        m_table.put(folder, {descriptor, purposes, 0});
+    if (arrival->kind == Arrival::New)
+        m_table.put(folder, {descriptor, 0, 0});
+    auto& watch = *m_table.find(folder).watch;
+    if ((purpose & WatchInTree) != 0)
+        watch.purposes &= ~WatchInTree;
+    watch.purposes |= purposes;
+    watch.look = m_look;
     if (needsID)
-        m_table.find(folder).watch->fileID = identity.inode;
-    return true;
+        watch.fileID = identity.inode;
+    return arrival;
 }
 
 void TreeWatcher::unwatch(const std::string& folder, unsigned purpose) {
@@ -91,47 +94,70 @@ void TreeWatcher::unwatch(const std::string& folder, unsigned purpose) {
         return;
     entry.watch->purposes &= ~purpose;
     if (entry.watch->purposes != 0)
-        m_descriptor->add(folder, maskFor(entry.watch->purposes));
+        drop(m_descriptor->add(folder, maskFor(entry.watch->purposes)));
     else if (const auto descriptor = m_table.releaseOne(folder))
         m_descriptor->remove(*descriptor);
 }
 
-bool TreeWatcher::admit(const std::string& folder, int descriptor) {
+std::optional<TreeWatcher::Arrival> TreeWatcher::admit(const std::string& folder, int descriptor) {
     const auto atPath = m_table.find(folder);
-    if (atPath && atPath.watch->descriptor != descriptor)
-        release(folder);
+    if (atPath && atPath.watch->descriptor == descriptor)
+        return Arrival{Arrival::StillThere};
     const auto elsewhere = m_table.find(descriptor);
-    if (!elsewhere || *elsewhere.path == folder)
-        return true;
-    const std::string path = *elsewhere.path;
     // The folder can be reached at two paths, as through a bind mount: it stays where it was seen first.
-    if (FolderIdentity::of(path) == FolderIdentity::of(folder))
-        return false;
-    // It was moved, and its event is still to come.
+    if (elsewhere && !WatchTable::isDetached(*elsewhere.path) &&
+        FolderIdentity::of(*elsewhere.path) == FolderIdentity::of(folder))
+        return std::nullopt;
+    if (atPath || elsewhere)
+        m_table.detach(folder);
+    const auto before = m_table.find(descriptor);
+    if (!before)
+        return Arrival{};
+    // It was moved, and its event may be still to come.
+    const std::string path = *before.path;
+    Arrival arrival{Arrival::Moved, m_table.seenAt(path)};
+    m_table.noteFormer(path, {before.watch->fileID, descriptor});
     m_table.move(path, folder);
-    return true;
+    return arrival;
 }
 
-bool TreeWatcher::refuse(const std::string& folder, int error) {
+void TreeWatcher::drop(int descriptor) {
+    if (descriptor < 0 || m_table.find(descriptor))
+        return;
+    m_table.expectEventsOf(descriptor);
+    m_descriptor->remove(descriptor);
+}
+
+void TreeWatcher::refuse(const std::string& folder, int error) {
     if (error == ENOSPC)
         throw WatchLimitReached{folder};
     // Gone again, or not a folder: its events say so.
     if (error != ENOENT && error != ENOTDIR && error != ELOOP)
         logUnreadable(folder, error);
-    return false;
 }
 
-void TreeWatcher::watchTree(const std::string& top, const OnBundle& onBundle) {
+void TreeWatcher::watchTree(const std::string& top, const OnFound& onFound) {
+    ++m_look;
+    std::string cameFrom = top;
+    const auto note = [&](const std::string& path, const std::optional<Arrival>& arrival) {
+        if (!arrival)
+            return;
+        if (path == top && arrival->kind == Arrival::Moved)
+            cameFrom = arrival->from;
+        if (arrival->kind == Arrival::Moved || m_names.isBundle(path))
+            onFound(path, m_table.fileIDOf(path), *arrival);
+    };
     TreeWalk walk;
-    walk.enter = [this](const std::string& folder) {
-        return !m_stop && watch(folder, WatchFolder);
+    walk.enter = [&](const std::string& folder) {
+        if (m_stop)
+            return false;
+        const auto arrival = watch(folder, WatchFolder);
+        note(folder, arrival);
+        return arrival.has_value();
     };
     walk.onBundle = [&](const std::string& bundle) {
-        if (m_stop)
-            return;
-        const bool wasKnown = static_cast<bool>(m_table.find(bundle));
-        watchBundle(bundle);
-        onBundle(bundle, m_table.fileIDOf(bundle), wasKnown);
+        if (!m_stop)
+            note(bundle, watchBundle(bundle));
     };
     walk.onUnreadable = [this](const std::string& folder, int error) {
         logUnreadable(folder, error);
@@ -141,23 +167,32 @@ void TreeWatcher::watchTree(const std::string& top, const OnBundle& onBundle) {
         walk.onBundle(top);
     else
         walk.walk(top, m_names);
+    // While the table was not up to date, other things than these may have happened below the folder.
+    for (const auto& path : m_table.missedBy(m_look, top))
+        m_table.detach(path, cameFrom + path.substr(top.size()));
 }
 
-void TreeWatcher::watchBundle(const std::string& bundle) {
-    if (!watch(bundle, WatchBundle))
-        return;
+std::optional<TreeWatcher::Arrival> TreeWatcher::watchBundle(const std::string& bundle) {
+    auto arrival = watch(bundle, WatchBundle);
+    if (!arrival)
+        return arrival;
     watch(entryOf(bundle, BundleParts::resources), WatchResources);
-    watchAlternatives(entryOf(bundle, BundleParts::alternatives));
-}
-
-void TreeWatcher::watchAlternatives(const std::string& folder) {
-    if (!watch(folder, WatchAlternatives))
-        return;
-    readFolders(folder, [&](const std::string& name) { watch(entryOf(folder, name), WatchAlternative); });
+    const std::string alternatives = entryOf(bundle, BundleParts::alternatives);
+    if (watch(alternatives, WatchAlternatives)) {
+        readFolders(alternatives, [&](const std::string& name) {
+            watch(entryOf(alternatives, name), WatchAlternative);
+        });
+    }
+    return arrival;
 }
 
 void TreeWatcher::release(const std::string& path) {
     for (const int descriptor : m_table.release(path))
+        m_descriptor->remove(descriptor);
+}
+
+void TreeWatcher::releaseGone(WatchTable::Clock::duration patience) {
+    for (const int descriptor : m_table.takeGone(patience))
         m_descriptor->remove(descriptor);
 }
 

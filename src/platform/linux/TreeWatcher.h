@@ -7,7 +7,9 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace Stemhaven {
 
@@ -20,8 +22,17 @@ struct WatchLimitReached {
 /// record. A folder is watched before it is read, so that nothing appears in it unseen.
 class TreeWatcher {
 public:
-    /// Called for each bundle once it is watched, with whether it was watched before.
-    using OnBundle = std::function<void(const std::string& bundle, std::uint64_t fileID, bool wasKnown)>;
+    /// What was known of a folder that is now watched.
+    struct Arrival {
+        enum Kind { New, StillThere, Moved } kind = New;
+
+        /// Of what was moved: where it was seen last.
+        std::string from = {};
+    };
+
+    /// Called for each bundle once it is watched, and for each other folder that was moved.
+    using OnFound =
+        std::function<void(const std::string& path, std::uint64_t fileID, const Arrival& arrival)>;
 
     /// stop ends a long walk early.
     TreeWatcher(const BundleNames& names, WatchTable& table, const std::atomic<bool>& stop);
@@ -29,30 +40,35 @@ public:
     /// Where watches are set from now on. Those set before are gone.
     void use(InotifyDescriptor& descriptor);
 
-    /// Adds to what the folder is watched for already. False when it cannot be watched, which has been logged
-    /// if it means that something is missed.
-    bool watch(const std::string& folder, unsigned purpose);
+    /// Adds to what the folder is watched for already. Nothing when it cannot be watched, which has been
+    /// logged if it means that something is missed.
+    std::optional<Arrival> watch(const std::string& folder, unsigned purpose);
     void unwatch(const std::string& folder, unsigned purpose);
 
-    /// The folder and all below it, or a bundle.
-    void watchTree(const std::string& top, const OnBundle& onBundle);
-    void watchBundle(const std::string& bundle);
-    void watchAlternatives(const std::string& folder);
+    /// Makes the table agree with the disk for the folder and all below it, or for a bundle: what is there is
+    /// watched, what is not there any more is detached. Does the same whatever was in the table before.
+    void watchTree(const std::string& top, const OnFound& onFound);
 
     void release(const std::string& path);
+    /// What was detached and has not turned up for that long.
+    void releaseGone(WatchTable::Clock::duration patience);
 
     /// Logs, but each path once only until it can be watched.
     void logUnreadable(const std::string& folder, int error);
 
 private:
-    bool refuse(const std::string& folder, int error);
+    void refuse(const std::string& folder, int error);
     /// Makes room in the table for a watch that the system has just given.
-    bool admit(const std::string& folder, int descriptor);
+    std::optional<Arrival> admit(const std::string& folder, int descriptor);
+    std::optional<Arrival> watchBundle(const std::string& bundle);
+    /// For a watch that is not in the table.
+    void drop(int descriptor);
 
     const BundleNames& m_names;
     WatchTable& m_table;
     InotifyDescriptor* m_descriptor = nullptr;
     const std::atomic<bool>& m_stop;
+    unsigned m_look = 0;
 };
 
 } // namespace Stemhaven
