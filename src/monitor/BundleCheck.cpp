@@ -79,7 +79,7 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
     // The file system gives the number of a deleted bundle to the next new one, so the number alone proves
     // nothing.
     const auto isThisBundle = [&](const Record& record) {
-        if (record.path() == m_details.bundlePath())
+        if (record.path() == m_details.bundlePath() || isAlsoAt(record.path()))
             return true;
         if (!noteIsRead)
             note = loadStemhavenPlistDetails(m_details);
@@ -92,7 +92,7 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
         if (chosen != records.end()) {
             qDebug() << "Project modified. project id:" << chosen->id << " SUFID:" << m_details;
             logDuplicates(task, *chosen, records);
-            update(task, chosen->id);
+            update(task, chosen->id, isAlsoAt(chosen->path()) ? ProjectDetails(chosen->path()) : m_details);
             return;
         }
         // A bundle that has moved on by now left no note here to be read. It is checked at its new place.
@@ -103,6 +103,17 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
         else
             sufidInDoubt(task, records);
     });
+}
+
+/// Whether the bundle is found at that path as well, as when one root is a link to another. Its record keeps
+/// the path that it has then, or each look at one of the roots would move it there.
+bool BundleCheck::isAlsoAt(const QString& path) const {
+    // A name in other letters, on a disk that takes them for the same, is another name of the same place.
+    const auto folded = [](const QString& text) {
+        return text.normalized(QString::NormalizationForm_C).toCaseFolded();
+    };
+    return folded(path) != folded(m_details.bundlePath()) && m_callbacks.isSearched(path) &&
+        ProjectDetails(path).sufid == m_details.sufid;
 }
 
 /// The bundle is not where its record says and has no note, because the disk was full, say, or the bundle
@@ -116,7 +127,7 @@ void BundleCheck::sufidInDoubt(const TaskPointer& task, const QList<Record>& rec
             if (!query.next())
                 takeIdentityFrom(done, records);
             else if (const auto id = projectIdIn(query))
-                update(done, *id);
+                update(done, *id, m_details);
         });
 }
 
@@ -192,13 +203,13 @@ void BundleCheck::noteMatched(const TaskPointer& task, const Record& record, con
         qWarning()
             << "Since it is corrupted it is unusable. Replacing with newly found project with matching SFUID";
         qDebug() << "\t" << m_details;
-        update(task, record.id);
+        update(task, record.id, m_details);
     } else if (old.sufid.valid && old.sufid != m_details.sufid) {
         qDebug() << "Previous project found with matching SUFID with project_id: " << record.id;
         qDebug() << "Copy of project will be added as a new record.";
         insert(task);
     } else {
-        update(task, record.id);
+        update(task, record.id, m_details);
     }
 }
 
@@ -210,7 +221,7 @@ void BundleCheck::lookUpPath(const TaskPointer& task) {
                 insert(done);
             } else if (const auto id = projectIdIn(query)) {
                 qDebug() << "Found project_id match from Stemhaven.plist: " << *id;
-                update(done, *id);
+                update(done, *id, m_details);
             }
         });
 }
@@ -228,10 +239,10 @@ void BundleCheck::insert(const TaskPointer& task) {
     });
 }
 
-void BundleCheck::update(const TaskPointer& task, long long projectId) {
+void BundleCheck::update(const TaskPointer& task, long long projectId, const ProjectDetails& details) {
     skippingUnreadable("Skipping... Could not read project data for project: ", [&] {
         m_tasks.updateProject(
-            m_details, projectId, task,
+            details, projectId, task,
             [this, self = shared_from_this()](const TaskPointer&, long long) {
                 qDebug() << "Found moved/renamed project during search: " << m_details;
                 m_callbacks.written(m_details);

@@ -39,6 +39,8 @@ public:
         std::function<void(const ProjectDetails&)> databaseFailed;
         /// The check is over, and the database has not failed. On any thread.
         std::function<void()> ended;
+        /// Asked on the GUI thread: whether the path lies in a folder that is searched.
+        std::function<bool(const QString& path)> isSearched;
     };
 
     /// Null when the bundle is being checked already.
@@ -77,6 +79,7 @@ private:
     static std::optional<Record> recordIn(const QSqlQuery& query);
 
     void sufidKnown(const TaskPointer& task, const QList<Record>& records);
+    bool isAlsoAt(const QString& path) const;
     void logDuplicates(const TaskPointer& task, const Record& chosen, const QList<Record>& records);
     void sufidInDoubt(const TaskPointer& task, const QList<Record>& records);
     void takeIdentityFrom(const TaskPointer& task, const QList<Record>& records);
@@ -85,7 +88,8 @@ private:
     void noteMatched(const TaskPointer& task, const Record& record, const Note& note);
     void lookUpPath(const TaskPointer& task);
     void insert(const TaskPointer& task);
-    void update(const TaskPointer& task, long long projectId);
+    /// details say where the record is to have the bundle.
+    void update(const TaskPointer& task, long long projectId, const ProjectDetails& details);
     /// Runs body unless the bundle is gone. What it throws is logged after what, and the bundle is
     /// unreadable.
     void skippingUnreadable(const char* what, const std::function<void()>& body) const;

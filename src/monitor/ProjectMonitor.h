@@ -115,6 +115,7 @@ private:
     bool letWaitForDatabase(const QString& bundlePath);
     /// Says whether there was something to check that is not being checked already.
     bool checkBundle(const QString& bundlePath, bool fromEvent);
+    bool isSearched(const QString& path) const;
     void bundleWritten(const ProjectDetails& details, bool fromEvent);
     void bundleVanished(const ProjectDetails& details);
 

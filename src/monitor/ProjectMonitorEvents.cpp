@@ -126,7 +126,8 @@ bool ProjectMonitor::checkBundle(const QString& bundlePath, bool fromEvent) {
                         if (self)
                             self->m_rechecks.checkEnded();
                     });
-                }});
+                },
+                [self](const QString& path) { return self && self->isSearched(path); }});
         begun = check != nullptr;
         if (begun) {
             check->start();
@@ -139,6 +140,11 @@ bool ProjectMonitor::checkBundle(const QString& bundlePath, bool fromEvent) {
         }
     });
     return begun;
+}
+
+bool ProjectMonitor::isSearched(const QString& path) const {
+    const std::lock_guard lock(m_mutex);
+    return m_folders.isBelowRoot(path);
 }
 
 void ProjectMonitor::bundleWritten(const ProjectDetails& details, bool fromEvent) {

@@ -189,6 +189,27 @@ TEST_F(ProjectMonitorTest, KeepsTheRecordOfABundleThatMovesAndGivesACopyItsOwn) 
     EXPECT_TRUE(change("Gone.logicx"));
 }
 
+TEST_F(ProjectMonitorTest, ABundleThatIsReachedByALinkAsWellKeepsThePathThatItHas) {
+    makeBundle("real/Song.logicx");
+    search();
+    ASSERT_TRUE(QFile::link(at("real"), at("alias")));
+    TestBundle faster;
+    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
+    makeBundle("real/Song.logicx", faster);
+    EXPECT_TRUE(change("alias/Song.logicx"));
+    const auto shown = [&] {
+        return m_database.rows("SELECT filepath, bpm FROM projects");
+    };
+    EXPECT_EQ(shown(), QStringList(at("real/") + "|180"));
+
+    // But not when nobody looks there any more.
+    m_database.rootRows("UPDATE root_project_search_paths SET root_search_path='" + at("alias") + "'");
+    m_monitor->updateWatchedDirs(true);
+    EXPECT_TRUE(waitUntil([&] { return m_monitor->rootSearchPaths() == QStringList(at("alias/")); }));
+    EXPECT_TRUE(change("alias/Song.logicx"));
+    EXPECT_EQ(shown(), QStringList(at("alias/") + "|180"));
+}
+
 TEST_F(ProjectMonitorTest, UpdatesAChangedBundleAndReadsANoteOfAnUnknownRecordByItsPath) {
     makeBundle("Song.logicx");
     search();
