@@ -127,7 +127,9 @@ bool ProjectMonitor::checkBundle(const QString& bundlePath, bool fromEvent) {
                             self->m_rechecks.checkEnded();
                     });
                 },
-                [self](const QString& path) { return self && self->isSearched(path); }});
+                [self](const QString& path) {
+                    return self && self->isSearched(path);
+                }});
         begun = check != nullptr;
         if (begun) {
             check->start();
