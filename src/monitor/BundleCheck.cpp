@@ -33,6 +33,14 @@ std::optional<long long> projectIdIn(const QSqlQuery& query) {
     return static_cast<long long>(id);
 }
 
+/// There are disks that take a name in other letters for the same.
+bool isSameOnSomeDisks(const QString& a, const QString& b) {
+    const auto folded = [](const QString& text) {
+        return text.normalized(QString::NormalizationForm_C).toCaseFolded();
+    };
+    return a == b || folded(a) == folded(b);
+}
+
 } // namespace
 
 BundleCheck::BundleCheck(
@@ -108,11 +116,7 @@ void BundleCheck::sufidKnown(const TaskPointer& task, const QList<Record>& recor
 /// Whether the bundle is found at that path as well, as when one root is a link to another. Its record keeps
 /// the path that it has then, or each look at one of the roots would move it there.
 bool BundleCheck::isAlsoAt(const QString& path) const {
-    // A name in other letters, on a disk that takes them for the same, is another name of the same place.
-    const auto folded = [](const QString& text) {
-        return text.normalized(QString::NormalizationForm_C).toCaseFolded();
-    };
-    return folded(path) != folded(m_details.bundlePath()) && m_callbacks.isSearched(path) &&
+    return !isSameOnSomeDisks(path, m_details.bundlePath()) && m_callbacks.isSearched(path) &&
         ProjectDetails(path).sufid == m_details.sufid;
 }
 

@@ -3,6 +3,7 @@
 #include "app/errors/Exception.h"
 #include "app/errors/Guarded.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/widgets/ElidedTip.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -67,7 +68,7 @@ void keepTip(QComboBox& combo) {
     const QString text = combo.currentText();
     constexpr int margin = 2; // on both sides of the text
     const bool fits = combo.fontMetrics().horizontalAdvance(text) <= place.width() - 2 * margin;
-    combo.setToolTip(fits ? QString() : QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()));
+    combo.setToolTip(fits ? QString() : wrappingTip(text));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "ui/table/StatusLine.h"
 
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/ElidedTip.h"
 
 #include <QHBoxLayout>
 #include <QLocale>
@@ -64,11 +65,9 @@ void StatusLine::showNotice() {
         const QString folders = m_missingFolders.join(QStringLiteral(", "));
         notice = m_missingFolders.size() == 1 ? tr("Folder not available: %1").arg(folders)
                                               : tr("Folders not available: %1").arg(folders);
-        tip = QStringLiteral("<p>%1</p><p>%2</p>")
-                  .arg(
-                      notice.toHtmlEscaped(),
-                      tr("Stemhaven keeps all it knows of the projects in there, and follows them again as "
-                         "soon as it can read the folder."));
+        tip = wrappingTip(notice) +
+            wrappingTip(tr("Stemhaven keeps all it knows of the projects in there, and follows them again as "
+                           "soon as it can read the folder."));
     }
     m_noticeLabel->setText(notice);
     m_noticeLabel->setToolTip(tip);

@@ -1,5 +1,7 @@
 #include "ui/widgets/ElidedLabel.h"
 
+#include "ui/widgets/ElidedTip.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -23,9 +25,7 @@ bool ElidedLabel::event(QEvent* event) {
     const bool isElided = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
     if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || !isElided)
         return QLabel::event(event);
-    QToolTip::showText(
-        static_cast<QHelpEvent*>(event)->globalPos(), QStringLiteral("<p>%1</p>").arg(text().toHtmlEscaped()),
-        this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), wrappingTip(text()), this);
     return true;
 }
 

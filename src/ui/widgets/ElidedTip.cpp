@@ -5,6 +5,10 @@
 #include <QStyle>
 #include <QToolTip>
 
+QString wrappingTip(const QString& text) {
+    return QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
+}
+
 bool showElidedTip(const QHelpEvent& event, QAbstractItemView& view, const QStyleOptionViewItem& item) {
     // The base class of delegates leaves this margin at both sides of a text, too.
     const int margin = view.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &item, &view) + 1;
@@ -12,9 +16,6 @@ bool showElidedTip(const QHelpEvent& event, QAbstractItemView& view, const QStyl
     const int room = place.width() - 2 * margin;
     if (event.type() != QEvent::ToolTip || item.fontMetrics.horizontalAdvance(item.text) <= room)
         return false;
-    // Escaped, as a text may look like markup; as markup it wraps.
-    QToolTip::showText(
-        event.globalPos(), QStringLiteral("<p>%1</p>").arg(item.text.toHtmlEscaped()), view.viewport(),
-        item.rect);
+    QToolTip::showText(event.globalPos(), wrappingTip(item.text), view.viewport(), item.rect);
     return true;
 }
