@@ -137,38 +137,6 @@ TEST(CellPaintingTest, StarsAreCentredAndNeverMoreThanFive) {
     EXPECT_LT(editable.pixels(places[2]), 20);
 }
 
-TEST(CellPaintingTest, TakesTheAccentColourAndInASelectionThatOfItsText) {
-    const LogCapture log;
-    QPalette palette;
-    palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::green);
-    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::red);
-    QStandardItemModel model(1, 1);
-    model.setData(model.index(0, 0), QVariant::fromValue(ProgressBar(1.0F)), Qt::DisplayRole);
-
-    const auto middle = [&](QStyle::State state) {
-        const Painted painted({40, 40}, [&](QPainter& painter) {
-            QStyleOptionViewItem option;
-            option.rect = {0, 0, 40, 40};
-            option.state = state;
-            option.palette = palette;
-            StarDelegate().paint(&painter, option, model.index(0, 0));
-        });
-        return painted.image.pixelColor(20, 20);
-    };
-    const auto selected = QStyle::State_Enabled | QStyle::State_Selected;
-    EXPECT_EQ(middle(selected | QStyle::State_Active), QColor(Qt::green));
-    EXPECT_EQ(middle(selected), QColor(Qt::red));
-
-    const QPalette before = QApplication::palette();
-    for (const auto color : {Qt::magenta, Qt::cyan}) {
-        palette.setColor(QPalette::Highlight, color);
-        QApplication::setPalette(palette);
-        EXPECT_EQ(middle(QStyle::State_Enabled), QColor(color));
-    }
-    QApplication::setPalette(before);
-    EXPECT_LE(log.count("W: Could not convert controlAccentColor"), 1);
-}
-
 TEST(StarEditorTest, FollowsThePointerAndWritesWhatIsReleased) {
     QStandardItemModel model(1, 1);
     const QModelIndex cell = model.index(0, 0);

@@ -64,27 +64,18 @@ TEST_F(MainWindowTest, AddsEachFolderOnceAndNeverTheRoot) {
     EXPECT_EQ(log.count("Root search path '/music/It's mine is already being monitored."), 1);
 }
 
-TEST_F(MainWindowTest, DroppedFolderFillsTheTable) {
-    open();
+TEST_F(MainWindowTest, DroppedFolderFillsTheTableAndIsNamedWhileItIsMissing) {
     const QString music = database.folder.path() + "/music";
     const QString bundle = music + "/Song.logicx";
     TestBundle().write(bundle.toStdString());
-    EXPECT_FALSE(drop({bundle, music + "/none", "relative"}));
-    ASSERT_TRUE(drop({music}));
-
-    EXPECT_TRUE(waitUntil([&] { return model().rowCount() == 1 && !emptyState().isVisible(); }));
-    EXPECT_EQ(database.rootRows(allRoots), QStringList(music));
-    ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
-}
-
-TEST_F(MainWindowTest, FoldersThatAreMissingAreNamedUntilTheyAreBack) {
-    const QString music = database.folder.path() + "/music";
-    TestBundle().write((music + "/Song.logicx").toStdString());
     open();
     auto& notice = child<QLabel>("noticeLabel");
     const auto& picture = child<ImageView>();
+    EXPECT_FALSE(drop({bundle, music + "/none", "relative"}));
     ASSERT_TRUE(drop({music}));
     ASSERT_TRUE(waitUntil([&] { return model().rowCount() == 1 && monitor.isWatching(); }));
+    EXPECT_EQ(database.rootRows(allRoots), QStringList(music));
+    EXPECT_TRUE(waitUntil([&] { return !emptyState().isVisible(); }));
     table().selectRow(0);
     ASSERT_TRUE(waitUntil([&] { return details().project().isValid(); }));
     EXPECT_FALSE(notice.isVisible());

@@ -1,4 +1,3 @@
-#include "ui/widgets/ImageView.h"
 #include "ui/widgets/PreviewImage.h"
 
 #include <QBuffer>
@@ -105,36 +104,4 @@ TEST_F(PreviewTest, RefusesWhatIsNoPictureOrCostsTooMuch) {
     ASSERT_TRUE(large.resize(whole.size()));
     EXPECT_FALSE(isRefused(path));
     EXPECT_TRUE(readPreview(path, QSize()).isNull()) << "no place for it";
-}
-
-TEST(ImageViewTest, ShowsThePictureInItsOwnProportions) {
-    ImageView view;
-    view.resize(400, 250);
-    EXPECT_EQ(view.heightForWidth(400), 250);
-    const QColor ground = view.grab().toImage().pixelColor(2, 125);
-
-    QImage image(1000, 100, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    view.setImage(image);
-    const auto isRed = [&](int x, int y) {
-        return view.grab().toImage().pixelColor(x, y) == QColor(Qt::red);
-    };
-    for (const int x : {2, 397})
-        EXPECT_TRUE(isRed(x, 125)) << x;
-    for (const int y : {100, 107, 142, 150})
-        EXPECT_EQ(isRed(200, y), y > 100 && y < 150) << y;
-
-    view.resize(300, 250);
-    EXPECT_TRUE(isRed(150, 125)) << "after a new size";
-    EXPECT_FALSE(isRed(150, 108));
-
-    view.setImage(image.copy(0, 0, 40, 20));
-    EXPECT_TRUE(isRed(150, 125)) << "a small one";
-    EXPECT_FALSE(isRed(100, 125)) << "is not blown up";
-
-    view.clear();
-    view.resize(400, 250);
-    EXPECT_FALSE(view.hasImage());
-    EXPECT_EQ(view.grab().toImage().pixelColor(2, 125), ground);
-    EXPECT_EQ(view.accessibleDescription(), "No picture");
 }

@@ -212,6 +212,13 @@ TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {
     EXPECT_TRUE(table().isVisible());
     EXPECT_FALSE(emptyState().isVisible());
 
+    // A search of the folders shows what it finds while it goes on.
+    insert({"Found"});
+    ASSERT_TRUE(waitUntil([this] {
+        child<ProjectsPane>().showSearching(1);
+        return model().rowCount() == 3;
+    }));
+
     search("zither");
     EXPECT_EQ(emptyState().reason(), Reason::NothingFound);
     EXPECT_TRUE(emptyState().isVisible());
@@ -220,7 +227,7 @@ TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {
     EXPECT_TRUE(table().isVisible());
 }
 
-TEST_F(ProjectsPaneTest, ColumnsFitAndNamesTakeTheRest) {
+TEST_F(ProjectsPaneTest, NamesTakeTheRestAndWidthsThatTheUserGivesStay) {
     insert("x", QString("name='%1'").arg(QString(300, u'M')));
     open();
     auto* header = table().horizontalHeader();
@@ -228,9 +235,6 @@ TEST_F(ProjectsPaneTest, ColumnsFitAndNamesTakeTheRest) {
     window->resize(2600, 800);
     QApplication::processEvents();
     EXPECT_EQ(header->length(), table().viewport()->width());
-    EXPECT_GT(header->sectionSize(nameColumn()), 400);
-    for (int i = 0; i < header->count(); ++i)
-        EXPECT_GE(header->sectionSize(i), header->sectionSizeHint(i)) << i;
 
     // A width that the user gives a column stays its own until a double click on the column's edge.
     const int tempo = nameColumn() + 2;
@@ -252,7 +256,7 @@ TEST_F(ProjectsPaneTest, TipsShowWhatDoesNotFit) {
     const QString name = QString("M & <b> ").repeated(40);
     const QString whole = "<p>" + name.toHtmlEscaped() + "</p>";
     insert({"long", "short"});
-    database.rows(QString("UPDATE projects SET name='%1', progress=0.45 WHERE name='long'").arg(name));
+    database.rows(QString("UPDATE projects SET name='%1' WHERE name='long'").arg(name));
     open();
     const auto tipOver = [](QWidget& widget, const QPoint& place) {
         QToolTip::hideText();
@@ -265,25 +269,11 @@ TEST_F(ProjectsPaneTest, TipsShowWhatDoesNotFit) {
         return tipOver(*table().viewport(), table().visualRect(model().index(row, column)).center());
     };
     EXPECT_EQ(tipOverCell(0, nameColumn()), whole);
-    EXPECT_EQ(tipOverCell(0, nameColumn() - 1), "45%");
     EXPECT_EQ(tipOverCell(1, nameColumn()), QString());
-    for (const int row : {0, 1}) {
-        table().selectRow(row);
-        ASSERT_TRUE(waitUntil([&] { return details().project().id == row + 1; }));
-        auto& label = child<QLabel>("projectNameLabel");
-        EXPECT_EQ(tipOver(label, label.rect().center()), row == 0 ? whole : QString());
-    }
-}
-
-TEST_F(ProjectsPaneTest, ASearchOfTheFoldersFillsTheTableWhileItGoesOn) {
-    open();
-    insert({"Found"});
-    ASSERT_TRUE(waitUntil([this] {
-        child<ProjectsPane>().showSearching(1);
-        return model().rowCount() == 1;
-    }));
-    settle();
-    EXPECT_TRUE(table().isVisible());
+    table().selectRow(0);
+    ASSERT_TRUE(waitUntil([&] { return details().project().id == 1; }));
+    auto& label = child<QLabel>("projectNameLabel");
+    EXPECT_EQ(tipOver(label, label.rect().center()), whole);
 }
 
 TEST_F(ProjectsPaneTest, ACatalogueThatCannotBeReadSaysSoAndIsTriedAgain) {
