@@ -17,9 +17,8 @@ using Stemhaven::revealInFileManager;
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.FileManager1");
-const QString object = QStringLiteral("/org/freedesktop/FileManager1");
-const QString bundle = QStringLiteral("/music/Old & 100% \"new\" -$HOME-'x' ä.logicx");
+const QString service = "org.freedesktop.FileManager1";
+const QString bundle = "/music/Old & 100% \"new\" -$HOME-'x' ä.logicx";
 
 /// Stands in for a file manager. It lives in the thread of the test, so whoever waited for it would wait in
 /// vain.
@@ -29,9 +28,7 @@ public:
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
         lastCall = message;
-        connection.send(
-            refuses ? message.createErrorReply(QDBusError::Failed, QStringLiteral("no"))
-                    : message.createReply());
+        connection.send(refuses ? message.createErrorReply(QDBusError::Failed, "no") : message.createReply());
         return true;
     }
 
@@ -43,7 +40,7 @@ public:
 
 TEST(FileManagerTest, OpensWithTheDesktopsProgram) {
     {
-        const FakeCommand xdgOpen(QStringLiteral("xdg-open"));
+        const FakeCommand xdgOpen("xdg-open");
         EXPECT_EQ(openProject(bundle), 0);
         ASSERT_TRUE(waitUntil([&] { return xdgOpen.wasCalled(); }));
         EXPECT_EQ(xdgOpen.takeArguments(), QStringList{bundle});
@@ -56,36 +53,33 @@ TEST(FileManagerTest, OpensWithTheDesktopsProgram) {
 }
 
 TEST(FileManagerTest, RevealsInTheFileManagerOrOpensTheFolder) {
-    const FakeCommand xdgOpen(QStringLiteral("xdg-open"));
-    const auto folderIsOpened = [&](const QString& folder) {
+    const FakeCommand xdgOpen("xdg-open");
+    const auto isOpened = [&](const QString& folder) {
         return waitUntil([&] { return xdgOpen.wasCalled(); }) &&
             xdgOpen.takeArguments() == QStringList{folder};
     };
     EXPECT_EQ(revealInFileManager(bundle), 0);
-    EXPECT_TRUE(folderIsOpened(QStringLiteral("/music"))) << "without a bus";
+    EXPECT_TRUE(isOpened("/music")) << "without a bus";
 
     const PrivateBus bus;
     ASSERT_FALSE(PrivateBus::address().isEmpty());
-    EXPECT_EQ(revealInFileManager(bundle + QStringLiteral("/Alternatives/")), 0);
-    EXPECT_TRUE(folderIsOpened(bundle)) << "without a file manager";
+    EXPECT_EQ(revealInFileManager(bundle + "/Alternatives/"), 0);
+    EXPECT_TRUE(isOpened(bundle)) << "without a file manager";
 
     FileManager fileManager;
-    const QString name = QStringLiteral("file manager");
-    {
-        auto connection = QDBusConnection::connectToBus(QString::fromLatin1(PrivateBus::address()), name);
-        ASSERT_TRUE(connection.registerVirtualObject(object, &fileManager));
-        ASSERT_TRUE(connection.registerService(service));
-    }
-    EXPECT_EQ(revealInFileManager(bundle + QStringLiteral("/Alternatives/")), 0);
+    auto connection = QDBusConnection::connectToBus(PrivateBus::address(), "file manager");
+    ASSERT_TRUE(connection.registerVirtualObject("/org/freedesktop/FileManager1", &fileManager));
+    ASSERT_TRUE(connection.registerService(service));
+    EXPECT_EQ(revealInFileManager(bundle + "/Alternatives/"), 0);
     ASSERT_TRUE(waitUntil([&] { return fileManager.lastCall.has_value(); }));
     EXPECT_EQ(fileManager.lastCall->interface(), service);
-    EXPECT_EQ(fileManager.lastCall->member(), QStringLiteral("ShowItems"));
-    const QString uri = QStringLiteral(
-        "file:///music/Old%20&%20100%25%20%22new%22%20-$HOME-'x'%20%C3%A4.logicx/Alternatives");
+    EXPECT_EQ(fileManager.lastCall->member(), "ShowItems");
+    const QString uri =
+        "file:///music/Old%20&%20100%25%20%22new%22%20-$HOME-'x'%20%C3%A4.logicx/Alternatives";
     EXPECT_EQ(fileManager.lastCall->arguments(), (QVariantList{QStringList{uri}, QString()}));
 
     fileManager.refuses = true;
     EXPECT_EQ(revealInFileManager(bundle), 0);
-    EXPECT_TRUE(folderIsOpened(QStringLiteral("/music"))) << "with a file manager that refuses";
-    QDBusConnection::disconnectFromBus(name);
+    EXPECT_TRUE(isOpened("/music")) << "with a file manager that refuses";
+    QDBusConnection::disconnectFromBus("file manager");
 }

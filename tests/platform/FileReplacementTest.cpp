@@ -25,10 +25,8 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    static mode_t modeOf(const std::string& path) {
-        struct stat status = {};
-        EXPECT_EQ(lstat(path.c_str(), &status), 0);
-        return status.st_mode & 07777U;
+    static unsigned modeOf(const std::string& path) {
+        return static_cast<unsigned>(fs::symlink_status(path).permissions());
     }
 
     QStringList names() const {

@@ -28,10 +28,17 @@ TEST_F(InotifyStrays, AreWatchedButNotWhatLiesBesideThem) {
     EXPECT_TRUE(found.contains(stray + "/Resources/ProjectInformation.plist"));
 }
 
-TEST_F(InotifyStrays, AreFollowedWhenTheyOrFoldersAboveAreRenamed) {
+TEST_F(InotifyStrays, AreSeenToGoToComeBackAndToBeRenamedThemselvesOrWithFoldersAbove) {
+    ASSERT_TRUE(start());
+    fs::remove_all(stray);
+    EXPECT_TRUE(waitFor(stray, removed));
+    makeBundle(stray);
+    EXPECT_TRUE(waitFor(stray, created));
+    settle();
+    EXPECT_TRUE(isFollowed(stray));
+
     const auto inode = inodeOf("Home");
     const auto bundleInode = inodeOf(stray);
-    ASSERT_TRUE(start());
     fs::rename(stray, "Home/Desk/T.logicx");
     ASSERT_TRUE(waitFor("Home/Desk/T.logicx", renamed));
     EXPECT_EQ(fileID(stray, renamed), bundleInode);
@@ -42,16 +49,6 @@ TEST_F(InotifyStrays, AreFollowedWhenTheyOrFoldersAboveAreRenamed) {
     EXPECT_EQ(fileID("Home", renamed), inode);
     EXPECT_EQ(fileID("House", renamed), inode);
     EXPECT_TRUE(isFollowed("House/Desk/T.logicx"));
-}
-
-TEST_F(InotifyStrays, AreSeenToGoAndToComeBack) {
-    ASSERT_TRUE(start());
-    fs::remove_all(stray);
-    EXPECT_TRUE(waitFor(stray, removed));
-    makeBundle(stray);
-    EXPECT_TRUE(waitFor(stray, created));
-    settle();
-    EXPECT_TRUE(isFollowed(stray));
 }
 
 } // namespace Stemhaven

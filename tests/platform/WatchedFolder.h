@@ -66,7 +66,7 @@ protected:
 
     WatchedFolder() : m_top(QDir(m_temporary.path()).canonicalPath().toStdString()) {
         std::filesystem::current_path(m_top);
-        std::filesystem::create_directories(root());
+        std::filesystem::create_directories("Music");
         m_request.roots = {at("Music/")};
         m_request.bundleSuffixes = {QStringLiteral(".logicx")};
         m_request.latency = 100ms;
@@ -79,8 +79,6 @@ protected:
     }
 
     std::filesystem::path top() const { return m_top; }
-
-    std::filesystem::path root() const { return m_top / "Music"; }
 
     QString at(const std::string& path) const { return QString::fromStdString((m_top / path).string()); }
 
