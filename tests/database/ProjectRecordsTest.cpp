@@ -20,8 +20,6 @@ namespace {
 class ProjectRecords : public testing::Test {
 protected:
     void SetUp() override {
-        QCoreApplication::setOrganizationDomain("stemhaven.app");
-        QCoreApplication::setApplicationName("Stemhaven");
         QSettings().setValue(SettingsKeys::genreFromDir, false);
         ASSERT_TRUE(m_database.initialise());
     }
@@ -95,8 +93,7 @@ TEST_F(ProjectRecords, AreRewrittenWithoutTouchingWhatIsTheUsers) {
         "recording_status, mix_master_status, genre_id, notes, release_name, ISRC, created FROM projects";
     const auto before = m_database.rows(usersSql);
 
-    TestBundle changed;
-    changed.metaData["BeatsPerMinute"] = std::int64_t{140};
+    TestBundle changed(140);
     changed.metaData["NumberOfTracks"] = std::int64_t{77};
     const auto moved = makeBundle("Elsewhere/New 'Name'.logicx", changed);
     bool updated = false;
@@ -106,8 +103,7 @@ TEST_F(ProjectRecords, AreRewrittenWithoutTouchingWhatIsTheUsers) {
     EXPECT_EQ(m_database.rows(usersSql), before);
     EXPECT_EQ(
         m_database.rows("SELECT bpm, number_of_tracks, name, filepath, SUFID FROM projects"),
-        QStringList("140.0|77|New 'Name'|" + moved.filepath + '|' + moved.sufid.toString())
-            .replaceInStrings("140.0", "140"));
+        QStringList("140|77|New 'Name'|" + moved.filepath + '|' + moved.sufid.toString()));
     EXPECT_EQ(loadStemhavenPlistDetails(moved)->first, id);
 }
 

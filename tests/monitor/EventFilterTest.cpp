@@ -5,7 +5,6 @@
 #include "monitor/ReplayPosition.h"
 #include "support/LogCapture.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -98,8 +97,6 @@ TEST(ChangedPath, KeepsThePathsOfOneObjectInTheOrderOfTheirEvents) {
 }
 
 TEST(ReplayPosition, GoesBackAtMostThreeTimesInARow) {
-    QCoreApplication::setOrganizationDomain("stemhaven.app");
-    QCoreApplication::setApplicationName("Stemhaven");
     QSettings().clear();
     EXPECT_EQ(ReplayPosition::stored(), FileWatchRequest::sinceNow);
     ReplayPosition::advanceTo(100);

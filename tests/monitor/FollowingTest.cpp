@@ -1,17 +1,8 @@
-#include "app/SettingsKeys.h"
-#include "database/RootPathStatements.h"
-#include "monitor/ProjectMonitor.h"
-#include "support/LogCapture.h"
-#include "support/TestBundle.h"
-#include "support/TestDatabase.h"
+#include "monitor/MonitorFixture.h"
 
-#include <QDir>
-#include <QFile>
-#include <QSettings>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <csignal>
@@ -23,15 +14,10 @@ using namespace Stemhaven;
 namespace {
 
 /// A running monitor over a real folder.
-class Following : public testing::Test {
+class Following : public MonitorFixture {
 protected:
     void SetUp() override {
-        QCoreApplication::setOrganizationDomain("stemhaven.app");
-        QCoreApplication::setApplicationName("Stemhaven");
-        QSettings().clear();
-        ASSERT_TRUE(m_database.initialise());
-        ASSERT_TRUE(QDir().mkpath(at("")));
-        m_database.rootRows(RootPathStatements::insert(m_disk.path() + "/root"));
+        MonitorFixture::SetUp();
         makeBundle("Song.logicx");
         makeBundle("deep/er/Other.logicx");
         QSettings().setValue(SettingsKeys::searchWasInProgress, true);
@@ -41,24 +27,9 @@ protected:
         m_database.rows("UPDATE projects SET star_rating=4 WHERE name='Other'");
     }
 
-    void TearDown() override { m_monitor.reset(); }
-
-    QString at(const QString& relativePath) const { return m_disk.path() + "/root/" + relativePath; }
-
-    void makeBundle(const QString& relativePath, const TestBundle& bundle = {}) const {
-        bundle.write(at(relativePath).toStdString());
-    }
-
     void start() {
         m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks, std::chrono::milliseconds(100));
-        ASSERT_TRUE(waitUntil([&] { return m_database.tasks && monitorRuns(); }));
-    }
-
-    bool monitorRuns() { return m_monitor && !m_monitor->isSearching() && m_monitor->isWatching(); }
-
-    void stop() {
-        m_monitor.reset();
-        m_database.reopen();
+        ASSERT_TRUE(waitUntil([&] { return !m_monitor->isSearching() && m_monitor->isWatching(); }));
     }
 
     void move(const QString& from, const QString& to) const {
@@ -66,8 +37,7 @@ protected:
         ASSERT_TRUE(QDir().rename(at(from), at(to))) << from.toStdString();
     }
 
-    /// Whether the records come to be these: names with their stars where they have any, and their folders
-    /// are right.
+    /// Whether the records come to have these names.
     bool shows(const QStringList& names) {
         return waitUntil(
             [&] { return m_database.rows("SELECT name FROM projects ORDER BY name") == names; }, 20);
@@ -76,10 +46,6 @@ protected:
     QStringList rows(const QString& columns) {
         return m_database.rows("SELECT " + columns + " FROM projects ORDER BY name");
     }
-
-    QTemporaryDir m_disk;
-    TestDatabase m_database;
-    std::unique_ptr<ProjectMonitor> m_monitor;
 };
 
 /// Another program writes to the database for as long as it lives.
@@ -123,9 +89,7 @@ private:
 } // namespace
 
 TEST_F(Following, SavesNewProjectsRenamesMovesAndCopies) {
-    TestBundle faster;
-    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
-    makeBundle("Song.logicx", faster);
+    makeBundle("Song.logicx", TestBundle(180));
     EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
 
     makeBundle("New.logicx");
@@ -140,7 +104,7 @@ TEST_F(Following, SavesNewProjectsRenamesMovesAndCopies) {
     EXPECT_EQ(rows("name, star_rating"), QStringList({"New|0", "Other|4", "Renamed|5"}));
 
     // Written below the folder under its new name.
-    makeBundle("deeper/er/Other.logicx", faster);
+    makeBundle("deeper/er/Other.logicx", TestBundle(180));
     EXPECT_TRUE(waitUntil(
         [&] { return m_database.rows("SELECT bpm FROM projects WHERE name='Other'").contains("180"); }));
 
@@ -211,9 +175,7 @@ TEST_F(Following, AFolderThatIsDroppedInAndOneThatIsTakenOut) {
 
 TEST_F(Following, WhatHappenedWhileItWasStopped) {
     stop();
-    TestBundle faster;
-    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
-    makeBundle("Song.logicx", faster);
+    makeBundle("Song.logicx", TestBundle(180));
     move("deep", "moved");
     makeBundle("x/New.logicx");
     ASSERT_TRUE(m_database.initialise());
@@ -224,16 +186,33 @@ TEST_F(Following, WhatHappenedWhileItWasStopped) {
     EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
 }
 
+TEST_F(Following, AFolderThatIsRenamedAboveProjectsOutsideTheRoots) {
+    const auto outside = m_disk.path() + "/outside/";
+    for (const auto* bundle : {"M/deep/A.logicx", "M2/deep/B.logicx"}) {
+        TestBundle().write((outside + bundle).toStdString());
+        m_monitor->directoryChanged(outside + bundle, true);
+    }
+    ASSERT_TRUE(shows({"A", "B", "Other", "Song"}));
+    stop();
+    ASSERT_TRUE(m_database.initialise());
+    start();
+    ASSERT_TRUE(QDir().rename(outside + "M", outside + "N"));
+    const auto folders = [&] {
+        return m_database.rows("SELECT filepath FROM projects WHERE name IN ('A', 'B') ORDER BY name");
+    };
+    EXPECT_TRUE(waitUntil([&] {
+        return folders() == QStringList({outside + "N/deep/", outside + "M2/deep/"});
+    })) << folders().join(' ').toStdString();
+}
+
 TEST_F(Following, ALargeReplayLeavesRoomForTheUserAndMayBeInterrupted) {
     constexpr int many = 100;
     for (int i = 0; i < many; ++i)
         makeBundle(QString("set/%1.logicx").arg(i));
     ASSERT_TRUE(waitUntil([&] { return rows("name").size() == many + 2; }));
     stop();
-    TestBundle faster;
-    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
     for (int i = 0; i < many; ++i)
-        makeBundle(QString("set/%1.logicx").arg(i), faster);
+        makeBundle(QString("set/%1.logicx").arg(i), TestBundle(180));
     ASSERT_TRUE(m_database.initialise());
 
     LogCapture messages;
@@ -259,9 +238,7 @@ TEST_F(Following, ALargeReplayLeavesRoomForTheUserAndMayBeInterrupted) {
 
 TEST_F(Following, WhatWasSavedWhileItWasStoppedAndTheClockSetBack) {
     stop();
-    TestBundle faster;
-    faster.metaData["BeatsPerMinute"] = std::int64_t{180};
-    makeBundle("Song.logicx", faster);
+    makeBundle("Song.logicx", TestBundle(180));
     std::filesystem::last_write_time(
         at("Song.logicx/Resources/ProjectInformation.plist").toStdString(),
         std::filesystem::file_time_type::clock::now() - std::chrono::hours(24));
@@ -294,8 +271,7 @@ TEST_F(Following, WhatHappenedWhileTheDatabaseCouldNotBeWritten) {
         move(
             QString("Song%1.logicx").arg(tempo == 120 ? "" : QString::number(tempo)),
             QString("Song%1.logicx").arg(tempo + 1));
-        TestBundle saved;
-        saved.metaData["BeatsPerMinute"] = std::int64_t{++tempo};
+        const TestBundle saved(++tempo);
         for (int i = 0; i < many; ++i)
             makeBundle(QString("set/%1.logicx").arg(i), saved);
         makeBundle(QString("New%1.logicx").arg(tempo), saved);
@@ -320,10 +296,8 @@ TEST_F(Following, WhatHappenedWhileTheDatabaseCouldNotBeWritten) {
 
 TEST_F(Following, WhatChangedAfterItsCheckHadReadIt) {
     m_monitor->stopMonitoring();
-    TestBundle saved;
     const auto save = [&](std::int64_t tempo) {
-        saved.metaData["BeatsPerMinute"] = tempo;
-        makeBundle("Song.logicx", saved);
+        makeBundle("Song.logicx", TestBundle(tempo));
         m_monitor->directoryChanged(at("Song.logicx"), true);
     };
     {

@@ -15,35 +15,24 @@ TEST(Rechecks, LookOnceMoreAtWhatCouldNotBeRead) {
         checked.append(path);
         if (path == "damaged")
             self->bundleUnreadable(path);
+        else if (path == "gone")
+            self->bundleVanished(path);
         else
             self->bundleWritten(path);
         return true;
     });
     self = &rechecks;
 
-    rechecks.bundleUnreadable("damaged");
-    rechecks.bundleUnreadable("copied");
-    ASSERT_TRUE(waitUntil([&] { return checked.size() == 2; }));
-    // Unreadable again after it was written: it gets its second chance anew.
-    rechecks.bundleUnreadable("copied");
-    ASSERT_TRUE(waitUntil([&] { return checked.count("copied") == 2; }));
+    for (const auto* path : {"damaged", "copied", "gone"})
+        rechecks.bundleUnreadable(path);
+    ASSERT_TRUE(waitUntil([&] { return checked.size() == 3; }));
+    // Unreadable again after it was written, or back again: it gets its second chance anew.
+    for (const auto* path : {"copied", "gone"}) {
+        rechecks.bundleUnreadable(path);
+        ASSERT_TRUE(waitUntil([&] { return checked.count(path) == 2; }, 5)) << path;
+    }
     EXPECT_EQ(checked.count("damaged"), 1);
     EXPECT_FALSE(rechecks.areWaitingForDatabase());
-}
-
-TEST(Rechecks, GiveABundleThatWentAwayItsSecondChanceWhenItComesBack) {
-    int checks = 0;
-    Rechecks* self = nullptr;
-    Rechecks rechecks(std::chrono::milliseconds(1), [&](const QString& path) {
-        ++checks;
-        self->bundleVanished(path);
-        return true;
-    });
-    self = &rechecks;
-    for (int copies = 1; copies <= 2; ++copies) {
-        rechecks.bundleUnreadable("copied");
-        EXPECT_TRUE(waitUntil([&] { return checks == copies; }, 5));
-    }
 }
 
 TEST(Rechecks, TryTheDatabaseWithFewAndCheckAllOnceItAnswers) {

@@ -42,7 +42,7 @@ TEST(DamagedDatabase, ThatIsLockedByAnotherProgramIsWaitedForAndThenReported) {
     TestBundle().write((profile.projects() + "/Song.logicx").toStdString());
     profile.oweSearch();
     ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
-    profile.execute("UPDATE projects SET star_rating=4");
+    profile.rows("UPDATE projects SET star_rating=4");
 
     QProcess other;
     other.start("sqlite3", {profile.mainDatabase()});
@@ -64,8 +64,8 @@ TEST(DamagedDatabase, FromANewerProgramIsUsedWithAWarning) {
     TestBundle().write((profile.projects() + "/Song.logicx").toStdString());
     profile.oweSearch();
     ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
-    profile.execute("UPDATE details SET database_version='v7.0'");
-    profile.execute("ALTER TABLE projects ADD COLUMN from_the_future TEXT DEFAULT 'kept'");
+    profile.rows("UPDATE details SET database_version='v7.0'");
+    profile.rows("ALTER TABLE projects ADD COLUMN from_the_future TEXT DEFAULT 'kept'");
     // Warnings are below the default level.
     ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
     EXPECT_EQ(profile.rows("SELECT name, from_the_future FROM projects"), QStringList("Song|kept"));

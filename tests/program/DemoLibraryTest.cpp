@@ -1,27 +1,8 @@
 #include "program/Profile.h"
 
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-
 #include <gtest/gtest.h>
 
-namespace {
-
-QMap<QString, QByteArray> treeAt(const QString& folder) {
-    QMap<QString, QByteArray> tree;
-    QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        if (file.open(QIODevice::ReadOnly) && !file.fileName().endsWith("Stemhaven.plist"))
-            tree[QDir(folder).relativeFilePath(file.fileName())] = file.readAll();
-    }
-    return tree;
-}
-
-} // namespace
-
-TEST(DemoLibrary, IsTheSameEachTimeAndReadableToItsLastProject) {
+TEST(DemoLibrary, IsReadableToItsLastProject) {
     Profile first;
     ASSERT_EQ(first.runToEnd({"--projects", "80", "--catalogue", first.projects()}, DEMO_LIBRARY), 0)
         << first.output().toStdString();
@@ -36,7 +17,6 @@ TEST(DemoLibrary, IsTheSameEachTimeAndReadableToItsLastProject) {
 
     Profile second;
     ASSERT_EQ(second.runToEnd({"--projects", "80", second.projects()}, DEMO_LIBRARY), 0);
-    EXPECT_EQ(treeAt(first.projects()), treeAt(second.projects()));
     second.oweSearch();
     ASSERT_EQ(second.runToEnd({"--screenshot", second.picture()}), 0);
     EXPECT_EQ(second.rows("SELECT count(*) FROM projects"), QStringList("80"));

@@ -19,33 +19,26 @@ namespace {
 
 constexpr int longestRun = 120'000;
 
-/// A connection of our own to a file that the program may be using.
-class Connection {
-public:
-    explicit Connection(const QString& path) {
-        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        m_database.setDatabaseName(path);
-        m_database.open();
-    }
-
-    ~Connection() {
-        m_database = {};
-        QSqlDatabase::removeDatabase(name);
-    }
-
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
-    QSqlQuery execute(const QString& sql) const {
-        QSqlQuery query(m_database);
+/// What a statement gives on a connection of our own to a file that the program may be using.
+QStringList rowsOf(const QString& path, const QString& sql) {
+    const auto name = QStringLiteral("outside");
+    QStringList rows;
+    {
+        auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        database.setDatabaseName(path);
+        database.open();
+        QSqlQuery query(database);
         query.exec(sql);
-        return query;
+        while (query.next()) {
+            QStringList columns;
+            for (int column = 0; query.value(column).isValid(); ++column)
+                columns.append(query.value(column).toString());
+            rows.append(columns.join(QLatin1Char('|')));
+        }
     }
-
-private:
-    inline static const QString name = QStringLiteral("outside");
-    QSqlDatabase m_database;
-};
+    QSqlDatabase::removeDatabase(name);
+    return rows;
+}
 
 } // namespace
 
@@ -67,9 +60,8 @@ QString Profile::settingsPath() const {
 }
 
 void Profile::oweSearch() const {
-    const Connection roots(rootPathsDatabase());
-    roots.execute(DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
-    roots.execute(RootPathStatements::insert(projects()));
+    rowsOf(rootPathsDatabase(), DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
+    rowsOf(rootPathsDatabase(), RootPathStatements::insert(projects()));
     QSettings(settingsPath(), QSettings::IniFormat).setValue(SettingsKeys::searchWasInProgress, true);
 }
 
@@ -83,20 +75,7 @@ QString Profile::log() const {
 }
 
 QStringList Profile::rows(const QString& sql) const {
-    QStringList rows;
-    const Connection connection(mainDatabase());
-    auto query = connection.execute(sql);
-    while (query.next()) {
-        QStringList columns;
-        for (int column = 0; query.value(column).isValid(); ++column)
-            columns.append(query.value(column).toString());
-        rows.append(columns.join(QLatin1Char('|')));
-    }
-    return rows;
-}
-
-void Profile::execute(const QString& sql) const {
-    Connection(mainDatabase()).execute(sql);
+    return rowsOf(mainDatabase(), sql);
 }
 
 std::unique_ptr<QProcess> Profile::makeProcess() const {

@@ -33,10 +33,9 @@ public:
     /// What the log says so far.
     QString log() const;
 
-    /// The rows of a select over the main database, columns joined by "|".
+    /// The rows of a select over the main database from outside, columns joined by "|". Any other statement
+    /// gives nothing.
     QStringList rows(const QString& sql) const;
-    /// Runs a statement on the main database from outside.
-    void execute(const QString& sql) const;
 
     /// Starts the program, waits for its window and leaves it running.
     void start(const QStringList& arguments = {});

@@ -2,7 +2,6 @@
 
 #include "plist/PropertyList.h"
 
-#include <cstdint>
 #include <fstream>
 #include <stdexcept>
 
@@ -19,10 +18,10 @@ void writeBytes(const std::filesystem::path& file, const std::vector<char>& byte
 
 } // namespace
 
-TestBundle::TestBundle()
+TestBundle::TestBundle(std::int64_t tempo)
     : information{{"ActiveVariant", std::int64_t{0}}, {"BundleVersion", std::int64_t{2}}, {"HasProjectFolder", false}, {"LastSavedFrom", std::string("Logic Pro 10.8.1 (6017)")}, {"VariantNamesV2", Plist::Dictionary{{"0", std::string("{PROJECT_NAME}")}}}},
       metaData{
-          {"BeatsPerMinute", std::int64_t{120}},
+          {"BeatsPerMinute", tempo},
           {"NumberOfTracks", std::int64_t{8}},
           {"SampleRate", std::int64_t{48000}},
           {"SongGenderKey", std::string("minor")},

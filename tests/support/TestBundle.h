@@ -2,6 +2,7 @@
 
 #include "plist/Value.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -10,7 +11,9 @@ struct TestBundle {
     enum class Form { Binary, Xml };
 
     /// Fills information and metaData with what a small finished song has.
-    TestBundle();
+    TestBundle() : TestBundle(120) {}
+
+    explicit TestBundle(std::int64_t tempo);
 
     /// Makes the bundle with all that it lacks. Files that stand there already are written anew, others are
     /// left.
