@@ -31,12 +31,8 @@ QString signature(const ProjectData& data) {
 
 } // namespace
 
-QString selectPaths() {
-    return QStringLiteral("SELECT filepath, filename FROM projects;");
-}
-
-QString selectModificationTimes() {
-    return QStringLiteral("SELECT filepath, filename, last_modified FROM projects;");
+QString selectRecordedBundles() {
+    return QStringLiteral("SELECT filepath, filename, SUFID, last_modified, last_updated FROM projects;");
 }
 
 QString selectBySufid(const QString& sufid) {
@@ -44,20 +40,22 @@ QString selectBySufid(const QString& sufid) {
         .arg(escape(sufid));
 }
 
-QString selectByNotedSufid(const QString& sufid) {
-    return QStringLiteral("SELECT project_id, filepath, filename FROM projects WHERE SUFID='%1'")
-        .arg(escape(sufid));
+QString selectById(long long projectId) {
+    return QStringLiteral("SELECT project_id, filepath, filename, SUFID FROM projects WHERE project_id=%1")
+        .arg(decimal(projectId));
 }
 
 QString selectByPath(const QString& filepath, const QString& filename) {
-    return QStringLiteral("SELECT project_id FROM projects WHERE filepath='%1' AND filename='%2'")
+    return QStringLiteral(
+               "SELECT project_id, filepath, filename, SUFID FROM projects WHERE filepath='%1' AND "
+               "filename='%2'")
         .arg(escape(filepath), escape(filename));
 }
 
-QString selectByTraits(const QString& sufid, const QString& filename, const QDateTime& lastModified) {
-    return QStringLiteral(
-               "SELECT project_id FROM projects WHERE SUFID='%1' AND filename='%2' AND last_modified=%3")
-        .arg(escape(sufid), escape(filename), seconds(lastModified));
+QString selectByTraits(const QString& sufid, const QString& filename, qint64 lastModified) {
+    return QStringLiteral("SELECT project_id, filepath, filename, SUFID FROM projects WHERE SUFID='%1' AND "
+                          "filename='%2' AND last_modified=%3")
+        .arg(escape(sufid), escape(filename), decimal(lastModified));
 }
 
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated) {
@@ -95,23 +93,6 @@ update(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdate
             escape(details.filename), escape(details.filepath), signature(data), decimal(projectId));
 }
 
-QString selectByFolder(const QString& path) {
-    return QStringLiteral(
-               "SELECT project_id, filename, filepath, name FROM projects WHERE filepath LIKE '%1%'")
-        .arg(escape(path));
-}
-
-QString selectByPlace(const ProjectDetails& details) {
-    return QStringLiteral("SELECT project_id, filepath, filename, name FROM projects WHERE name='%1' AND "
-                          "filename='%2' AND "
-                          "filepath='%3'")
-        .arg(escape(details.name), escape(details.filename), escape(details.filepath));
-}
-
-QString selectSufid(long long projectId) {
-    return QStringLiteral("SELECT SUFID FROM projects WHERE project_id=%1").arg(decimal(projectId));
-}
-
 QString move(const ProjectDetails& details, long long projectId) {
     return QStringLiteral(
                "UPDATE projects SET filename='%1', filepath='%2', name='%3', SUFID='%4' WHERE project_id=%5")
@@ -122,6 +103,10 @@ QString move(const ProjectDetails& details, long long projectId) {
 
 QString giveUpIdentity(long long projectId) {
     return QStringLiteral("UPDATE projects SET SUFID=NULL WHERE project_id=%1").arg(decimal(projectId));
+}
+
+QString giveUpPlace(long long projectId) {
+    return QStringLiteral("UPDATE projects SET filepath='' WHERE project_id=%1").arg(decimal(projectId));
 }
 
 QString selectPossibleDuplicate(long long firstId, long long secondId) {

@@ -9,11 +9,6 @@ QString escape(const QString& text) {
     return escaped.replace(QLatin1Char('\''), QLatin1String("''"));
 }
 
-QString unescape(const QString& text) {
-    QString unescaped = text;
-    return unescaped.replace(QLatin1String("''"), QLatin1String("'"));
-}
-
 const QStringList& projectsFieldNames() {
     static const QStringList names = {
         "project_id",

@@ -7,9 +7,8 @@
 namespace Stemhaven {
 
 /// Doubles every single quote, for a value between single quotes. Null characters, which no statement can
-/// hold, are left out.
+/// hold, are left out. What is read back from the database is the text as it was, and has no reverse of this.
 QString escape(const QString& text);
-QString unescape(const QString& text);
 
 /// The columns of the projects table.
 const QStringList& projectsFieldNames();

@@ -162,6 +162,28 @@ QString selectAsInserts(const QList<qint64>& projectIds) {
         .arg(columns.join(QLatin1String(", ")), values, list(projectIds));
 }
 
+QStringList copy(qint64 fromProjectId, qint64 toProjectId) {
+    const QString columns = QStringLiteral(
+        "artist, release_name, publicly_released, ISRC, UPC, album, genre_id, notes, progress, completed, "
+        "ignored, release_date, star_rating, arrangement_status, lyrics_status, recording_status, "
+        "mix_master_status");
+    const QString from = decimal(fromProjectId);
+    const QString to = decimal(toProjectId);
+    return {
+        QStringLiteral("UPDATE projects SET (%1)=(SELECT %1 FROM projects WHERE project_id=%2) WHERE "
+                       "project_id=%3")
+            .arg(columns, from, to),
+        QStringLiteral("INSERT INTO collections_projects_map (collection_id, project_id) SELECT "
+                       "collection_id, %2 FROM collections_projects_map WHERE project_id=%1")
+            .arg(from, to),
+        QStringLiteral("INSERT INTO project_tag_map (project_id, tag_id) SELECT %2, tag_id FROM "
+                       "project_tag_map WHERE project_id=%1")
+            .arg(from, to),
+        QStringLiteral("INSERT INTO associated_files (project_id, filepath) SELECT %2, filepath FROM "
+                       "associated_files WHERE project_id=%1")
+            .arg(from, to)};
+}
+
 QStringList freeProjectId(qint64 projectId) {
     QStringList statements;
     for (const char* table : {"collections_projects_map", "project_tag_map", "projects"}) {
@@ -178,7 +200,7 @@ QStringList settleRestoredProject(qint64 projectId) {
     const QString sameBundle =
         QStringLiteral("SELECT project_id FROM projects WHERE project_id<>%1 AND filename=(SELECT filename "
                        "FROM projects WHERE project_id=%1) AND filepath=(SELECT filepath FROM projects WHERE "
-                       "project_id=%1)")
+                       "project_id=%1) AND filepath<>''")
             .arg(id);
     QStringList statements;
     for (const char* table : {"collections_projects_map", "project_tag_map", "projects"}) {

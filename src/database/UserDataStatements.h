@@ -36,6 +36,9 @@ QString setLiterals(const QStringList& columns, const QStringList& literals, qin
 QString deleteProject(qint64 projectId);
 QStringList deleteAssociations(qint64 projectId);
 
+/// Says of a new record all that the user said of another one, its associations included.
+QStringList copy(qint64 fromProjectId, qint64 toProjectId);
+
 /// The rows of the records and of their associations, each as the statement that inserts it again, with the
 /// table before it and, for an association, the id of the collection or the tag between the two.
 QString selectAsInserts(const QList<qint64>& projectIds);

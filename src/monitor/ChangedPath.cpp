@@ -21,8 +21,7 @@ ProjectDetails ChangedPath::Entry::getProjectDetails() const {
 void ChangedPath::addEntry(const QString& path, unsigned long long eventID, unsigned long long fileID) {
     if (m_fileID == 0) {
         m_fileID = fileID;
-        QString suffix;
-        m_isProject = isLogicProjectAssetPath(path, suffix);
+        m_isProject = !bundlePathIn(path).isEmpty();
     } else if (fileID != m_fileID) {
         qWarning() << "Incorrect mismatched fileID for new entry to ChangedPath: "
                    << "\tExpected:" << m_fileID << " Got:" << fileID << ". Entry will not be added.";

@@ -17,9 +17,7 @@ const QString noteName = QStringLiteral("Stemhaven.plist");
 
 class Filter {
 public:
-    Filter(const WatchedFolders& folders, const std::function<bool(unsigned long long)>& isPendingMove)
-        : m_folders(folders),
-          m_isPendingMove(isPendingMove) {}
+    explicit Filter(const EventContext& context) : m_folders(context.folders), m_context(context) {}
 
     void take(const FileEvent& event) {
         m_batch.lastEventID = std::max<unsigned long long>(m_batch.lastEventID, event.eventID);
@@ -28,12 +26,13 @@ public:
 
         const QString path = event.path.endsWith(QLatin1Char('/')) ? event.path.chopped(1) : event.path;
         const bool renamed = (event.flags & FileEvent::ItemRenamed) != 0;
-        QString suffix;
+        const QString bundlePath = bundlePathIn(path);
         if (m_folders.isRoot(path)) {
             if (renamed)
                 m_batch.renamedRoots.append(path);
-        } else if (isLogicProjectAssetPath(path, suffix)) {
-            takeBundleEvent(event, path, path.left(path.indexOf(suffix) + suffix.size()));
+        } else if (!bundlePath.isEmpty()) {
+            if (matters(event, bundlePath))
+                takeBundleEvent(event, path, bundlePath);
         } else if (renamed && event.fileID != 0) {
             takeFolderRename(event, path);
         }
@@ -42,8 +41,21 @@ public:
     const EventBatch& batch() const { return m_batch; }
 
 private:
+    /// What is hidden is passed over, as the search does. Projects elsewhere that are not on record are none
+    /// of ours.
+    bool matters(const FileEvent& event, const QString& bundlePath) const {
+        const auto root = m_folders.rootAbove(bundlePath);
+        if (!root.isEmpty())
+            return !QStringView(bundlePath).mid(root.size() - 1).contains(QLatin1String("/."));
+        return m_context.isRecorded(bundlePath) || comesFromSight(event.fileID);
+    }
+
+    bool comesFromSight(unsigned long long fileID) const {
+        return fileID != 0 && (m_context.isPendingMove(fileID) || movesNow(fileID));
+    }
+
     void takeFolderRename(const FileEvent& event, const QString& path) {
-        if (m_folders.isAncestor(path) || m_isPendingMove(event.fileID) || movesNow(event.fileID)) {
+        if (m_folders.isAncestor(path) || m_folders.isBelowRoot(path) || comesFromSight(event.fileID)) {
             qDebug() << "ProjectMonitor: Folder moved/renamed! "
                      << "fileID: " << event.fileID << " docID: " << event.docID
                      << " eventID:" << event.eventID;
@@ -98,17 +110,15 @@ private:
     }
 
     const WatchedFolders& m_folders;
-    const std::function<bool(unsigned long long)>& m_isPendingMove;
+    const EventContext& m_context;
     EventBatch m_batch;
     QSet<QString> m_changed;
 };
 
 } // namespace
 
-EventBatch filterEvents(
-    const QList<FileEvent>& events, const WatchedFolders& folders,
-    const std::function<bool(unsigned long long)>& isPendingMove) {
-    Filter filter(folders, isPendingMove);
+EventBatch filterEvents(const QList<FileEvent>& events, const EventContext& context) {
+    Filter filter(context);
     for (const auto& event : events)
         filter.take(event);
     return filter.batch();

@@ -28,10 +28,16 @@ struct EventBatch {
     unsigned long long lastEventID = 0;
 };
 
-/// Reduces events to what matters to the catalogue. isPendingMove says whether a file id is that of a move
-/// whose first half has been seen in an earlier batch.
-EventBatch filterEvents(
-    const QList<FileEvent>& events, const WatchedFolders& folders,
-    const std::function<bool(unsigned long long fileID)>& isPendingMove);
+/// What is known of paths and moves from before a batch.
+struct EventContext {
+    WatchedFolders folders;
+    std::function<bool(const QString& bundlePath)> isRecorded;
+    /// Whether the file id is that of a move whose first half has been seen in an earlier batch.
+    std::function<bool(unsigned long long fileID)> isPendingMove;
+};
+
+/// Reduces events to what matters to the catalogue. What lies below no root matters only if it is a folder
+/// above a recorded project, is such a project, or comes from there. Looks at the disk.
+EventBatch filterEvents(const QList<FileEvent>& events, const EventContext& context);
 
 } // namespace Stemhaven

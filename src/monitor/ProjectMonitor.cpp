@@ -5,7 +5,7 @@
 #include "app/errors/ErrorHandler.h"
 #include "app/errors/Guarded.h"
 #include "database/DatabaseInit.h"
-#include "database/ProjectPaths.h"
+#include "database/RecordedBundle.h"
 #include "database/SimpleTask.h"
 #include "database/TaskManager.h"
 #include "monitor/ReplayPosition.h"
@@ -18,9 +18,22 @@
 #include <QThreadPool>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace Stemhaven {
+
+namespace {
+
+// Between attempts to read from a database that fails.
+constexpr std::chrono::milliseconds shortestPause(250);
+constexpr std::chrono::milliseconds longestPause(10'000);
+
+std::chrono::milliseconds nextPause(std::chrono::milliseconds pause) {
+    return std::min(pause * 2, longestPause);
+}
+
+} // namespace
 
 ProjectMonitor& ProjectMonitor::instance() {
     static ProjectMonitor monitor(TaskManager::instance());
@@ -46,9 +59,10 @@ QStringList ProjectMonitor::getRootSearchPaths() {
 ProjectMonitor::ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds latency)
     : m_tasks(tasks),
       m_latency(latency),
-      m_rechecks(latency, [this](const QString& bundlePath) { return checkBundle(bundlePath, true); }),
+      m_progress([](unsigned long long id) { ReplayPosition::advanceTo(id); }),
       m_vanished(latency),
-      m_search(searchCallbacks()) {
+      m_search(m_recorded, searchCallbacks()),
+      m_checks(tasks, m_recorded, latency, checkCallbacks()) {
     // Used here, the settings are still there for the destructor at the end of the process.
     // What happens from now on is replayed by the next start at the latest, also where no event comes before
     // it.
@@ -68,13 +82,21 @@ ProjectMonitor::ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds lat
             if (self)
                 emit self->databaseInitFailed();
         });
-    loadProjectPaths([this] { updateWatchedDirs(!m_searchOwed); });
+    loadAtStart(shortestPause);
+}
+
+/// The database may be locked at the start: then it is asked again with growing pauses.
+void ProjectMonitor::loadAtStart(std::chrono::milliseconds pause) {
+    loadProjectPaths(
+        [this] { updateWatchedDirs(!m_searchOwed); },
+        [this, pause] { QTimer::singleShot(pause, this, [this, pause] { loadAtStart(nextPause(pause)); }); });
 }
 
 ProjectMonitor::~ProjectMonitor() {
     loggingFailures(QStringLiteral("Project Monitor destructor failed"), [this] {
         rememberUnsettledSearch();
         stopFilesystemEventStream();
+        m_search.stop();
         qDebug() << "ProjectMonitor: Shutting down...";
         ReplayPosition::settle(m_moves.oldestEventID());
     });
@@ -156,17 +178,14 @@ void ProjectMonitor::restartMonitoring() {
 
 void ProjectMonitor::initializeFilesystemEventStream() {
     FileWatchRequest request;
-    {
-        const std::lock_guard lock(m_mutex);
-        request.roots = m_folders.roots();
-        request.ancestors = QStringList(m_folders.ancestors().begin(), m_folders.ancestors().end());
-        request.recordedTimes = m_recordedTimes;
-        if (!request.ancestors.isEmpty()) {
-            for (const auto& bundle : std::as_const(m_knownPaths)) {
-                if (!m_folders.isBelowRoot(bundle))
-                    request.strayBundles.append(bundle);
-            }
-        }
+    const auto watched = folders();
+    const auto recorded = m_recorded->all();
+    request.roots = watched.roots();
+    request.ancestors = QStringList(watched.ancestors().begin(), watched.ancestors().end());
+    for (auto it = recorded.begin(); it != recorded.end(); ++it) {
+        request.recordedTimes.insert(it.key(), it->lastModified);
+        if (!request.ancestors.isEmpty() && it.key().startsWith(u'/') && !watched.isBelowRoot(it.key()))
+            request.strayBundles.append(it.key());
     }
     if (request.roots.isEmpty() && request.ancestors.isEmpty())
         return;
@@ -199,33 +218,23 @@ void ProjectMonitor::stopFilesystemEventStream() {
     if (!m_stream)
         return;
     qInfo() << "Stopping project monitoring event stream...";
-    // Not under the lock: the stream may be waiting for it to deliver a batch.
-    m_isStopping = true;
     m_stream->stop();
-    m_isStopping = false;
     m_stream.reset();
 }
 
 void ProjectMonitor::loadProjectPaths(
     const std::function<void()>& continuation, const std::function<void()>& onFailure) {
-    const auto paths = std::make_shared<QSet<QString>>();
-    const auto times = std::make_shared<QHash<QString, qint64>>();
     // Read on the worker: a large catalogue would hold up the GUI thread.
-    auto task = std::make_shared<SimpleTask>([&tasks = m_tasks, paths, times] {
-        *paths = readProjectPaths(tasks.mainDatabase());
-        *times = readModificationTimes(tasks.mainDatabase(), *paths);
+    auto task = std::make_shared<SimpleTask>([&tasks = m_tasks, recorded = m_recorded] {
+        auto bundles = readRecordedBundles(tasks.mainDatabase());
+        if (bundles.isEmpty())
+            qDebug() << "No project paths found!";
+        recorded->replaceAll(std::move(bundles));
     });
     const QPointer<ProjectMonitor> self(this);
-    task->setSuccessCallback([self, paths, times, continuation](const std::shared_ptr<Task>&) {
+    task->setSuccessCallback([self, continuation](const std::shared_ptr<Task>&) {
         if (!self)
             return;
-        if (paths->isEmpty())
-            qDebug() << "No project paths found!";
-        {
-            const std::lock_guard lock(self->m_mutex);
-            self->m_knownPaths = *paths;
-            self->m_recordedTimes = *times;
-        }
         self->m_arePathsUnreadable = false;
         if (continuation)
             continuation();
@@ -246,19 +255,28 @@ void ProjectMonitor::updateWatchedDirs(bool startWhenDone) {
     m_updateRequested = false;
     m_searchOwed = m_searchOwed || !startWhenDone;
     const QPointer<ProjectMonitor> self(this);
-    const std::lock_guard lock(m_mutex);
-    queryWatchedFolders(m_tasks, m_knownPaths, [self, startWhenDone](const WatchedFolders& folders) {
-        if (self)
-            self->takeFolders(folders, startWhenDone);
-    });
+    queryWatchedFolders(
+        m_tasks, m_recorded,
+        [self, startWhenDone](const WatchedFolders& folders, const StrayBundles& strays) {
+            if (self)
+                self->takeFolders(folders, strays, startWhenDone);
+        },
+        [self, startWhenDone] {
+            if (self)
+                QTimer::singleShot(
+                    shortestPause, self, [self, startWhenDone] { self->updateWatchedDirs(startWhenDone); });
+        });
 }
 
-void ProjectMonitor::takeFolders(const WatchedFolders& folders, bool startWhenDone) {
+void ProjectMonitor::takeFolders(
+    const WatchedFolders& folders, const StrayBundles& strays, bool startWhenDone) {
     stopFilesystemEventStream();
     {
         const std::lock_guard lock(m_mutex);
         m_folders = folders;
     }
+    for (const auto& moved : strays.moved)
+        check(moved.to, {moved.from}, true, nullptr);
     if (folders.roots().isEmpty())
         m_searchOwed = false;
     else if (startWhenDone)
@@ -276,11 +294,7 @@ void ProjectMonitor::searchForProjects(bool restartWhenDone) {
 ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
     return {
         [this] { return rootSearchPaths(); },
-        [this] {
-            const std::lock_guard lock(m_mutex);
-            return m_knownPaths;
-        },
-        [this](const std::function<bool()>& giveUp) { m_checks->waitForRoom(mostChecksAtOnce, giveUp); },
+        [this](const std::function<bool()>& giveUp) { m_checks.waitForRoom(mostChecksWaiting, giveUp); },
         [this](const QString& bundlePath) { directoryChanged(bundlePath, false); },
         [this](int bundlesFound) {
             QMetaObject::invokeMethod(
@@ -291,35 +305,34 @@ ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
                 },
                 Qt::QueuedConnection);
         },
-        [this](const QSet<QString>& knownBefore, bool restartWanted) {
-            searchWalked(knownBefore, restartWanted);
-        },
+        [this](quint64 recordedBefore, bool restartWanted) { searchWalked(recordedBefore, restartWanted); },
     };
 }
 
-void ProjectMonitor::searchWalked(const QSet<QString>& knownBefore, bool restartWanted) {
-    // Queued behind the checks, each of which is over when its first task is.
-    const auto tryAgain = [this, knownBefore, restartWanted] {
-        constexpr std::chrono::seconds untilDatabaseAnswers(10);
-        QTimer::singleShot(untilDatabaseAnswers, this, [this, knownBefore, restartWanted] {
-            searchWalked(knownBefore, restartWanted);
-        });
-    };
-    const auto settle = [this, knownBefore, restartWanted] {
+void ProjectMonitor::searchWalked(quint64 recordedBefore, bool restartWanted) {
+    m_checks.whenIdle([this, recordedBefore, restartWanted] {
+        QMetaObject::invokeMethod(
+            this, [this, recordedBefore, restartWanted] { settleSearch(recordedBefore, restartWanted); },
+            Qt::QueuedConnection);
+    });
+}
+
+void ProjectMonitor::settleSearch(quint64 recordedBefore, bool restartWanted) {
+    const auto settle = [this, recordedBefore, restartWanted] {
         m_search.settled();
         rememberUnsettledSearch();
         if (!isSearching())
             emit searchEnded();
-        bool changed = false;
-        {
-            const std::lock_guard lock(m_mutex);
-            changed = m_knownPaths != knownBefore;
-        }
-        if (!changed && !restartWanted)
+        if (m_recorded->revision() == recordedBefore && !restartWanted)
             return;
         loggingFailures(
             QStringLiteral("Restarting project monitor failed."), [this] { restartMonitoring(); });
         emit projectsDbModified();
+    };
+    const auto tryAgain = [this, recordedBefore, restartWanted] {
+        QTimer::singleShot(longestPause, this, [this, recordedBefore, restartWanted] {
+            settleSearch(recordedBefore, restartWanted);
+        });
     };
     loadProjectPaths(settle, tryAgain);
 }

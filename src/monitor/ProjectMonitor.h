@@ -1,9 +1,11 @@
 #pragma once
 
-#include "monitor/ChecksInProgress.h"
+#include "monitor/BundleChecks.h"
 #include "monitor/EventFilter.h"
 #include "monitor/ProjectSearch.h"
-#include "monitor/Rechecks.h"
+#include "monitor/RecordedBundles.h"
+#include "monitor/ReplayProgress.h"
+#include "monitor/StrayBundles.h"
 #include "monitor/UnresolvedMoves.h"
 #include "monitor/VanishedBundles.h"
 #include "monitor/WatchedFolders.h"
@@ -11,9 +13,7 @@
 #include "project/ProjectDetails.h"
 
 #include <QDateTime>
-#include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -65,6 +65,9 @@ public:
     /// From any thread.
     bool isSearching() const;
 
+    /// Whether any bundle is being checked or waits for it. From any thread.
+    bool isChecking() const { return !m_checks.isIdle(); }
+
     /// Makes the next start read the root folders anew and search them.
     void requestUpdateWatchedDirs();
 
@@ -75,20 +78,17 @@ public:
     /// look once more. A restart that was asked for is done at the end, whichever request brought it.
     void searchForProjects(bool restartWhenDone);
 
-    /// Reads the paths and times of all records anew. Then calls continuation, or onFailure when the database
-    /// fails, on the GUI thread.
+    /// Reads anew what is on record. Then calls continuation, or onFailure when the database fails, on the
+    /// GUI thread.
     void
     loadProjectPaths(const std::function<void()>& continuation, const std::function<void()>& onFailure = {});
 
-    /// Decides what the bundle is (new, known, moved, copied) and has its record written. Returns as soon as
-    /// the first query is queued. fromEvent: notify once it is written; a search notifies once, at its end.
-    /// From any thread.
+    /// Has it decided what the bundle is (new, known, moved, copied) and its record written, and returns at
+    /// once. fromEvent: notify once it is written; a search notifies once, at its end. From any thread.
     void directoryChanged(const QString& bundlePath, bool fromEvent);
 
-    /// Has the records moved along with what was moved or renamed.
+    /// Has the records moved along with what was moved or renamed. From any thread.
     void updateMovedOrRenamedPaths();
-
-    void finishedCheckingProject(const ProjectDetails& details);
 
 signals:
     void wasStarted();
@@ -111,42 +111,45 @@ private:
     void startLater();
     void takeEvents(const QList<FileEvent>& events);
     void takeBatch(const EventBatch& batch);
-    /// While the database fails. Says whether it does.
-    bool letWaitForDatabase(const QString& bundlePath);
-    /// Says whether there was something to check that is not being checked already.
-    bool checkBundle(const QString& bundlePath, bool fromEvent);
+    using Ticket = std::shared_ptr<ReplayProgress::Ticket>;
+    void followMoves(const Ticket& ticket);
+    void followProject(const ChangedPath& changed, const Ticket& ticket);
+    void followFolder(const ChangedPath& changed, const Ticket& ticket);
+    void
+    check(const QString& bundlePath, const QStringList& priorPaths, bool fromEvent, const Ticket& ticket);
     bool isSearched(const QString& path) const;
-    void bundleWritten(const ProjectDetails& details, bool fromEvent);
-    void bundleVanished(const ProjectDetails& details);
+    WatchedFolders folders() const;
+    void recordsWritten(const QList<ProjectChanges::Written>& written, bool fromEvent);
 
+    BundleChecks::Callbacks checkCallbacks();
     ProjectSearch::Callbacks searchCallbacks();
-    void takeFolders(const WatchedFolders& folders, bool startWhenDone);
-    void searchWalked(const QSet<QString>& knownBefore, bool restartWanted);
+    void loadAtStart(std::chrono::milliseconds pause);
+    void takeFolders(const WatchedFolders& folders, const StrayBundles& strays, bool startWhenDone);
+    void searchWalked(quint64 recordedBefore, bool restartWanted);
+    void settleSearch(quint64 recordedBefore, bool restartWanted);
     void rememberUnsettledSearch() const;
 
-    /// A search and a batch of events run this far ahead of their checks and no further, so that what the
-    /// user does meanwhile is not queued behind thousands of them.
-    static constexpr qsizetype mostChecksAtOnce = 16;
+    /// A search runs this far ahead of the checks and no further.
+    static constexpr qsizetype mostChecksWaiting = 256;
 
     TaskManager& m_tasks;
     const std::chrono::milliseconds m_latency;
-    mutable std::recursive_mutex m_mutex; // guards what follows, up to the atomics
+    /// Held for a copy or an exchange of what it guards, never while the disk is looked at.
+    mutable std::mutex m_mutex; // guards m_folders
     WatchedFolders m_folders;
-    QSet<QString> m_knownPaths;
-    QHash<QString, qint64> m_recordedTimes;
+    const std::shared_ptr<RecordedBundles> m_recorded = std::make_shared<RecordedBundles>();
     QDateTime m_rootPathsDatabaseTime;
-    std::shared_ptr<ChecksInProgress> m_checks = std::make_shared<ChecksInProgress>();
     UnresolvedMoves m_moves;
-    Rechecks m_rechecks;                       // GUI thread
+    ReplayProgress m_progress;
     VanishedBundles m_vanished;                // GUI thread
     std::shared_ptr<FileEventStream> m_stream; // GUI thread
     bool m_isStartDelayed = false;             // GUI thread
     bool m_arePathsUnreadable = false;         // GUI thread
     std::atomic<bool> m_running = false;
-    std::atomic<bool> m_isStopping = false; // the stream's thread is being waited for
     std::atomic<bool> m_updateRequested = false;
     std::atomic<bool> m_searchOwed = false;
     ProjectSearch m_search;
+    BundleChecks m_checks; // last: its thread uses the others
 };
 
 } // namespace Stemhaven

@@ -1,26 +1,41 @@
 // How the monitor answers to what happens to bundles.
 
-#include "app/Shutdown.h"
 #include "app/errors/Guarded.h"
-#include "monitor/BundleCheck.h"
-#include "monitor/MoveResolution.h"
 #include "monitor/ProjectMonitor.h"
 #include "monitor/ReplayPosition.h"
+#include "project/BundleSuffixes.h"
 
 #include <QDebug>
-#include <QPointer>
+#include <QFileInfo>
+
+#include <utility>
 
 namespace Stemhaven {
+
+BundleChecks::Callbacks ProjectMonitor::checkCallbacks() {
+    return {
+        [this] { return rootSearchPaths(); },
+        [this](const QString& path) { return isSearched(path); },
+        [this] { return m_searchOwed || m_search.isWalking(); },
+        [this](const QList<ProjectChanges::Written>& written, bool fromEvent) {
+            recordsWritten(written, fromEvent);
+        },
+        [this](const ProjectDetails& details) {
+            QMetaObject::invokeMethod(
+                this, [this, details] { m_vanished.add(details); }, Qt::QueuedConnection);
+        },
+    };
+}
 
 void ProjectMonitor::takeEvents(const QList<FileEvent>& events) {
     loggingFailures(QStringLiteral("ProjectMonitor: event callback failed!"), [&] {
         m_moves.startBatch();
-        EventBatch batch;
-        {
-            const std::lock_guard lock(m_mutex);
-            batch = filterEvents(
-                events, m_folders, [this](unsigned long long fileID) { return m_moves.contains(fileID); });
-        }
+        const auto batch = filterEvents(
+            events,
+            {folders(), [this](const QString& path) { return m_recorded->at(path).has_value(); },
+             [this](unsigned long long fileID) {
+                 return m_moves.contains(fileID);
+             }});
         m_moves.add(batch.moves);
         takeBatch(batch);
     });
@@ -30,118 +45,93 @@ void ProjectMonitor::takeBatch(const EventBatch& batch) {
     for (const auto& root : batch.renamedRoots)
         QMetaObject::invokeMethod(
             this, [this, root] { emit rootSearchPathChanged(root); }, Qt::QueuedConnection);
-    updateMovedOrRenamedPaths();
-    // The thread that stops the stream waits for this one, which must not wait for callbacks then.
-    const auto giveUp = [this] {
-        return m_isStopping || Shutdown::hasBegun();
-    };
-    bool allAreChecked = true;
-    for (const auto& bundle : batch.changedBundles) {
-        m_checks->waitForRoom(mostChecksAtOnce, giveUp);
-        if (giveUp()) {
-            // The next stream replays the others, as the position stays where it is.
-            allAreChecked = false;
-            break;
-        }
-        if (letWaitForDatabase(bundle))
-            allAreChecked = false;
-        else
-            checkBundle(bundle, true);
-    }
+    // Before the checks, which leave some decisions to the end of a search.
     if (batch.needsSearch)
         searchForProjects(false);
-    // The next start may pass over what has been written, and nothing else.
-    m_checks->waitForRoom(1, giveUp);
-    if (batch.lastEventID != 0 && allAreChecked && !m_rechecks.areWaitingForDatabase() && !giveUp())
-        ReplayPosition::advanceTo(batch.lastEventID);
+    const auto ticket = batch.lastEventID == 0 ? nullptr : m_progress.begin(batch.lastEventID);
+    followMoves(ticket);
+    for (const auto& bundle : batch.changedBundles)
+        check(bundle, {}, true, ticket);
 }
 
 void ProjectMonitor::updateMovedOrRenamedPaths() {
+    followMoves(nullptr);
+}
+
+void ProjectMonitor::followMoves(const Ticket& ticket) {
     const auto moves = m_moves.all();
     if (moves.isEmpty())
         return;
     qDebug() << "ProjectMonitor: Beginning update of moved or renamed paths";
-    const QPointer<ProjectMonitor> self(this);
-    const auto resolution = std::make_shared<MoveResolution>(
-        m_tasks,
-        MoveResolution::Callbacks{
-            [self](unsigned long long fileID) {
-                if (self)
-                    self->m_moves.remove(fileID);
-            },
-            [self] {
-                if (self)
-                    emit self->projectsDbModified();
-            },
-            [self](const QString& bundlePath) {
-                if (self)
-                    self->directoryChanged(bundlePath, true);
-            }});
-    for (const auto& move : moves)
-        resolution->resolve(move);
+    for (const auto& move : moves) {
+        if (move.isProject())
+            followProject(move, ticket);
+        else
+            followFolder(move, ticket);
+    }
+}
+
+void ProjectMonitor::followProject(const ChangedPath& changed, const Ticket& ticket) {
+    const auto latest = changed.getLatestPath();
+    if (!latest) {
+        qWarning() << "ProjectMonitor: No latest path found for moved/renamed project! Skipping...";
+        return;
+    }
+    QStringList priorPaths;
+    const auto priors = changed.getPriorPaths();
+    for (const auto& prior : priors)
+        priorPaths.append(prior.path);
+    if (!QFileInfo::exists(*latest)) {
+        qDebug() << "Searching for moved/renamed project. Not found at:";
+        qDebug() << "\tPrevious: " << priorPaths;
+        qDebug() << "\tPotential:" << *latest;
+        return;
+    }
+    qDebug() << "ProjectMonitor: Found moved/renamed project at: " << *latest;
+    m_moves.remove(changed.fileID());
+    check(*latest, priorPaths, true, ticket);
+}
+
+void ProjectMonitor::followFolder(const ChangedPath& changed, const Ticket& ticket) {
+    const auto latest = changed.getLatestPathFound();
+    if (!latest) {
+        qDebug()
+            << "ProjectMonitor: Could not find the latest path for changed directory! Checking next paths";
+        qDebug() << "\tPossible locations: " << changed;
+        return;
+    }
+    const auto entries = changed.getPriorPaths();
+    bool isSettled = false;
+    for (const auto& prior : entries) {
+        if (prior.path == *latest)
+            continue;
+        isSettled = true;
+        {
+            const std::lock_guard lock(m_mutex);
+            m_folders.moveAncestors(prior.path, *latest);
+        }
+        const auto bundles = m_recorded->below(prior.path + QLatin1Char('/'));
+        for (const auto& path : bundles)
+            check(*latest + path.mid(prior.path.size()), {path}, true, ticket);
+    }
+    if (isSettled)
+        m_moves.remove(changed.fileID());
 }
 
 void ProjectMonitor::directoryChanged(const QString& bundlePath, bool fromEvent) {
-    if (!letWaitForDatabase(bundlePath))
-        checkBundle(bundlePath, fromEvent);
+    check(bundlePath, {}, fromEvent, nullptr);
 }
 
-bool ProjectMonitor::letWaitForDatabase(const QString& bundlePath) {
-    if (!m_rechecks.areWaitingForDatabase())
-        return false;
-    QMetaObject::invokeMethod(
-        this, [this, bundlePath] { m_rechecks.waitForDatabase(bundlePath); }, Qt::QueuedConnection);
-    return true;
-}
-
-bool ProjectMonitor::checkBundle(const QString& bundlePath, bool fromEvent) {
-    bool begun = false;
-    loggingFailures(QStringLiteral("Unexpected exception occurred during directory changed event!"), [&] {
-        const std::lock_guard lock(m_mutex);
-        const ProjectDetails details(bundlePath);
-        if (!details.isValid || details.name.startsWith(tr("Untitled")))
-            return;
-        const QPointer<ProjectMonitor> self(this);
-        const auto check = BundleCheck::begin(
-            m_tasks, m_checks, details,
-            BundleCheck::Callbacks{
-                [self, fromEvent](const ProjectDetails& written) {
-                    if (self)
-                        self->bundleWritten(written, fromEvent);
-                },
-                [self, fromEvent](const ProjectDetails& unreadable) {
-                    if (self && fromEvent)
-                        self->m_rechecks.bundleUnreadable(unreadable.bundlePath());
-                },
-                [self](const ProjectDetails& vanished) {
-                    if (self)
-                        self->bundleVanished(vanished);
-                },
-                [self](const ProjectDetails& unanswered) {
-                    if (self)
-                        self->m_rechecks.databaseFailed(unanswered.bundlePath());
-                },
-                [self] {
-                    Shutdown::post([self] {
-                        if (self)
-                            self->m_rechecks.checkEnded();
-                    });
-                },
-                [self](const QString& path) {
-                    return self && self->isSearched(path);
-                }});
-        begun = check != nullptr;
-        if (begun) {
-            check->start();
-            return;
-        }
-        qDebug() << "Already checking project: " << details << ". Moving on";
-        if (fromEvent) {
-            QMetaObject::invokeMethod(
-                this, [this, bundlePath] { m_rechecks.checkLater(bundlePath); }, Qt::QueuedConnection);
-        }
-    });
-    return begun;
+void ProjectMonitor::check(
+    const QString& bundlePath, const QStringList& priorPaths, bool fromEvent, const Ticket& ticket) {
+    if (!isBundlePath(bundlePath) ||
+        QStringView(bundlePath).mid(bundlePath.lastIndexOf(u'/') + 1).startsWith(tr("Untitled")))
+        return;
+    CheckRequest request{bundlePath, priorPaths, fromEvent, {}, false};
+    if (ticket)
+        request.tickets.push_back(ticket);
+    if (!m_checks.add(std::move(request)))
+        qDebug() << "Already checking project: " << bundlePath << ". Moving on";
 }
 
 bool ProjectMonitor::isSearched(const QString& path) const {
@@ -149,20 +139,17 @@ bool ProjectMonitor::isSearched(const QString& path) const {
     return m_folders.isBelowRoot(path);
 }
 
-void ProjectMonitor::bundleWritten(const ProjectDetails& details, bool fromEvent) {
-    m_moves.remove(details.sufid.inode);
-    m_rechecks.bundleWritten(details.bundlePath());
+WatchedFolders ProjectMonitor::folders() const {
+    const std::lock_guard lock(m_mutex);
+    return m_folders;
+}
+
+void ProjectMonitor::recordsWritten(const QList<ProjectChanges::Written>& written, bool fromEvent) {
+    for (const auto& record : written)
+        m_moves.remove(record.details.sufid.inode);
     if (fromEvent)
-        emit projectsDbModified();
-}
-
-void ProjectMonitor::bundleVanished(const ProjectDetails& details) {
-    m_vanished.add(details);
-    m_rechecks.bundleVanished(details.bundlePath());
-}
-
-void ProjectMonitor::finishedCheckingProject(const ProjectDetails& details) {
-    m_checks->finish(details);
+        QMetaObject::invokeMethod(
+            this, [this] { emit projectsDbModified(); }, Qt::QueuedConnection);
 }
 
 } // namespace Stemhaven

@@ -4,6 +4,7 @@
 #include "app/errors/Guarded.h"
 #include "monitor/FolderWalk.h"
 #include "project/NoteFile.h"
+#include "project/ProjectDetails.h"
 
 #include <QDebug>
 #include <QThreadPool>
@@ -19,11 +20,19 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds betweenReports(100);
 
+/// Whether the bundle at path is the recorded one, and has its note.
+bool isAsRecorded(const QString& path, const RecordedBundles::ByPath& recorded) {
+    const auto known = recorded.constFind(path);
+    return known != recorded.cend() && known->sufid == ProjectDetails(path).sufid && !lacksNote(path);
+}
+
 } // namespace
 
-ProjectSearch::ProjectSearch(Callbacks callbacks) : m_callbacks(std::move(callbacks)) {}
+ProjectSearch::ProjectSearch(std::shared_ptr<const RecordedBundles> recorded, Callbacks callbacks)
+    : m_recorded(std::move(recorded)),
+      m_callbacks(std::move(callbacks)) {}
 
-ProjectSearch::~ProjectSearch() {
+void ProjectSearch::stop() {
     m_stop = true;
     m_future.waitForFinished();
 }
@@ -58,13 +67,14 @@ bool ProjectSearch::isUnsettled() const {
 }
 
 void ProjectSearch::run() {
-    const auto known = m_callbacks.knownPaths();
+    const auto recordedBefore = m_recorded->revision();
+    const auto recorded = m_recorded->all();
     qDebug() << "ProjectMonitor: Beginning search for new projects";
     bool restartWanted = false;
     bool passWanted = true;
     while (passWanted) {
         m_again = false;
-        loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(known); });
+        loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(recorded); });
         const std::lock_guard lock(m_mutex);
         passWanted = m_again && !isInterrupted();
         if (!passWanted) {
@@ -73,10 +83,10 @@ void ProjectSearch::run() {
         }
     }
     if (!isInterrupted())
-        m_callbacks.walked(known, restartWanted);
+        m_callbacks.walked(recordedBefore, restartWanted);
 }
 
-void ProjectSearch::walkRoots(const QSet<QString>& known) {
+void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
     const auto giveUp = [this] {
         return m_again || isInterrupted();
     };
@@ -90,7 +100,7 @@ void ProjectSearch::walkRoots(const QSet<QString>& known) {
                  lastReport = Clock::now();
                  m_callbacks.progressed(found);
              }
-             if (known.contains(bundlePath) && !lacksNote(bundlePath))
+             if (isAsRecorded(bundlePath, recorded))
                  return;
              m_callbacks.waitForRoom(giveUp);
              if (!giveUp())

@@ -1,20 +1,22 @@
 #pragma once
 
+#include "monitor/RecordedBundles.h"
+
 #include <QFuture>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <set>
 
 namespace Stemhaven {
 
-/// The walk over all root folders for bundles without a record or a note, one at a time, on the global thread
-/// pool.
+/// The walk over all root folders for bundles without a record or a note, and for those that have come to the
+/// path of another one's record. One walk at a time, on the global thread pool.
 ///
 /// A request during a walk has it make one more pass; however many requests come, it is one. The walk ends
 /// early when the shut-down begins or the search is destroyed, and counts as unsettled then.
@@ -23,21 +25,25 @@ public:
     struct Callbacks {
         // On the pool thread:
         std::function<QStringList()> roots;
-        std::function<QSet<QString>()> knownPaths;
         /// Blocks while too many checks are under way. Returns early when giveUp says so.
         std::function<void(const std::function<bool()>& giveUp)> waitForRoom;
         std::function<void(const QString& bundlePath)> check;
         /// Some ten times a second at most.
         std::function<void(int bundlesFound)> progressed;
         /// The last pass is over; the checks may not be. Answered by a call of settled() when they are.
-        std::function<void(const QSet<QString>& knownBefore, bool restartWanted)> walked;
+        /// recordedBefore is the revision of the recorded bundles at the beginning.
+        std::function<void(quint64 recordedBefore, bool restartWanted)> walked;
     };
 
-    explicit ProjectSearch(Callbacks callbacks);
-    /// Ends the walk and waits for it.
-    ~ProjectSearch();
+    ProjectSearch(std::shared_ptr<const RecordedBundles> recorded, Callbacks callbacks);
+
+    ~ProjectSearch() { stop(); }
+
     ProjectSearch(const ProjectSearch&) = delete;
     ProjectSearch& operator=(const ProjectSearch&) = delete;
+
+    /// Ends the walk and waits for it. No search begins any more.
+    void stop();
 
     /// False, with nothing done, when searches have come to an end for good.
     bool request(bool restartWhenDone);
@@ -48,14 +54,18 @@ public:
     /// Whether a walk is going on or has not been settled: what is on disk may not be in the catalogue yet.
     bool isUnsettled() const;
 
+    /// Whether a walk is going on. Without a lock.
+    bool isWalking() const { return m_inProgress; }
+
 private:
     void run();
-    void walkRoots(const QSet<QString>& known);
+    void walkRoots(const RecordedBundles::ByPath& recorded);
     bool isInterrupted() const;
 
+    const std::shared_ptr<const RecordedBundles> m_recorded;
     Callbacks m_callbacks;
     mutable std::mutex m_mutex; // the transitions between going on and having ended
-    bool m_inProgress = false;
+    std::atomic<bool> m_inProgress = false;
     bool m_restartWanted = false;
     int m_unsettledWalks = 0;
     std::atomic<bool> m_again = false;

@@ -33,16 +33,18 @@ bool WatchedFolders::isRoot(const QString& path) const {
     return m_roots.contains(path + QLatin1Char('/')) || m_canonicalRoots.contains(path);
 }
 
-bool WatchedFolders::isBelowRoot(const QString& path) const {
-    return std::any_of(
-        m_roots.begin(), m_roots.end(), [&](const QString& root) { return path.startsWith(root); });
+QString WatchedFolders::rootAbove(const QString& path) const {
+    QString innermost;
+    for (const auto& root : m_roots) {
+        if (path.startsWith(root) && root.size() > innermost.size())
+            innermost = root;
+    }
+    return innermost;
 }
 
-QSet<QString> WatchedFolders::ancestorsOfStrays(const QSet<QString>& knownBundles) const {
+QSet<QString> WatchedFolders::ancestorsOf(const QStringList& strayBundles) const {
     QSet<QString> ancestors;
-    for (const auto& bundle : knownBundles) {
-        if (isBelowRoot(bundle))
-            continue;
+    for (const auto& bundle : strayBundles) {
         const QFileInfo info(bundle);
         if (!info.exists()) {
             qDebug() << "Projects bundle path not found. Skipping: " << bundle;
@@ -62,6 +64,16 @@ QSet<QString> WatchedFolders::ancestorsOfStrays(const QSet<QString>& knownBundle
 }
 
 void WatchedFolders::setAncestors(QSet<QString> ancestors) {
+    m_ancestors = std::move(ancestors);
+}
+
+void WatchedFolders::moveAncestors(const QString& from, const QString& to) {
+    const auto oldPrefix = withTrailingSlash(from);
+    QSet<QString> ancestors;
+    for (const auto& ancestor : std::as_const(m_ancestors)) {
+        const bool isMoved = ancestor.startsWith(oldPrefix);
+        ancestors.insert(isMoved ? withTrailingSlash(to) + ancestor.mid(oldPrefix.size()) : ancestor);
+    }
     m_ancestors = std::move(ancestors);
 }
 

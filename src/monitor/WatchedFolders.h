@@ -10,22 +10,26 @@ namespace Stemhaven {
 /// lie outside all of them. Every path ends in "/"; "/" itself is never among them.
 class WatchedFolders {
 public:
-    /// Adds "/" where it is missing. Refuses "/" and what is there already.
+    /// Adds "/" where it is missing. Refuses "/" and what is there already. Looks at the disk.
     void addRoot(const QString& path);
 
     const QStringList& roots() const { return m_roots; }
 
-    bool isBelowRoot(const QString& path) const;
+    bool isBelowRoot(const QString& path) const { return !rootAbove(path).isEmpty(); }
+
+    /// The innermost root above path, empty where there is none.
+    QString rootAbove(const QString& path) const;
     /// path has no trailing "/". A root that was chosen through a link is known by its canonical path too.
     bool isRoot(const QString& path) const;
 
     bool isAncestor(const QString& path) const { return m_ancestors.contains(path + QLatin1Char('/')); }
 
-    /// The folders above those of the known bundles that lie below no root. Looks at the disk for each such
-    /// bundle, so not on the GUI thread.
-    QSet<QString> ancestorsOfStrays(const QSet<QString>& knownBundles) const;
+    /// The folders above these bundles. Looks at the disk for each bundle, so not on the GUI thread.
+    QSet<QString> ancestorsOf(const QStringList& strayBundles) const;
 
     void setAncestors(QSet<QString> ancestors);
+    /// A folder was moved, with those among the ancestors that it is or holds. No path ends in "/".
+    void moveAncestors(const QString& from, const QString& to);
 
     const QSet<QString>& ancestors() const { return m_ancestors; }
 

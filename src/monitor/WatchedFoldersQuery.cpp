@@ -1,41 +1,48 @@
 #include "monitor/WatchedFoldersQuery.h"
 
+#include "app/Shutdown.h"
 #include "app/errors/DbException.h"
+#include "app/errors/Guarded.h"
 #include "database/QueryTask.h"
 #include "database/RootPathStatements.h"
-#include "database/SimpleTask.h"
-#include "database/SqlText.h"
 #include "database/TaskManager.h"
 
 #include <QDebug>
 #include <QSqlQuery>
+#include <QThreadPool>
 #include <QVariant>
-
-#include <memory>
 
 namespace Stemhaven {
 
 void queryWatchedFolders(
-    TaskManager& tasks, const QSet<QString>& knownBundles,
-    const std::function<void(const WatchedFolders&)>& done) {
+    TaskManager& tasks, const std::shared_ptr<const RecordedBundles>& recorded,
+    const std::function<void(const WatchedFolders&, const StrayBundles&)>& done,
+    const std::function<void()>& failed) {
     auto roots = std::make_shared<QueryTask>(RootPathStatements::selectAll(), tasks.rootPathsDatabase());
-    roots->setQueryCallback(
-        [knownBundles, done](const std::shared_ptr<Task>& task, int rows, QSqlQuery* query) {
-            const auto folders = std::make_shared<WatchedFolders>();
-            while (query->next())
-                folders->addRoot(unescape(query->value(QStringLiteral("root_search_path")).toString()));
-            if (rows == 0)
-                qCritical() << "Could not retrieve root project search paths!";
-            // On the worker, as it looks at the disk for every stray.
-            auto ancestors = std::make_shared<SimpleTask>([folders, knownBundles] {
-                if (!folders->roots().isEmpty())
-                    folders->setAncestors(folders->ancestorsOfStrays(knownBundles));
+    roots->setQueryCallback([recorded, done](const std::shared_ptr<Task>&, int rows, QSqlQuery* query) {
+        QStringList paths;
+        while (query->next())
+            paths.append(query->value(QStringLiteral("root_search_path")).toString());
+        if (rows == 0)
+            qCritical() << "Could not retrieve root project search paths!";
+        // On the pool, as it looks at the disk for each root and each stray.
+        QThreadPool::globalInstance()->start([paths, recorded, done] {
+            loggingFailures(QStringLiteral("Could not retrieve root project search paths!"), [&] {
+                WatchedFolders folders;
+                for (const auto& path : paths)
+                    folders.addRoot(path);
+                StrayBundles strays;
+                if (!folders.roots().isEmpty()) {
+                    strays = StrayBundles::find(recorded->all(), folders);
+                    folders.setAncestors(folders.ancestorsOf(strays.inPlace));
+                }
+                Shutdown::post([folders, strays, done] { done(folders, strays); });
             });
-            ancestors->setSuccessCallback([folders, done](const std::shared_ptr<Task>&) { done(*folders); });
-            task->addNextTask(ancestors);
         });
-    roots->setSqlErrorCallback([](const std::shared_ptr<Task>&, const DbException& error) {
-        qCritical() << "Could not retrieve root project search paths!" << error;
+    });
+    roots->setSqlErrorCallback([failed](const std::shared_ptr<Task>&, const DbException& error) {
+        logFailure(error) << "Could not retrieve root project search paths!" << error;
+        failed();
     });
     tasks.addTask(roots);
 }

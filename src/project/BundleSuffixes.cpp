@@ -25,4 +25,12 @@ bool isBundlePath(const QString& path) {
         suffixes.begin(), suffixes.end(), [&](const QString& suffix) { return path.endsWith(suffix); });
 }
 
+QString bundlePathIn(const QString& path) {
+    for (qsizetype end = path.indexOf(u'/', 1); end >= 0; end = path.indexOf(u'/', end + 1)) {
+        if (const auto folder = path.left(end); isBundlePath(folder))
+            return folder;
+    }
+    return isBundlePath(path) ? path : QString();
+}
+
 } // namespace Stemhaven

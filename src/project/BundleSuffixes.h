@@ -15,4 +15,8 @@ bool isLogicProjectAssetPath(const QString& path, QString& extension);
 /// Whether path ends in a suffix.
 bool isBundlePath(const QString& path);
 
+/// The path of the outermost bundle that path is or lies in: up to and with the first component that ends in
+/// a suffix. Empty when there is none, as for "A.logicx backups", which merely holds a suffix.
+QString bundlePathIn(const QString& path);
+
 } // namespace Stemhaven

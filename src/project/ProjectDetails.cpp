@@ -9,12 +9,15 @@ ProjectDetails::ProjectDetails(const QString& path) : sufid(path.toUtf8().constD
     if (!isLogicProjectAssetPath(path, suffix))
         return;
 
-    // The suffix counts where it first occurs, so a folder that has it takes the place of a bundle below it.
-    const qsizetype nameEnd = path.indexOf(suffix);
-    const qsizetype nameBegin = QStringView(path).left(nameEnd).lastIndexOf(u'/') + 1;
-    filepath = path.left(nameBegin);
-    name = path.mid(nameBegin, nameEnd - nameBegin);
-    filename = name + suffix;
+    // Where a name merely holds the suffix ("Song.logicx.old") and no component ends in it, the text up to
+    // the suffix counts as the bundle.
+    QString bundle = bundlePathIn(path);
+    if (bundle.isEmpty())
+        bundle = path.left(path.indexOf(suffix) + suffix.size());
+    const qsizetype nameBegin = bundle.lastIndexOf(u'/') + 1;
+    filepath = bundle.left(nameBegin);
+    filename = bundle.mid(nameBegin);
+    name = filename.chopped(suffix.size());
     isValid = true;
 }
 

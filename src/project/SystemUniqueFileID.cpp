@@ -56,6 +56,21 @@ SystemUniqueFileID::SystemUniqueFileID(const char* path) {
     valid = true;
 }
 
+SystemUniqueFileID SystemUniqueFileID::fromString(const QString& text) {
+    SystemUniqueFileID id;
+    const qsizetype dash = text.lastIndexOf(u'-');
+    bool isDevice = false;
+    bool isInode = false;
+    const auto device = QStringView(text).left(dash).toInt(&isDevice);
+    const auto inode = QStringView(text).mid(dash + 1).toULongLong(&isInode);
+    if (dash > 0 && isDevice && isInode) {
+        id.device = device;
+        id.inode = inode;
+        id.valid = true;
+    }
+    return id;
+}
+
 QString SystemUniqueFileID::toString() const {
     return QString::number(device) + QLatin1Char('-') + QString::number(inode);
 }

@@ -14,6 +14,9 @@ struct SystemUniqueFileID {
     /// Follows symbolic links. A path that cannot be looked at is logged and gives an invalid identity.
     explicit SystemUniqueFileID(const char* path);
 
+    /// From what toString() gives. Invalid for any other text.
+    static SystemUniqueFileID fromString(const QString& text);
+
     /// Device and inode in decimal, joined by "-".
     QString toString() const;
 

@@ -45,6 +45,12 @@ TEST(EventFilter, ReducesEventsToWhatMatters) {
     folders.addRoot(disk.path());
     folders.setAncestors({"/stray/", "/stray/deep/"});
 
+    const EventContext context{
+        folders, [](const QString& path) { return path == "/else/Known.logicx"; },
+        [](auto id) {
+            return id == 8;
+        }};
+
     using Events = QList<FileEvent>;
     const QList<std::pair<Events, QString>> cases = {
         {{{"/music/A.logicx", 5, 0, modified, 1},
@@ -63,14 +69,24 @@ TEST(EventFilter, ReducesEventsToWhatMatters) {
         {{{"/music", 9, 0, renamed, 1}}, "root /music"},
         {{{"/music", 9, 0, scan, 1}}, "search"},
         {{{"/music/plain", 9, 0, modified | created, 1}}, ""},
-        {{{disk.path() + "/plain", 9, 0, renamed, 1}}, "search"},
+        {{{disk.path() + "/plain", 9, 0, renamed, 1}}, "move " + disk.path() + "/plain 9, search"},
+        // A name that merely holds the suffix.
+        {{{"/music/A.logicx backups/x", 5, 0, modified, 1},
+          {"/music/A.logicx backups/A.logicx", 5, 0, created, 2}},
+         "changed /music/A.logicx backups/A.logicx"},
+        {{{"/music/._A.logicx", 5, 0, modified, 1}, {"/music/.trash/A.logicx", 5, 0, created, 2}}, ""},
+        // Elsewhere: on record, come from a folder that is watched, and none of ours.
+        {{{"/else/Known.logicx", 5, 0, modified, 1}}, "changed /else/Known.logicx"},
+        {{{"/music/A.logicx", 5, 0, renamed, 1}, {"/else/A.logicx", 5, 0, renamed, 2}},
+         "move /music/A.logicx 5, move /else/A.logicx 5"},
+        {{{"/else/A.logicx", 5, 0, modified | created, 1}}, ""},
         {{{"/stray/deep", 7, 0, renamed, 1}, {"/stray/deeper", 7, 0, renamed, 2}},
          "move /stray/deep 7, move /stray/deeper 7"},
         {{{"/stray/deeper", 8, 0, renamed, 2}}, "move /stray/deeper 8"},
         {{{"/stray/other", 9, 0, renamed, 2}, {"/stray/deep", 0, 0, renamed, 3}}, ""},
     };
     for (const auto& [events, expected] : cases)
-        EXPECT_EQ(summary(filterEvents(events, folders, [](auto id) { return id == 8; })), expected);
+        EXPECT_EQ(summary(filterEvents(events, context)), expected);
 }
 
 TEST(ChangedPath, KeepsThePathsOfOneObjectInTheOrderOfTheirEvents) {

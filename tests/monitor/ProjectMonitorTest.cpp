@@ -32,8 +32,12 @@ protected:
         return notified;
     }
 
-    /// Everything queued so far has run.
-    void settle() { m_database.rows("SELECT 1"); }
+    /// All that was asked for has been checked and told.
+    void settle() {
+        EXPECT_TRUE(waitUntil([&] { return !m_monitor->isChecking(); }));
+        m_database.rows("SELECT 1");
+        QCoreApplication::processEvents();
+    }
 
     QStringList names() { return m_database.rows("SELECT name FROM projects ORDER BY name"); }
 

@@ -18,6 +18,8 @@ TEST(WatchedFolders, TakeRootsOnceAndNeverTheWholeDisk) {
     EXPECT_EQ(messages.count("Root monitoring attempt detected. Ignoring..."), 1);
     EXPECT_TRUE(folders.isBelowRoot("/a/b/Song.logicx"));
     EXPECT_FALSE(folders.isBelowRoot("/a/bc/Song.logicx"));
+    folders.addRoot("/a/b/inner");
+    EXPECT_EQ(folders.rootAbove("/a/b/inner/x/Song.logicx"), "/a/b/inner/");
 }
 
 TEST(WatchedFolders, ClimbFromStraysToARootOrTheTop) {
@@ -31,15 +33,17 @@ TEST(WatchedFolders, ClimbFromStraysToARootOrTheTop) {
 
     WatchedFolders folders;
     folders.addRoot(at("root"));
-    const auto ancestors = folders.ancestorsOfStrays(
-        {at("root/In.logicx"), at("stray/x/S.logicx"), at("stray/x/T.logicx"), at("other/U.logicx"),
-         at("gone/V.logicx")});
+    const auto ancestors = folders.ancestorsOf(
+        {at("stray/x/S.logicx"), at("stray/x/T.logicx"), at("other/U.logicx"), at("gone/V.logicx")});
     for (const auto& expected : {at("stray/x/"), at("stray/"), at("other/"), at("")})
         EXPECT_TRUE(ancestors.contains(expected)) << expected.toStdString();
     EXPECT_FALSE(ancestors.contains("/"));
     EXPECT_FALSE(ancestors.contains(at("root/")));
     EXPECT_FALSE(ancestors.contains(at("gone/")));
 
+    folders.setAncestors({at("other/"), at("stray/"), at("stray/x/")});
+    folders.moveAncestors(at("stray"), at("other/moved"));
+    EXPECT_EQ(folders.ancestors(), QSet<QString>({at("other/"), at("other/moved/"), at("other/moved/x/")}));
     folders.setAncestors({at("other/")});
     EXPECT_EQ(folders.all(), QStringList({at("root/"), at("other/")}));
 }

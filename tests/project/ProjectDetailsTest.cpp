@@ -29,6 +29,8 @@ TEST(ProjectDetails, takesAPathApart) {
         {"/a/b/Song.logicx/Resources/x", "/a/b/", "Song"},
         {"/a/Song.logicx.old/x", "/a/", "Song"},
         {"/a/Old.logicx/Song.logicx", "/a/", "Old"},
+        {"/a/A.logicx backups/B.logicx", "/a/A.logicx backups/", "B"},
+        {"/a/A.logicx backups/A.logicx/Resources/x", "/a/A.logicx backups/", "A"},
         {"/Song/Song/Song.logicx", "/Song/Song/", "Song"},
         {"/a/My.Song.logicx", "/a/", "My.Song"},
         {"/.logicx", "/", ""},
@@ -51,6 +53,9 @@ TEST(ProjectDetails, takesAPathApart) {
     }
     EXPECT_TRUE(isBundlePath("/a/Song.logicx"));
     EXPECT_FALSE(isBundlePath("/a/Song.logicx/Resources"));
+    EXPECT_EQ(
+        bundlePathIn("/a/A.logicx backups/B.logicx/Alternatives/C.logicx"), "/a/A.logicx backups/B.logicx");
+    EXPECT_EQ(bundlePathIn("/a/A.logicx backups/notes.txt"), "");
 }
 
 TEST(ProjectDetails, carriesTheIdentityOfThePathAsGiven) {

@@ -1,0 +1,60 @@
+#include "database/AwaitedTask.h"
+
+#include "app/errors/DbException.h"
+#include "database/Outage.h"
+#include "database/TaskManager.h"
+
+#include <QDebug>
+
+#include <chrono>
+#include <utility>
+
+namespace Stemhaven {
+
+AwaitedTask::AwaitedTask(Work work, Writes writes, QSqlDatabase& database)
+    : Task(&database),
+      m_work(std::move(work)),
+      m_writes(writes) {}
+
+bool AwaitedTask::run(TaskManager& tasks, Work work, Writes writes, const std::function<bool()>& giveUp) {
+    constexpr std::chrono::milliseconds betweenLooks(50);
+    std::future<std::exception_ptr> outcome;
+    {
+        auto task = std::make_shared<AwaitedTask>(std::move(work), writes, tasks.mainDatabase());
+        outcome = task->m_outcome.get_future();
+        tasks.addTask(std::move(task));
+    }
+    while (outcome.wait_for(betweenLooks) != std::future_status::ready) {
+        if (giveUp())
+            return false;
+    }
+    try {
+        if (const auto failure = outcome.get())
+            std::rethrow_exception(failure);
+    } catch (const std::future_error&) {
+        // The task went without having run.
+        return false;
+    }
+    return true;
+}
+
+unsigned short AwaitedTask::exec() {
+    try {
+        m_work(database());
+        if (m_writes == Writes::Yes)
+            outage().written();
+        m_outcome.set_value(nullptr);
+    } catch (const DbException& failure) {
+        const auto error = outage().logged("Exception caught in AwaitedTask::exec()!", failure);
+        m_outcome.set_value(std::make_exception_ptr(error));
+    } catch (const std::exception& error) {
+        qCritical() << "Exception caught in AwaitedTask::exec()!" << error.what();
+        m_outcome.set_value(std::current_exception());
+    } catch (...) {
+        qCritical() << "Unknown exception caught in AwaitedTask::exec()!";
+        m_outcome.set_value(std::current_exception());
+    }
+    return 0;
+}
+
+} // namespace Stemhaven

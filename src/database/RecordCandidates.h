@@ -1,0 +1,51 @@
+#pragma once
+
+#include "project/ProjectDetails.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+class QSqlDatabase;
+
+namespace Stemhaven {
+
+/// What a record says of its bundle's place and identity.
+struct ProjectRecord {
+    QString path() const { return filepath + filename; }
+
+    long long id = 0;
+    QString filepath;
+    QString filename;
+    /// Empty where the record has given its identity up.
+    QString sufid;
+};
+
+/// The records that a bundle may be, by what speaks for each. A record can be in several of the lists.
+struct RecordCandidates {
+    /// What the note in a bundle says: the id of a record, and the identity that the bundle had then.
+    using Note = std::pair<std::int64_t, std::string>;
+
+    QList<ProjectRecord> byIdentity;
+    /// Of those, the ones whose bundle had the same name and the same time of its last save.
+    QList<long long> byTraits;
+    QList<ProjectRecord> byPath;
+    /// At the paths from which the bundle was seen to move.
+    QList<ProjectRecord> byPriorPath;
+    std::optional<ProjectRecord> byNotedId;
+    /// Looked up where no record has the id that the note names.
+    QList<ProjectRecord> byNotedIdentity;
+};
+
+/// savedAt is when the bundle's information file was last changed, in seconds since the epoch. On the worker;
+/// throws DbException.
+RecordCandidates selectCandidates(
+    QSqlDatabase& database, const ProjectDetails& details, qint64 savedAt,
+    const std::optional<RecordCandidates::Note>& note, const QStringList& priorPaths);
+
+} // namespace Stemhaven

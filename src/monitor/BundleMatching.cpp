@@ -1,0 +1,236 @@
+#include "monitor/BundleMatching.h"
+
+#include "app/errors/Guarded.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <utility>
+
+namespace Stemhaven {
+
+namespace {
+
+constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
+
+constexpr const char* skippedNew = "Skipping... Could not read project data for new project: ";
+constexpr const char* skippedKnown = "Skipping... Could not read project data for project: ";
+
+/// There are disks that take a name in other letters for the same.
+bool isSameOnSomeDisks(const QString& a, const QString& b) {
+    const auto folded = [](const QString& text) {
+        return text.normalized(QString::NormalizationForm_C).toCaseFolded();
+    };
+    return a == b || folded(a) == folded(b);
+}
+
+} // namespace
+
+BundleMatching::BundleMatching(Places places, std::function<bool(const QString&)> isSearched)
+    : m_places(std::move(places)),
+      m_isSearched(std::move(isSearched)) {}
+
+BundleMatching::Outcome BundleMatching::match(
+    const FoundBundle& bundle, const RecordCandidates& candidates, const QStringList& priorPaths,
+    bool areAllKnown) {
+    const Subject subject{
+        bundle, candidates, priorPaths, bundle.details.bundlePath(), bundle.details.sufid.toString()};
+    if (const auto record = certainRecord(subject))
+        return update(subject, *record);
+    if (bundle.noteFailure)
+        return unreadable(skippedNew, subject.path, bundle.noteFailure);
+    const auto atItsPath = atPath(subject);
+    if (atItsPath.isEmpty() && !bundle.note)
+        return insert(subject);
+    if (!areAllKnown)
+        return Outcome::Undecided;
+    // Put back by a sync client or a backup, or replaced by a document program.
+    if (!atItsPath.isEmpty())
+        return update(subject, atItsPath.first());
+
+    const auto origin = originByNote(subject);
+    if (!origin)
+        return insert(subject);
+    if (origin->isAway) {
+        qInfo() << "The place of a recorded project is missing. What was found elsewhere gets a record of "
+                   "its own with the same user data. project_id:"
+                << origin->record.id;
+        return insert(subject, origin->record.id);
+    }
+    const auto nowThere = Places::bundleAt(origin->record.path());
+    if (nowThere.valid && nowThere != bundle.details.sufid) {
+        qDebug() << "Previous project found with matching SUFID with project_id: " << origin->record.id;
+        qDebug() << "Copy of project will be added as a new record.";
+        return insert(subject);
+    }
+    return update(subject, origin->record);
+}
+
+std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subject) const {
+    const auto records = withIdentity(subject);
+    const auto& note = subject.bundle.note;
+    const auto firstThat = [&](const auto& confirms) -> std::optional<ProjectRecord> {
+        const auto found = std::find_if(records.begin(), records.end(), confirms);
+        return found == records.end() ? std::nullopt : std::optional(*found);
+    };
+    if (const auto record = firstThat([&](const auto& it) { return it.path() == subject.path; }))
+        return record;
+    if (const auto record = firstThat([&](const auto& it) { return isAlsoAt(subject, it.path()); }))
+        return record;
+    if (const auto record = movedRecord(subject))
+        return record;
+    if (const auto record = firstThat([&](const auto& it) { return note && note->first == it.id; }))
+        return record;
+    const bool isIdentityNoted =
+        note && !subject.candidates.byNotedId && note->second == subject.sufid.toStdString();
+    return firstThat([&](const auto& it) {
+        return note || subject.bundle.noteFailure ? isIdentityNoted
+                                                  : subject.candidates.byTraits.contains(it.id);
+    });
+}
+
+/// The record of a path from which the bundle was seen to move, unless that record is another bundle's.
+std::optional<ProjectRecord> BundleMatching::movedRecord(const Subject& subject) const {
+    const bool isUnknown = withIdentity(subject).isEmpty();
+    for (const auto& prior : subject.candidates.byPriorPath) {
+        const auto record = current(prior);
+        const bool isStillThere = subject.priorPaths.contains(record.path());
+        if (isStillThere && (record.sufid == subject.sufid || (record.sufid.isEmpty() && isUnknown)))
+            return record;
+    }
+    return std::nullopt;
+}
+
+/// The record that the bundle's note speaks for, and whether its bundle cannot be looked for now.
+std::optional<BundleMatching::Origin> BundleMatching::originByNote(const Subject& subject) const {
+    std::optional<ProjectRecord> origin = subject.candidates.byNotedId;
+    if (origin) {
+        qDebug() << "Found project_id match from Stemhaven.plist: " << origin->id;
+    } else if (!subject.candidates.byNotedIdentity.isEmpty()) {
+        // The identity may have gone to another record meanwhile.
+        origin = current(subject.candidates.byNotedIdentity.first());
+        if (!subject.bundle.note || origin->sufid.toStdString() != subject.bundle.note->second)
+            return std::nullopt;
+    }
+    if (!origin)
+        return std::nullopt;
+    const auto record = current(*origin);
+    if (!ProjectDetails(record.path()).isValid) {
+        qWarning() << "Old project details are invalid! Possibly corrupt or incorrect path information.";
+        qDebug() << "\tOld project_id: " << record.id << " oldFilepath: " << record.filepath
+                 << " oldFilename: " << record.filename;
+        qWarning()
+            << "Since it is corrupted it is unusable. Replacing with newly found project with matching SFUID";
+        qDebug() << "\t" << subject.bundle.details;
+    }
+    return Origin{record, m_places.isAway(record, subject.bundle.details.sufid)};
+}
+
+/// Whether the bundle is found at that path as well, as when one root is a link to another. Its record keeps
+/// the path that it has then, or each look at one of the roots would move it there.
+bool BundleMatching::isAlsoAt(const Subject& subject, const QString& path) const {
+    return !isSameOnSomeDisks(path, subject.path) && m_isSearched(path) &&
+        Places::bundleAt(path) == subject.bundle.details.sufid;
+}
+
+ProjectRecord BundleMatching::current(const ProjectRecord& record) const {
+    return m_decided.value(record.id, record);
+}
+
+QList<ProjectRecord> BundleMatching::withIdentity(const Subject& subject) const {
+    QList<ProjectRecord> records;
+    for (const auto& candidate : subject.candidates.byIdentity) {
+        if (const auto record = current(candidate); record.sufid == subject.sufid)
+            records.append(record);
+    }
+    return records;
+}
+
+QList<ProjectRecord> BundleMatching::atPath(const Subject& subject) const {
+    QList<ProjectRecord> records;
+    for (const auto& candidate : subject.candidates.byPath) {
+        if (const auto record = current(candidate); record.path() == subject.path)
+            records.append(record);
+    }
+    return records;
+}
+
+BundleMatching::Outcome BundleMatching::update(const Subject& subject, const ProjectRecord& record) {
+    const bool keepsPath = isAlsoAt(subject, record.path());
+    const auto details = keepsPath ? ProjectDetails(record.path()) : subject.bundle.details;
+    const auto path = details.bundlePath();
+    const bool isMoved = record.path() != path || record.sufid != subject.sufid;
+    qDebug() << "Project modified. project id:" << record.id << " SUFID:" << details;
+    Outcome outcome = Outcome::Decided;
+    std::exception_ptr failure = subject.bundle.dataFailure;
+    if (!failure) {
+        try {
+            m_changes.updateProject(
+                details, *subject.bundle.data, subject.bundle.readAt / nanosecondsPerSecond, record.id);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }
+    if (failure) {
+        outcome = unreadable(skippedKnown, subject.path, failure);
+        if (!isMoved)
+            return outcome;
+        m_changes.moveProject(details, record.id);
+    }
+    takeOver(subject, record.id, path);
+    if (record.path() != path) {
+        m_vacatedPaths.append(record.path());
+        qInfo() << "Project was moved/renamed!"
+                << "\t From:" << record.path() << "\t To:  " << details;
+    }
+    m_decided[record.id] = {record.id, details.filepath, details.filename, subject.sufid};
+    return outcome;
+}
+
+BundleMatching::Outcome
+BundleMatching::insert(const Subject& subject, std::optional<long long> sameUserDataAs) {
+    std::exception_ptr failure = subject.bundle.dataFailure;
+    if (!failure) {
+        try {
+            m_changes.addProject(
+                subject.bundle.details, *subject.bundle.data, subject.bundle.readAt / nanosecondsPerSecond,
+                sameUserDataAs);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }
+    if (failure)
+        return unreadable(skippedNew, subject.path, failure);
+    takeOver(subject, 0, subject.path);
+    return Outcome::Decided;
+}
+
+/// Takes the bundle's identity and path from all other records.
+void BundleMatching::takeOver(const Subject& subject, long long projectId, const QString& path) {
+    for (auto record : withIdentity(subject)) {
+        if (record.id == projectId)
+            continue;
+        if (projectId != 0)
+            m_duplicates.append({subject.bundle.details.name, projectId, record.id});
+        qInfo() << "Another bundle has the identity of a recorded project now. project_id:" << record.id;
+        m_changes.giveUpIdentity(record.id);
+        record.sufid.clear();
+        m_decided[record.id] = record;
+    }
+    for (auto record : atPath(subject)) {
+        if (record.id == projectId || record.path() != path)
+            continue;
+        qInfo() << "Another bundle has the place of a recorded project now. project_id:" << record.id;
+        m_changes.giveUpPlace(record.id);
+        record.filepath.clear();
+        m_decided[record.id] = record;
+    }
+}
+
+BundleMatching::Outcome
+BundleMatching::unreadable(const char* what, const QString& path, const std::exception_ptr& failure) {
+    loggingFailures(QLatin1String(what) + path, [&] { std::rethrow_exception(failure); });
+    return Outcome::Unreadable;
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "database/RecordCandidates.h"
+#include "project/SystemUniqueFileID.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace Stemhaven {
+
+/// Looks at the places where records say that their bundles are. Looks at the disk, so never on the GUI
+/// thread.
+class Places {
+public:
+    /// Watched folders, each ending in "/".
+    explicit Places(QStringList roots);
+
+    /// Invalid where there is nothing.
+    static SystemUniqueFileID bundleAt(const QString& path);
+
+    /// Whether nobody can tell now if the record's bundle is still at its place, because the watched folder
+    /// or the volume that it lay on is missing. found is the identity of the bundle that may be it.
+    bool isAway(const ProjectRecord& record, const SystemUniqueFileID& found) const;
+
+private:
+    QStringList m_roots;
+};
+
+} // namespace Stemhaven

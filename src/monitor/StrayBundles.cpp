@@ -1,0 +1,72 @@
+#include "monitor/StrayBundles.h"
+
+#include "project/BundleSuffixes.h"
+#include "project/ProjectDetails.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <optional>
+
+namespace Stemhaven {
+
+namespace {
+
+/// Looks for a bundle at the recorded path with other names of its folders, one level after the other.
+class RenamedPathSearch {
+public:
+    RenamedPathSearch(const QString& path, const SystemUniqueFileID& identity)
+        : m_names(path.split(u'/', Qt::SkipEmptyParts)),
+          m_identity(identity) {}
+
+    std::optional<QString> run() { return lookIn(QStringLiteral("/"), 0); }
+
+private:
+    std::optional<QString> lookIn(const QString& folder, qsizetype level) {
+        if (level == m_names.size())
+            return std::nullopt;
+        const bool isLast = level + 1 == m_names.size();
+        const QString expected = folder + m_names[level];
+        if (isLast ? isTheBundle(expected) : QDir(expected).exists())
+            return isLast ? std::optional(expected) : lookIn(expected + u'/', level + 1);
+        const auto entries = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks);
+        for (const auto& name : entries) {
+            if (isBundlePath(name) != isLast || m_looksLeft == 0)
+                continue;
+            --m_looksLeft;
+            const QString path = folder + name;
+            const auto found = isLast ? (isTheBundle(path) ? std::optional(path) : std::nullopt)
+                                      : lookIn(path + u'/', level + 1);
+            if (found)
+                return found;
+        }
+        return std::nullopt;
+    }
+
+    bool isTheBundle(const QString& path) const { return ProjectDetails(path).sufid == m_identity; }
+
+    const QStringList m_names;
+    const SystemUniqueFileID m_identity;
+    /// Bounds the search where a folder of thousands lies on the way.
+    int m_looksLeft = 2000;
+};
+
+} // namespace
+
+StrayBundles StrayBundles::find(const RecordedBundles::ByPath& recorded, const WatchedFolders& folders) {
+    StrayBundles strays;
+    for (auto it = recorded.begin(); it != recorded.end(); ++it) {
+        // Where a record gave up its place, there is nowhere to look.
+        if (!it.key().startsWith(u'/') || folders.isBelowRoot(it.key()))
+            continue;
+        if (QFile::exists(it.key()))
+            strays.inPlace.append(it.key());
+        else if (!it->sufid.valid)
+            continue;
+        else if (const auto path = RenamedPathSearch(it.key(), it->sufid).run())
+            strays.moved.append({it.key(), *path});
+    }
+    return strays;
+}
+
+} // namespace Stemhaven

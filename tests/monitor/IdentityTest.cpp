@@ -1,0 +1,308 @@
+// Which record a bundle has after it was moved, exchanged, copied, deleted and put back.
+
+#include "monitor/MonitorFixture.h"
+#include "project/NoteFile.h"
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+using namespace Stemhaven;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Identity : public MonitorFixture {
+protected:
+    void SetUp() override {
+        MonitorFixture::SetUp();
+        m_database.rootRows(RootPathStatements::insert(m_disk.path() + "/drive"));
+        fs::create_directories(path("../drive"));
+    }
+
+    fs::path path(const QString& relativePath) const {
+        return fs::path(at(relativePath).toStdString()).lexically_normal();
+    }
+
+    /// Makes a bundle with the stars that belong to it, and waits for its record.
+    void make(const QString& relativePath, int stars) {
+        makeBundle(relativePath);
+        if (!m_monitor)
+            return;
+        ASSERT_TRUE(waitUntil([&] { return state().contains(relativePath + "|0"); })) << shown();
+        rate(relativePath, stars);
+    }
+
+    void rate(const QString& relativePath, int stars) {
+        m_database.rows(QString("UPDATE projects SET star_rating=%1 WHERE filepath || filename='%2'")
+                            .arg(stars)
+                            .arg(QString::fromStdString(path(relativePath).string()).replace("'", "''")));
+    }
+
+    void start() {
+        QSettings().setValue(SettingsKeys::searchWasInProgress, true);
+        m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks, std::chrono::milliseconds(100));
+        settle();
+    }
+
+    void settle() {
+        ASSERT_TRUE(waitUntil([&] {
+            return m_monitor->isWatching() && !m_monitor->isSearching() && !m_monitor->isChecking();
+        }));
+    }
+
+    void restart(const std::function<void()>& whileStopped) {
+        stop();
+        whileStopped();
+        ASSERT_TRUE(m_database.initialise());
+        start();
+    }
+
+    static void rename(const fs::path& from, const fs::path& to) {
+        fs::create_directories(to.parent_path());
+        fs::rename(from, to);
+    }
+
+    static void copy(const fs::path& from, const fs::path& to) {
+        fs::create_directories(to.parent_path());
+        fs::copy(from, to, fs::copy_options::recursive);
+    }
+
+    /// Each record as its path, seen from the root, and its stars.
+    QStringList state() {
+        auto rows = m_database.rows("SELECT filepath || filename, star_rating FROM projects");
+        for (auto& row : rows) {
+            if (row.startsWith(at("")))
+                row = row.mid(at("").size());
+            else if (row.startsWith(m_disk.path()))
+                row = ".." + row.mid(m_disk.path().size());
+        }
+        rows.sort();
+        return rows;
+    }
+
+    std::string shown() { return state().join(", ").toStdString(); }
+
+    /// Whether the catalogue comes to hold exactly these, one record a path, each with its bundle's identity.
+    testing::AssertionResult becomes(const QStringList& expected) {
+        if (!waitUntil([&] { return state() == expected; }, 15))
+            return testing::AssertionFailure() << shown();
+        const auto wrong = [&] {
+            QStringList paths;
+            const auto rows = m_database.rows("SELECT filepath || filename, SUFID FROM projects");
+            for (const auto& row : rows) {
+                const ProjectDetails details(row.section('|', 0, 0));
+                if (details.sufid.valid && details.sufid.toString() != row.section('|', 1))
+                    paths.append(row);
+            }
+            return paths;
+        };
+        if (!waitUntil([&] { return wrong().isEmpty(); }, 5))
+            return testing::AssertionFailure()
+                << "Another bundle's identity: " << wrong().join(", ").toStdString();
+        return testing::AssertionSuccess();
+    }
+};
+
+struct Case {
+    const char* name;
+    /// Made before, with 1, 2, 3... stars.
+    QStringList bundles;
+    std::function<void()> change;
+    QStringList expected;
+};
+
+} // namespace
+
+TEST_F(Identity, FollowsEachBundleWhetherItIsWatchedOrNot) {
+    const auto swapFolders = [&](const QString& a, const QString& b) {
+        rename(path(a), path("t"));
+        rename(path(b), path(a));
+        rename(path("t"), path(b));
+    };
+    const Case cases[] = {
+        {"folders exchanged",
+         {"F/Song.logicx", "G/Song.logicx"},
+         [&] { swapFolders("F", "G"); },
+         {"F/Song.logicx|2", "G/Song.logicx|1"}},
+        {"bundles exchanged",
+         {"A.logicx", "B.logicx"},
+         [&] { swapFolders("A.logicx", "B.logicx"); },
+         {"A.logicx|2", "B.logicx|1"}},
+        {"up a chain",
+         {"v0/Song.logicx", "v1/Song.logicx", "v2/Song.logicx"},
+         [&] {
+             rename(path("v0"), path("old"));
+             rename(path("v1"), path("v0"));
+             rename(path("v2"), path("v1"));
+         },
+         {"old/Song.logicx|1", "v0/Song.logicx|2", "v1/Song.logicx|3"}},
+        {"copied with its note, then moved",
+         {"Song.logicx"},
+         [&] {
+             copy(path("Song.logicx"), path("a/Copy.logicx"));
+             rename(path("Song.logicx"), path("z/Song.logicx"));
+         },
+         {"a/Copy.logicx|0", "z/Song.logicx|1"}},
+        {"put back without its note",
+         {"Song.logicx"},
+         [&] {
+             copy(path("Song.logicx"), path("../new"));
+             fs::remove(path("../new/Resources/Stemhaven.plist"));
+             fs::remove_all(path("Song.logicx"));
+             rename(path("../new"), path("Song.logicx"));
+         },
+         {"Song.logicx|1"}},
+        {"two apostrophes, renamed above",
+         {"It''s/Song (12'' Mix).logicx"},
+         [&] { rename(path("It''s"), path("It''s'''new")); },
+         {"It''s'''new/Song (12'' Mix).logicx|1"}},
+        {"beside and below a folder that holds the suffix",
+         {"A.logicx", "A.logicx backups/A.logicx", "A.logicx backups/B.logicx"},
+         [&] { rename(path("A.logicx backups"), path("A.logicx backups 2")); },
+         {"A.logicx backups 2/A.logicx|2", "A.logicx backups 2/B.logicx|3", "A.logicx|1"}},
+        {"the path occurs again in itself",
+         {"m/x/Song.logicx"},
+         [&] {
+             const auto mirror = path("mirror" + at("m"));
+             copy(path("m/x/Song.logicx"), mirror / "Song.logicx");
+             fs::remove(mirror / "Song.logicx/Resources/Stemhaven.plist");
+             rename(path("m"), path("n"));
+             rename(path("mirror"), path("n/mirror"));
+         },
+         {"n/mirror" + at("m/Song.logicx") + "|0", "n/x/Song.logicx|1"}},
+    };
+    for (const auto& [name, bundles, change, expected] : cases) {
+        for (const bool isWatched : {true, false}) {
+            SCOPED_TRACE(std::string(name) + (isWatched ? ", watched" : ", not watched"));
+            TearDown();
+            m_monitor.reset();
+            fs::remove_all(path(""));
+            fs::create_directories(path(""));
+            m_database.reopen();
+            ASSERT_TRUE(m_database.initialise());
+            m_database.rows("DELETE FROM projects");
+            start();
+            for (qsizetype i = 0; i < bundles.size(); ++i)
+                make(bundles[i], static_cast<int>(i) + 1);
+            settle();
+            if (isWatched)
+                change();
+            else
+                restart(change);
+            auto sorted = expected;
+            sorted.sort();
+            EXPECT_TRUE(becomes(sorted));
+        }
+    }
+}
+
+TEST_F(Identity, ARestoredOriginalHasItsRecordAgainThoughItsNumberWentToAnotherSong) {
+    make("A.logicx", 1);
+    start();
+    rate("A.logicx", 5);
+    const auto backup = m_disk.path().toStdString() + "/backup";
+    copy(path("A.logicx"), backup);
+    const auto number = ProjectDetails(at("A.logicx")).sufid.toString();
+    fs::remove_all(path("A.logicx"));
+    // File systems give the freed number to one of the next new folders; so does the catalogue here.
+    make("B.logicx", 4);
+    const auto asNumbered = [&] {
+        m_database.rows("UPDATE projects SET SUFID=NULL WHERE filename='A.logicx'");
+        if (ProjectDetails(at("B.logicx")).sufid.toString() != number) {
+            // The note in the backup names the number that B has.
+            m_database.rows("SELECT 1");
+            auto details = ProjectDetails(at("B.logicx"));
+            ASSERT_TRUE(fs::exists(backup + "/Resources"));
+            const auto id =
+                m_database.rows("SELECT project_id FROM projects WHERE filename='A.logicx'").value(0);
+            Stemhaven::ProjectDetails noted = details;
+            fs::rename(backup, m_disk.path().toStdString() + "/X.logicx");
+            noted = ProjectDetails(m_disk.path() + "/X.logicx");
+            updateStemhavenPlist(noted, id.toLongLong());
+            fs::rename(m_disk.path().toStdString() + "/X.logicx", backup);
+        }
+    };
+    asNumbered();
+    copy(backup, path("A.logicx"));
+    EXPECT_TRUE(becomes({"A.logicx|5", "B.logicx|4"}));
+
+    // Elsewhere than at its old path, the id in the note tells.
+    fs::remove_all(path("A.logicx"));
+    asNumbered();
+    copy(backup, path("else/A.logicx"));
+    EXPECT_TRUE(becomes({"B.logicx|4", "else/A.logicx|5"}));
+}
+
+TEST_F(Identity, ACopyOfASongOnADriveThatIsAwayBeginsWithItsUserData) {
+    make("../drive/A/Song.logicx", 1);
+    make("Other.logicx", 2);
+    start();
+    rate("../drive/A/Song.logicx", 5);
+    m_database.rows("INSERT INTO tags VALUES (7, 'Live')");
+    m_database.rows("INSERT INTO project_tag_map SELECT project_id, 7 FROM projects WHERE star_rating=5");
+    restart([&] {
+        copy(path("../drive/A/Song.logicx"), path("B/Song.logicx"));
+        rename(path("../drive"), path("../unplugged"));
+    });
+    EXPECT_TRUE(becomes({"../drive/A/Song.logicx|5", "B/Song.logicx|5", "Other.logicx|0"}));
+    EXPECT_EQ(m_database.rows("SELECT count(*) FROM project_tag_map WHERE tag_id=7"), QStringList("2"));
+    m_database.rows("UPDATE projects SET star_rating=1 WHERE filepath LIKE '%/B/'");
+    restart([&] { rename(path("../unplugged"), path("../drive")); });
+    EXPECT_TRUE(becomes({"../drive/A/Song.logicx|5", "B/Song.logicx|1", "Other.logicx|0"}));
+
+    // A folder that was taken off the list is not missing: what was there and is found elsewhere has moved.
+    restart([&] {
+        copy(path("../drive/A/Song.logicx"), path("C/Song.logicx"));
+        fs::remove_all(path("../drive"));
+        m_database.rootRows("DELETE FROM root_project_search_paths WHERE root_search_path LIKE '%drive'");
+    });
+    EXPECT_TRUE(becomes({"B/Song.logicx|1", "C/Song.logicx|5", "Other.logicx|0"}));
+}
+
+TEST_F(Identity, AStrayIsFollowedThroughEachRenamingOfAFolderAboveIt) {
+    make("In.logicx", 1);
+    start();
+    const auto stray = path("../one/deep/Stray.logicx");
+    TestBundle().write(stray.string());
+    m_monitor->directoryChanged(QString::fromStdString(stray.string()), true);
+    ASSERT_TRUE(becomes({"../one/deep/Stray.logicx|0", "In.logicx|0"}));
+    rate("../one/deep/Stray.logicx", 3);
+    restart([] {});
+    for (const auto& [from, to] :
+         {std::pair("one", "two"), {"two", "three"}, {"three/deep", "three/deeper"}}) {
+        rename(path(QString("../%1").arg(from)), path(QString("../%1").arg(to)));
+        const QString folder = QString(to).contains('/') ? QString(to) : QString(to) + "/deep";
+        EXPECT_TRUE(becomes({"../" + folder + "/Stray.logicx|3", "In.logicx|0"}));
+    }
+    restart([&] { rename(path("../three"), path("../four")); });
+    EXPECT_TRUE(becomes({"../four/deeper/Stray.logicx|3", "In.logicx|0"}));
+}
+
+TEST_F(Identity, HiddenBundlesAreNone) {
+    start();
+    for (const auto* hidden : {".Song.logicx", ".folder/Song.logicx", "._Song.logicx"})
+        makeBundle(hidden);
+    make("Song.logicx", 1);
+    EXPECT_TRUE(becomes({"Song.logicx|1"}));
+    restart([] {});
+    EXPECT_TRUE(becomes({"Song.logicx|1"}));
+}
+
+TEST_F(Identity, ABundleAtRestIsNotWrittenAgain) {
+    make("Song.logicx", 1);
+    start();
+    const auto written = [&] {
+        return m_database.rows("SELECT * FROM projects");
+    };
+    const auto before = written();
+    // So that a second writing shows.
+    const auto begin = QDateTime::currentSecsSinceEpoch();
+    ASSERT_TRUE(waitUntil([&] { return QDateTime::currentSecsSinceEpoch() > begin + 1; }));
+    settle();
+    LogCapture messages;
+    restart([] {});
+    EXPECT_EQ(written(), before);
+    EXPECT_EQ(messages.count("UPDATE projects"), 0);
+}
