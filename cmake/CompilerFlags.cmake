@@ -1,4 +1,4 @@
-# stemhaven_flags: what every target of ours is compiled with.
+# stemhaven_flags: the compiler options of every target of the project.
 add_library(stemhaven_flags INTERFACE)
 target_compile_options(stemhaven_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
@@ -10,7 +10,7 @@ if(STEMHAVEN_SANITIZE STREQUAL "address")
 elseif(STEMHAVEN_SANITIZE STREQUAL "thread")
     add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
     add_link_options(-fsanitize=thread)
-    # GCC warns that it cannot model fences in the standard library's own headers.
+    # GCC warns that TSan does not model the fences in the standard library's headers.
     target_compile_options(stemhaven_flags INTERFACE -Wno-tsan)
 elseif(NOT STEMHAVEN_SANITIZE STREQUAL "")
     message(FATAL_ERROR "STEMHAVEN_SANITIZE is '${STEMHAVEN_SANITIZE}'; it must be address, thread or empty")
