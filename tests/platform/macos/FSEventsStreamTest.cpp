@@ -1,4 +1,4 @@
-#include "macos_double/MacosDouble.h"
+#include "double/MacosDouble.h"
 #include "platform/FileEventStream.h"
 
 #include <gtest/gtest.h>
