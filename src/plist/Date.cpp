@@ -51,16 +51,12 @@ void Date::set(int month, int day, int year, int hour, int minute, int second, b
     fields.tm_sec = second;
     fields.tm_isdst = UTC ? 0 : daylightSavingNow();
 
-    const std::int64_t local = std::mktime(&fields);
-    if (local < -1)
+    // std::mktime takes fields for local time and would refuse the first hours of 1970, or not, as the zone
+    // is.
+    const std::int64_t seconds = UTC ? timegm(&fields) : std::mktime(&fields);
+    if (seconds < -1)
         throw Error("Plist::Date::set() date invalid");
-    if (!UTC) {
-        m_seconds = local;
-        return;
-    }
-    // Converting the UTC fields of a time as if they were local shifts it by the zone once more.
-    std::tm shifted = utcFields(local);
-    m_seconds = 2 * local - std::mktime(&shifted);
+    m_seconds = seconds;
 }
 
 void Date::setToCurrentTime() {

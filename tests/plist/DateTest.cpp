@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
@@ -16,16 +17,24 @@ void useZone(const char* zone) {
     tzset();
 }
 
+/// Berlin, New York, Sydney, Kolkata and Apia. One of the hemispheres has daylight saving time whenever this
+/// runs.
+constexpr std::array zones{
+    "CET-1CEST,M3.5.0,M10.5.0/3",
+    "EST5EDT,M3.2.0,M11.1.0",
+    "AEST-10AEDT,M10.1.0,M4.1.0/3",
+    "IST-5:30",
+    "<+13>-13",
+    "UTC0"};
+
 TEST(Date, OfUtcFieldsDoesNotDependOnTheZoneAndOfLocalOnesDoes) {
     const std::pair<const char*, std::int64_t> cases[] = {
         {"2024-02-29T12:00:00Z", 1709208000},   {"2024-07-01T00:30:00Z", 1719793800},
         {"1987-06-05T04:03:02Z", 549864182},    {"2038-01-19T03:14:08Z", 2147483648},
-        {"9999-12-31T23:59:59Z", 253402300799},
+        {"9999-12-31T23:59:59Z", 253402300799}, {"1970-01-01T00:00:00Z", 0},
     };
 
-    // One of the hemispheres has daylight saving time whenever this runs.
-    for (const char* zone :
-         {"CET-1CEST,M3.5.0,M10.5.0/3", "EST5EDT,M3.2.0,M11.1.0", "AEST-10AEDT,M10.1.0,M4.1.0/3", "UTC0"}) {
+    for (const char* zone : zones) {
         SCOPED_TRACE(zone);
         useZone(zone);
         for (const auto& [text, seconds] : cases) {
@@ -44,15 +53,18 @@ TEST(Date, OfUtcFieldsDoesNotDependOnTheZoneAndOfLocalOnesDoes) {
 }
 
 TEST(Date, BeforeTheEpochIsInvalidButForOneSecond) {
-    EXPECT_EQ(Date(1, 1, 1970, 0, 0, 0, true).timeAsEpoch(), 0);
-    EXPECT_EQ(Date(12, 31, 1969, 23, 59, 59, true).timeAsEpoch(), -1);
     constexpr int least = std::numeric_limits<int>::min();
     const std::pair<int, int> cases[] = {{12, 1969}, {12, 0}, {12, least}, {least, 2000}};
-    for (const auto& [month, year] : cases) {
-        const auto make = [month = month, year = year] {
-            Date(month, 31, year, 23, 59, 58, true);
-        };
-        EXPECT_EQ(errorOf(make), "Plist::Date::set() date invalid") << month << ' ' << year;
+    for (const char* zone : zones) {
+        SCOPED_TRACE(zone);
+        useZone(zone);
+        EXPECT_EQ(Date(12, 31, 1969, 23, 59, 59, true).timeAsEpoch(), -1);
+        for (const auto& [month, year] : cases) {
+            const auto make = [month = month, year = year] {
+                Date(month, 31, year, 23, 59, 58, true);
+            };
+            EXPECT_EQ(errorOf(make), "Plist::Date::set() date invalid") << month << ' ' << year;
+        }
     }
 }
 
