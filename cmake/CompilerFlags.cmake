@@ -11,7 +11,7 @@ elseif(STEMHAVEN_SANITIZE STREQUAL "thread")
     add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
     add_link_options(-fsanitize=thread)
     # GCC warns that TSan does not model the fences in the standard library's headers.
-    target_compile_options(stemhaven_flags INTERFACE -Wno-tsan)
+    target_compile_options(stemhaven_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-tsan>)
 elseif(NOT STEMHAVEN_SANITIZE STREQUAL "")
     message(FATAL_ERROR "STEMHAVEN_SANITIZE is '${STEMHAVEN_SANITIZE}'; it must be address, thread or empty")
 endif()
