@@ -17,6 +17,9 @@ namespace Stemhaven {
 struct FileEvent {
     enum Flag : std::uint32_t {
         MustScanSubDirs = 0x1,
+        /// A volume was mounted or unmounted at path, below a watched folder.
+        Mount = 0x40,
+        Unmount = 0x80,
         ItemCreated = 0x100,
         ItemRemoved = 0x200,
         ItemRenamed = 0x800,

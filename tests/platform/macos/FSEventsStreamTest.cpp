@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <CoreServices/CoreServices.h>
 #include <atomic>
 #include <future>
 #include <thread>
@@ -94,10 +95,19 @@ TEST_F(FSEventsStreamTest, TranslatesABatchUnlessItIsEmpty) {
         {{QStringLiteral("/Music/Café 🎹.logicx"), 0x7FFFFFFFFFFFFFFF, 5, FileEvent::ItemRenamed | 0x20000,
           41},
          QStringLiteral("/Music/Café 🎹.logicx")},
+        // Decomposed, as HFS+ stores names.
+        {{QStringLiteral("/Music/Cafe\u0301/U\u0308ber\u1112\u1161\u11ab.logicx/"), 8, 0,
+          FileEvent::ItemModified, 42},
+         QStringLiteral("/Music/Caf\u00e9/\u00dcber\ud55c.logicx")},
         {{QStringLiteral("/Music/Song.logicx/"), 9, 0, 0, 42}, QStringLiteral("/Music/Song.logicx")},
         {{QStringLiteral("/Music//"), 0, 6, FileEvent::ItemCreated | FileEvent::ItemRemoved, 43},
          QStringLiteral("/Music/")},
         {{QStringLiteral("/"), 0, 0, FileEvent::MustScanSubDirs | 0x2, 44}, QStringLiteral("/")},
+        {{QStringLiteral("/Music/Disk/"), 2, 0, kFSEventStreamEventFlagMount, 45},
+         QStringLiteral("/Music/Disk")},
+        {{QStringLiteral("/Music/Disk"), 0, 0, kFSEventStreamEventFlagUnmount, 46},
+         QStringLiteral("/Music/Disk")},
+        {{QStringLiteral("/Music"), 0, 0, kFSEventStreamEventFlagRootChanged, 47}, QStringLiteral("/Music")},
         // Only extended attributes changed: no flag that the program knows, but not 0 either.
         {{QStringLiteral("/Music/a"), 1, 0, 0x8000, 45}, QStringLiteral("/Music/a")},
         {{QString(), 0, 0, 0x80000000, 0xFFFFFFFFFFFFFFFE}, QString()}};

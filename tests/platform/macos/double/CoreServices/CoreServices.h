@@ -65,6 +65,9 @@ enum : FSEventStreamCreateFlags {
 
 enum : FSEventStreamEventFlags {
     kFSEventStreamEventFlagMustScanSubDirs = 0x1,
+    kFSEventStreamEventFlagRootChanged = 0x20,
+    kFSEventStreamEventFlagMount = 0x40,
+    kFSEventStreamEventFlagUnmount = 0x80,
     kFSEventStreamEventFlagItemCreated = 0x100,
     kFSEventStreamEventFlagItemRemoved = 0x200,
     kFSEventStreamEventFlagItemRenamed = 0x800,
