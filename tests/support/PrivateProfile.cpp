@@ -1,11 +1,11 @@
 #include "support/PrivateProfile.h"
 
-#include <csignal>
+#include "support/EndWithParent.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr const char* marker = "STEMHAVEN_TEST_HOME";
 
 void startAgainIn(const std::string& home, char** argv) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    endWithParent();
     setenv(marker, home.c_str(), 1);
     setenv("HOME", home.c_str(), 1);
     setenv("XDG_DATA_HOME", (home + "/data").c_str(), 1);
@@ -22,8 +22,8 @@ void startAgainIn(const std::string& home, char** argv) {
     setenv("XDG_CACHE_HOME", (home + "/cache").c_str(), 1);
     setenv("TMPDIR", (home + "/tmp").c_str(), 1);
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    execv("/proc/self/exe", argv);
-    std::perror("execv");
+    execvp(argv[0], argv);
+    std::perror("execvp");
     _exit(127);
 }
 

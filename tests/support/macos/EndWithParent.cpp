@@ -1,0 +1,4 @@
+#include "support/EndWithParent.h"
+
+// macOS has no such request.
+void endWithParent() {}
