@@ -37,6 +37,10 @@ public:
     /// gives nothing.
     QStringList rows(const QString& sql) const;
 
+    /// The language that the programs are started in from now on, as LANGUAGE names it. English until then,
+    /// whatever the language of whoever runs the tests, since tests read what the program says.
+    void setLanguage(const QString& language) { m_language = language; }
+
     /// Starts the program, waits for its window and leaves it running.
     void start(const QStringList& arguments = {});
     /// Runs the program, or another one, to its end and gives its exit status, -1 when it crashed or hung.
@@ -55,6 +59,7 @@ private:
     QString settingsPath() const;
 
     QTemporaryDir m_folder;
+    QString m_language = QStringLiteral("en");
     std::unique_ptr<QProcess> m_process;
     QString m_output;
 };
