@@ -1,7 +1,8 @@
 #include "support/EndWithParent.h"
 
-#include <csignal>
 #include <sys/prctl.h>
+
+#include <csignal>
 
 void endWithParent() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
