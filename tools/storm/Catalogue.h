@@ -3,7 +3,9 @@
 #include "LibraryModel.h"
 
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
+#include <QVariant>
 
 #include <cstdint>
 #include <string>
@@ -34,6 +36,10 @@ public:
     void setUserData(std::int64_t recordId, const UserData& userData) const;
 
 private:
+    /// Of the entry of that name, which is made where there is none.
+    QVariant idOf(const QString& table, const QString& column, const std::string& name) const;
+    QSqlQuery execute(const QString& statement, const QVariantList& values) const;
+
     QSqlDatabase m_database;
 };
 

@@ -17,17 +17,24 @@ std::string text(std::int64_t number) {
     return std::to_string(number);
 }
 
+std::string text(const UserData& data) {
+    return std::to_string(data.stars) + " stars, \"" + data.notes + "\", \"" + data.genre + "\", \"" +
+        data.tag + "\" and \"" + data.collection + "\"";
+}
+
 } // namespace
 
 std::vector<std::string>
 Checker::complaints(const LibraryModel& library, const std::vector<Record>& records) {
     m_complaints.clear();
     m_byPath.clear();
+    m_bySufid.clear();
     m_byId.clear();
     m_tagByOwnedId.clear();
     m_idByTag.clear();
     for (const auto& record : records) {
         m_byPath.emplace(record.path, record);
+        m_bySufid.emplace(record.sufid, record);
         m_byId[record.id] = record;
     }
     for (const auto& bundle : library.bundles()) {
@@ -35,6 +42,7 @@ Checker::complaints(const LibraryModel& library, const std::vector<Record>& reco
             m_tagByOwnedId[*bundle.recordId] = bundle.tag;
     }
 
+    checkPaths();
     for (const auto& bundle : library.bundles()) {
         if (library.isListed(bundle))
             checkListed(bundle);
@@ -47,6 +55,17 @@ Checker::complaints(const LibraryModel& library, const std::vector<Record>& reco
             m_complaints.push_back("record " + text(id) + " is gone");
     }
     return std::move(m_complaints);
+}
+
+void Checker::checkPaths() {
+    std::set<std::string> claimed;
+    for (const auto& [path, record] : m_byPath) {
+        // What has given its identity up is what a bundle left that moved on before it had its note.
+        if (!record.sufid.empty() && !claimed.insert(path).second)
+            m_complaints.push_back("record " + text(record.id) + " is not the only one at " + path);
+        if (std::filesystem::path(path).filename().string().starts_with('.'))
+            m_complaints.push_back("record " + text(record.id) + " is of hidden " + path);
+    }
 }
 
 void Checker::checkListed(const Bundle& bundle) {
@@ -66,16 +85,20 @@ void Checker::checkListed(const Bundle& bundle) {
     if (owner != m_tagByOwnedId.end() && owner->second != bundle.tag)
         complain(
             bundle, "has record " + text(record->id) + ", which is #" + std::to_string(owner->second) + "'s");
+    checkNote(bundle, *record);
+}
 
+void Checker::checkNote(const Bundle& bundle, const Record& record) {
+    const Stemhaven::ProjectDetails details(QString::fromStdString(bundle.path.string()));
     try {
         const auto note = Stemhaven::loadStemhavenPlistDetails(details);
         if (!note)
             complain(bundle, "has no note");
-        else if (note->first != record->id || note->second != sufid)
+        else if (note->first != record.id || note->second != record.sufid)
             complain(
                 bundle,
                 "has a note for record " + text(note->first) + " and identity " + note->second +
-                    " instead of " + text(record->id) + " and " + sufid);
+                    " instead of " + text(record.id) + " and " + record.sufid);
     } catch (const std::exception& error) {
         complain(bundle, std::string("has an unreadable note: ") + error.what());
     }
@@ -83,37 +106,31 @@ void Checker::checkListed(const Bundle& bundle) {
 
 const Record* Checker::findRecord(const Bundle& bundle, const std::string& sufid) {
     const Record* found = nullptr;
-    std::string others;
-    const auto [begin, end] = m_byPath.equal_range(bundle.path);
+    const auto [begin, end] = m_bySufid.equal_range(sufid);
     for (auto at = begin; at != end; ++at) {
-        const auto& record = at->second;
-        // What has given its identity up is what a bundle left that moved on before it had its note.
-        if (record.sufid.empty())
-            continue;
-        if (record.sufid == sufid && found == nullptr)
-            found = &record;
+        if (at->second.path == bundle.path && found == nullptr)
+            found = &at->second;
         else
-            others += " " + text(record.id) + " with identity " + record.sufid;
+            complain(bundle, "has the identity of record " + text(at->second.id) + " at " + at->second.path);
     }
     if (found == nullptr)
-        complain(bundle, "has no record with identity " + sufid + (others.empty() ? "" : " but" + others));
-    else if (!others.empty())
-        complain(bundle, "has another record beside " + text(found->id) + ":" + others);
+        complain(bundle, "has no record with its path and identity " + sufid);
     return found;
 }
 
 void Checker::checkUserData(const LibraryModel& library) {
     std::map<std::int64_t, UserData> expected;
     for (const auto& bundle : library.bundles()) {
-        if (bundle.userData)
+        const auto id = m_idByTag.find(bundle.tag);
+        if (bundle.userData && bundle.recordId)
             expected[*bundle.recordId] = *bundle.userData;
+        else if (bundle.userData && id != m_idByTag.end())
+            expected[id->second] = *bundle.userData;
     }
     for (const auto& [id, record] : m_byId) {
-        const auto& data = expected[id];
-        if (record.userData.stars != data.stars || record.userData.notes != data.notes)
+        if (record.userData != expected[id])
             m_complaints.push_back(
-                "record " + text(id) + " has " + text(record.userData.stars) + " stars and \"" +
-                record.userData.notes + "\" instead of " + text(data.stars) + " and \"" + data.notes + "\"");
+                "record " + text(id) + " has " + text(record.userData) + " instead of " + text(expected[id]));
     }
 }
 

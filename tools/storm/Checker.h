@@ -16,7 +16,10 @@ namespace Storm {
 ///   identity and its tempo, and its note names that record;
 /// - a record that was a bundle's once stays that bundle's, through every move and restart, and no other
 ///   bundle gets it, also when the first is deleted;
-/// - user data is on the record it was given to and nowhere else;
+/// - user data is on the record it was given to and nowhere else, except that the record of a copy whose
+///   original's drive was away begins with it;
+/// - no two records that have an identity have the same path, nor has a bundle's identity a second record;
+/// - what is hidden has no record;
 /// - no record is ever deleted.
 class Checker {
 public:
@@ -28,7 +31,9 @@ public:
     void adopt(LibraryModel& library);
 
 private:
+    void checkPaths();
     void checkListed(const Bundle& bundle);
+    void checkNote(const Bundle& bundle, const Record& record);
     const Record* findRecord(const Bundle& bundle, const std::string& sufid);
     void checkUserData(const LibraryModel& library);
     void complain(const Bundle& bundle, const std::string& what);
@@ -36,6 +41,7 @@ private:
     std::set<std::int64_t> m_idsEver;
     // Of the latest check.
     std::multimap<std::string, Record> m_byPath;
+    std::multimap<std::string, Record> m_bySufid;
     std::map<std::int64_t, Record> m_byId;
     std::map<std::int64_t, int> m_tagByOwnedId;
     std::map<int, std::int64_t> m_idByTag;

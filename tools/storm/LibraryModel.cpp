@@ -23,8 +23,19 @@ bool Bundle::isUntitled() const {
 }
 
 LibraryModel::LibraryModel(const Path& base)
-    : m_roots{base / "Music", base / "Music2"},
-      m_outside(base / "Elsewhere") {}
+    : m_roots{base / "Music", base / "Music2", base / "Drive"},
+      m_unplugged(base / "Unplugged"),
+      m_formerRoot(base / "Former"),
+      m_outside(base / "Elsewhere"),
+      m_store(base / "Store") {}
+
+std::vector<Path> LibraryModel::presentRoots() const {
+    std::vector<Path> present;
+    std::copy_if(m_roots.begin(), m_roots.end(), std::back_inserter(present), [&](const Path& root) {
+        return root != m_absentRoot;
+    });
+    return present;
+}
 
 std::vector<Path> LibraryModel::folders() const {
     std::vector<Path> found;
@@ -39,7 +50,14 @@ bool LibraryModel::isBelowRoots(const Path& path) const {
 }
 
 bool LibraryModel::isListed(const Bundle& bundle) const {
-    return bundle.exists && !bundle.isUntitled() && isBelowRoots(bundle.path);
+    return bundle.exists && !bundle.isUntitled() &&
+        (isBelowRoots(bundle.path) || isIn(bundle.path, m_formerRoot));
+}
+
+bool LibraryModel::isOnlyOneOfItsName(const Bundle& bundle) const {
+    return std::none_of(m_bundles.begin(), m_bundles.end(), [&](const Bundle& other) {
+        return &other != &bundle && other.path.filename() == bundle.path.filename();
+    });
 }
 
 std::vector<Bundle*> LibraryModel::bundlesIn(const Path& path) {
@@ -76,11 +94,23 @@ void LibraryModel::remove(const Path& path) {
     std::erase_if(m_folders, [&](const Path& folder) { return isIn(folder, path); });
 }
 
+void LibraryModel::unplug(const Path& root) {
+    relocate(root, m_unplugged);
+    m_absentRoot = root;
+}
+
+void LibraryModel::plugIn() {
+    relocate(m_unplugged, *m_absentRoot);
+    m_absentRoot.reset();
+}
+
 void LibraryModel::settled() {
     for (auto& bundle : m_bundles) {
         bundle.isMoved = false;
         bundle.isCopied = false;
         bundle.isReplaced = false;
+        bundle.isBare = false;
+        bundle.isRestored = false;
     }
 }
 

@@ -11,6 +11,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
+#include <algorithm>
 #include <csignal>
 #include <stdexcept>
 #include <utility>
@@ -46,19 +47,36 @@ ProgramUnderTest::~ProgramUnderTest() {
 }
 
 void ProgramUnderTest::giveRoots(const std::vector<std::filesystem::path>& roots) const {
+    changeRoots([&](QSqlQuery& query) {
+        query.exec(DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
+        return std::all_of(roots.begin(), roots.end(), [&](const std::filesystem::path& root) {
+            return query.exec(RootPathStatements::insert(QString::fromStdString(root.string())));
+        });
+    });
+}
+
+void ProgramUnderTest::takeOffList(const std::filesystem::path& root) const {
+    changeRoots([&](QSqlQuery& query) {
+        query.prepare(
+            QStringLiteral("DELETE FROM root_project_search_paths WHERE rtrim(root_search_path, '/')=?"));
+        query.addBindValue(QString::fromStdString(root.string()));
+        return query.exec() && query.numRowsAffected() == 1;
+    });
+}
+
+void ProgramUnderTest::changeRoots(const std::function<bool(QSqlQuery&)>& change) const {
     const auto name = QStringLiteral("roots");
+    bool changed = false;
     {
         auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
         database.setDatabaseName(m_dataFolder + QStringLiteral("/stemhaven-root-paths.db"));
         database.open();
         QSqlQuery query(database);
-        query.exec(DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
-        for (const auto& root : roots) {
-            if (!query.exec(RootPathStatements::insert(QString::fromStdString(root.string()))))
-                throw std::runtime_error("No profile could be made in " + m_profile.toStdString());
-        }
+        changed = change(query);
     }
     QSqlDatabase::removeDatabase(name);
+    if (!changed)
+        throw std::runtime_error("The roots could not be changed in " + m_profile.toStdString());
 }
 
 void ProgramUnderTest::start() {

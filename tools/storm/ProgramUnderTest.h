@@ -4,8 +4,11 @@
 #include <QString>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
+
+class QSqlQuery;
 
 namespace Storm {
 
@@ -30,11 +33,14 @@ public:
     void stop();
     /// As a power cut does.
     void kill();
+    /// Follows a root no longer from the next start on.
+    void takeOffList(const std::filesystem::path& root) const;
     /// Also gives Qt's process handling its turn.
     void checkAlive();
 
 private:
     void giveRoots(const std::vector<std::filesystem::path>& roots) const;
+    void changeRoots(const std::function<bool(QSqlQuery&)>& change) const;
     [[noreturn]] void fail(const std::string& what);
 
     QString m_program;

@@ -28,14 +28,24 @@ Storm::Storm(Options options, const std::filesystem::path& folder)
       m_random(m_options.seed),
       m_library(folder / "library"),
       m_program(
-          m_options.program, QString::fromStdString((folder / "profile").string()), m_library.roots(),
+          m_options.program, QString::fromStdString((folder / "profile").string()), followed(m_library),
           m_options.detailedLog),
-      m_operations(
-          m_library, m_random,
-          {[this] { settle(); },
-           [this] {
-               return m_program.isRunning();
-           }}) {}
+      m_operations(m_library, m_random, callbacks(), m_options.only) {}
+
+std::vector<std::filesystem::path> Storm::followed(const LibraryModel& library) {
+    auto roots = library.roots();
+    roots.push_back(library.formerRoot());
+    return roots;
+}
+
+Toolbox::Callbacks Storm::callbacks() {
+    return {
+        [this] { settle(); },
+        [this] { return m_program.isRunning(); },
+        [this] { stopProgram(); },
+        [this](const std::filesystem::path& root) { m_program.takeOffList(root); },
+    };
+}
 
 void Storm::run() {
     m_operations.prepare();
@@ -50,8 +60,7 @@ void Storm::run() {
             settle();
     }
     settle();
-    m_program.stop();
-    note("stop");
+    stopProgram();
     check();
 }
 
@@ -65,12 +74,18 @@ void Storm::changeProgramState() {
             note("start");
         }
     } else if (m_random.chance(stopPercent)) {
-        m_program.stop();
-        note("stop");
+        stopProgram();
     } else if (m_random.chance(killPercent)) {
         m_program.kill();
         note("kill");
     }
+}
+
+void Storm::stopProgram() {
+    if (!m_program.isRunning())
+        return;
+    m_program.stop();
+    note("stop");
 }
 
 void Storm::pause() {
@@ -123,12 +138,17 @@ void Storm::check() {
 void Storm::giveUserData() {
     constexpr int givenPercent = 30;
     constexpr int mostStars = 5;
+    constexpr int fewNames = 3;
     for (auto& bundle : m_library.bundles()) {
         if (!m_library.isListed(bundle) || !m_random.chance(givenPercent))
             continue;
+        const auto oneOfFew = [this](const char* kind) {
+            return kind + std::to_string(m_random.between(1, fewNames));
+        };
         bundle.userData = {
             m_random.between(1, mostStars),
-            "#" + std::to_string(bundle.tag) + ", check " + std::to_string(m_checks)};
+            "#" + std::to_string(bundle.tag) + ", check " + std::to_string(m_checks), oneOfFew("genre "),
+            oneOfFew("tag "), oneOfFew("collection ")};
         m_catalogue->setUserData(*bundle.recordId, *bundle.userData);
     }
 }

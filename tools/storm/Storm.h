@@ -22,6 +22,8 @@ struct Options {
     int steps = 200;
     /// How many operations there are between two checks.
     int settleEach = 20;
+    /// The names of the operations to choose from; all if it is empty.
+    std::vector<std::string> only;
     QString program;
     bool detailedLog = false;
 };
@@ -44,7 +46,10 @@ public:
     std::string summary() const;
 
 private:
+    static std::vector<std::filesystem::path> followed(const LibraryModel& library);
+    Toolbox::Callbacks callbacks();
     void changeProgramState();
+    void stopProgram();
     void pause();
     /// Waits until the catalogue is what it must be.
     void settle();

@@ -23,6 +23,9 @@ void describe(QCommandLineParser& parser) {
          QStringLiteral("200")},
         {QStringLiteral("settle-each"), QStringLiteral("Check after every so many changes."),
          QStringLiteral("N"), QStringLiteral("20")},
+        {QStringLiteral("only"),
+         QStringLiteral("Choose from these operations alone; an unknown name lists them all."),
+         QStringLiteral("NAME,...")},
         {QStringLiteral("program"), QStringLiteral("The program, in place of the one built with this tool."),
          QStringLiteral("PATH"), QCoreApplication::applicationDirPath() + QStringLiteral("/stemhaven")},
         {QStringLiteral("keep"),
@@ -47,6 +50,8 @@ int run(const QCoreApplication& application) {
     options.seed = static_cast<std::uint64_t>(numberOption(parser, QStringLiteral("seed"), 0));
     options.steps = numberOption(parser, QStringLiteral("steps"), 1);
     options.settleEach = numberOption(parser, QStringLiteral("settle-each"), 1);
+    for (const auto& name : parser.value(QStringLiteral("only")).split(',', Qt::SkipEmptyParts))
+        options.only.push_back(name.toStdString());
     options.program = parser.value(QStringLiteral("program"));
     options.detailedLog = parser.isSet(QStringLiteral("keep"));
 

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Toolbox.h"
+
+namespace Storm {
+
+/// What makes it hard to say which record a bundle has: backups and sync clients that put bundles back, with
+/// their notes and without, and copies whose originals move.
+class IdentityOperations {
+public:
+    explicit IdentityOperations(Toolbox& tools) : m_tools(tools) {}
+
+    std::vector<Operation> all();
+
+private:
+    using Path = Toolbox::Path;
+    using Outcome = std::optional<std::string>;
+
+    /// Of a bundle that is deleted.
+    struct Backup {
+        int tag = 0;
+        Path stored;
+    };
+
+    Outcome backUpAndDelete();
+    Outcome restore();
+    Outcome putBack();
+    Outcome emptyNote();
+    Outcome copyThenMove();
+
+    /// Named like the given path, and hidden from the program.
+    Path newStored(const Path& path);
+
+    Toolbox& m_tools;
+    std::vector<Backup> m_backups;
+    int m_stored = 0;
+};
+
+} // namespace Storm

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Toolbox.h"
+
+namespace Storm {
+
+/// What happens to the folders that the program follows: a drive is unplugged and perhaps plugged in again,
+/// and one that was taken off the list is renamed around the projects that it holds.
+class RootOperations {
+public:
+    explicit RootOperations(Toolbox& tools) : m_tools(tools) {}
+
+    std::vector<Operation> all();
+
+    /// Makes the projects that become strays.
+    void prepare();
+
+private:
+    using Path = Toolbox::Path;
+    using Outcome = std::optional<std::string>;
+
+    Outcome unplug();
+    Outcome plugIn();
+    Outcome renameAboveStrays();
+
+    std::string copyAway(const Path& root);
+    bool isAllCertain() const;
+
+    Toolbox& m_tools;
+    Path m_folderAboveStrays;
+    bool m_isTakenOffList = false;
+    int m_names = 0;
+};
+
+} // namespace Storm
