@@ -34,10 +34,12 @@ void Operations::choose(const std::vector<std::string>& names) {
     for (const auto& operation : m_operations)
         known.insert(operation.name);
     for (const auto& name : names) {
-        if (known.count(name) == 0)
-            throw std::runtime_error(std::accumulate(
-                known.begin(), known.end(), "No operation is called \"" + name + "\". There are:",
-                [](const std::string& text, const std::string& each) { return text + " " + each; }));
+        if (known.count(name) != 0)
+            continue;
+        std::string text = "No operation is called \"" + name + "\". There are:";
+        for (const auto& each : known)
+            text.append(" ").append(each);
+        throw std::runtime_error(text);
     }
     std::erase_if(m_operations, [&](const Operation& operation) {
         return std::find(names.begin(), names.end(), operation.name) == names.end();
