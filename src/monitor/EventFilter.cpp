@@ -27,6 +27,10 @@ public:
         const QString path = event.path.endsWith(QLatin1Char('/')) ? event.path.chopped(1) : event.path;
         const bool renamed = (event.flags & FileEvent::ItemRenamed) != 0;
         const QString bundlePath = bundlePathIn(path);
+        // A volume came to a watched folder or left it, with all that is on it.
+        const bool isMount = (event.flags & (FileEvent::Mount | FileEvent::Unmount)) != 0;
+        if (isMount && (m_folders.isRoot(path) || m_folders.isBelowRoot(path)))
+            m_batch.needsSearch = true;
         if (m_folders.isRoot(path)) {
             if (renamed)
                 m_batch.renamedRoots.append(path);

@@ -112,10 +112,7 @@ QStringList ProjectMonitor::rootSearchPaths() const {
 }
 
 FileEventStream::RootState ProjectMonitor::stateOfRoot(const QString& root) const {
-    if (m_stream)
-        return m_stream->stateOf(root);
-    return QFileInfo::exists(root) ? FileEventStream::RootState::Watched
-                                   : FileEventStream::RootState::Missing;
+    return m_stream ? m_stream->stateOf(root) : FileEventStream::RootState::Missing;
 }
 
 bool ProjectMonitor::isSearching() const {
@@ -275,8 +272,17 @@ void ProjectMonitor::takeFolders(
         const std::lock_guard lock(m_mutex);
         m_folders = folders;
     }
-    for (const auto& moved : strays.moved)
-        check(moved.to, {moved.from}, true, nullptr);
+    if (!strays.moved.isEmpty()) {
+        for (const auto& moved : strays.moved)
+            check(moved.to, {moved.from}, true, nullptr);
+        // The folders above them are watched once they are on record there.
+        m_checks.whenIdle([this, before = m_recorded->revision()] {
+            if (m_recorded->revision() == before)
+                return;
+            QMetaObject::invokeMethod(
+                this, [this] { updateWatchedDirs(true); }, Qt::QueuedConnection);
+        });
+    }
     if (folders.roots().isEmpty())
         m_searchOwed = false;
     else if (startWhenDone)

@@ -57,8 +57,8 @@ public:
     /// Whether the event stream runs: start() returns before it does. From any thread.
     bool isWatching() const { return m_running; }
 
-    /// How a root folder is looked after: watched, polled where its events cannot be had, or missing. GUI
-    /// thread.
+    /// How a root folder is looked after: watched, polled where its events cannot be had, or missing; also
+    /// while nothing is watched. GUI thread.
     FileEventStream::RootState stateOfRoot(const QString& root) const;
 
     /// Whether a search is going on, or is owed by an earlier run or a request that has not come to it yet.

@@ -8,6 +8,7 @@
 #include <QDebug>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace Stemhaven {
@@ -98,6 +99,12 @@ void ProjectMonitor::followFolder(const ChangedPath& changed, const Ticket& tick
         qDebug()
             << "ProjectMonitor: Could not find the latest path for changed directory! Checking next paths";
         qDebug() << "\tPossible locations: " << changed;
+        // A folder that was renamed again before its watch could follow is not told of any more.
+        if (wasAboveStrays(changed)) {
+            m_moves.remove(changed.fileID());
+            QMetaObject::invokeMethod(
+                this, [this] { updateWatchedDirs(true); }, Qt::QueuedConnection);
+        }
         return;
     }
     const auto entries = changed.getPriorPaths();
@@ -116,6 +123,14 @@ void ProjectMonitor::followFolder(const ChangedPath& changed, const Ticket& tick
     }
     if (isSettled)
         m_moves.remove(changed.fileID());
+}
+
+bool ProjectMonitor::wasAboveStrays(const ChangedPath& changed) const {
+    const auto watched = folders();
+    const auto priors = changed.getPriorPaths();
+    return std::any_of(priors.begin(), priors.end(), [&](const ChangedPath::Entry& prior) {
+        return watched.isAncestor(prior.path);
+    });
 }
 
 void ProjectMonitor::directoryChanged(const QString& bundlePath, bool fromEvent) {

@@ -69,6 +69,9 @@ TEST(EventFilter, ReducesEventsToWhatMatters) {
         {{{"/music", 9, 0, renamed, 1}}, "root /music"},
         {{{"/music", 9, 0, scan, 1}}, "search"},
         {{{"/music/plain", 9, 0, modified | created, 1}}, ""},
+        {{{"/music/disk", 9, 0, FileEvent::Mount, 1}}, "search"},
+        {{{"/music", 9, 0, FileEvent::Unmount, 1}}, "search"},
+        {{{"/else/disk", 9, 0, FileEvent::Mount, 1}}, ""},
         {{{disk.path() + "/plain", 9, 0, renamed, 1}}, "move " + disk.path() + "/plain 9, search"},
         // A name that merely holds the suffix.
         {{{"/music/A.logicx backups/x", 5, 0, modified, 1},
