@@ -1,16 +1,18 @@
-// follow_bench CASE ROOT [NUMBER]: how the running program follows what happens to a library that it has
-// recorded. On the profile that recorded it.
+// follow_bench CASE ROOT [NUMBER | FOLDER]: how the running program follows what happens to a library that it
+// has recorded. On the profile that recorded it.
 //
 // storm   one project is saved 200 times a second for ten seconds.
 // burst   NUMBER projects are saved at once.
-// rescan  a search for new projects, of which there are none.
-// replay  NUMBER projects were saved while the program did not run: from its start until they are recorded.
+// drop    a library that lies at FOLDER is moved into the root, and one project of the root is saved behind
+// it. rescan  a search for new projects, of which there are none. replay  NUMBER projects were saved while
+// the program did not run: from its start until they are recorded.
 
 #include "ProgramInProcess.h"
 #include "ProjectSaving.h"
 #include "Report.h"
 #include "app/Paths.h"
 
+#include <QDir>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
@@ -115,6 +117,22 @@ public:
         report(QStringLiteral("burst-stall"), m_program.application().takeLongestStall());
     }
 
+    void drop(ProjectSaving& project, const QString& library, const QString& root) {
+        // The drop is told promptly; the save, which comes behind it, a latency later.
+        constexpr double batchDue = 0.1 + 3;
+        const double tempo = newTempo();
+        if (!QDir().rename(library, root + QStringLiteral("/Dropped")))
+            fail("The library cannot be moved into the root.");
+        const Stopwatch sinceDrop;
+        waitUntil([&] { return sinceDrop.seconds() >= 0.5; });
+        const Stopwatch sinceSave;
+        project.save(tempo);
+        waitForRecords(tempo, 1);
+        report(QStringLiteral("drop-save"), sinceSave.seconds());
+        report(QStringLiteral("drop-save-batch"), sinceDrop.seconds() - batchDue);
+        report(QStringLiteral("drop-stall"), m_program.application().takeLongestStall());
+    }
+
     void rescan() {
         const Stopwatch watch;
         ProjectMonitor::instance().searchForProjects(false);
@@ -170,6 +188,8 @@ void follow(int& argc, char** argv, const QString& what, std::vector<ProjectSavi
         bench.storm(projects.front());
     else if (what == QLatin1String("burst"))
         bench.burst(projects);
+    else if (what == QLatin1String("drop"))
+        bench.drop(projects.front(), QString::fromLocal8Bit(argv[3]), QString::fromLocal8Bit(argv[2]));
     else
         bench.rescan();
 }
@@ -177,10 +197,11 @@ void follow(int& argc, char** argv, const QString& what, std::vector<ProjectSavi
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3)
+    const QString what = QString::fromLatin1(argc > 1 ? argv[1] : "");
+    const bool isDrop = what == QLatin1String("drop");
+    if (argc < (isDrop ? 4 : 3))
         return 2;
-    const QString what = QString::fromLatin1(argv[1]);
-    const auto number = argc > 3 ? QByteArray(argv[3]).toUInt() : 1;
+    const auto number = argc > 3 && !isDrop ? QByteArray(argv[3]).toUInt() : 1;
     auto projects = projectsToSave(QString::fromLocal8Bit(argv[2]), number);
     if (what == QLatin1String("replay"))
         replay(argc, argv, std::move(projects));

@@ -1,0 +1,89 @@
+// floor_bench ROOT NUMBER: the least that a first search of that many bundles can cost: the program's reads,
+// notes and inserts, one bundle after the other on one thread and in one transaction, with neither tasks nor
+// callbacks nor a window. On an empty profile.
+
+#include "BenchProcess.h"
+#include "Report.h"
+#include "app/Paths.h"
+#include "database/Connection.h"
+#include "database/DatabaseInitStatements.h"
+#include "database/ProjectStatements.h"
+#include "project/NoteFile.h"
+#include "project/ProjectData.h"
+#include "project/ProjectDetails.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+using namespace Stemhaven;
+
+namespace {
+
+void run(QSqlQuery& query, const QString& statement) {
+    if (!query.exec(statement))
+        throw std::runtime_error(query.lastError().text().toStdString());
+}
+
+QSqlDatabase emptyCatalogue() {
+    auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
+    openDatabase(database, mainDatabasePath(), QStringLiteral("The database cannot be opened."));
+    QSqlQuery query(database);
+    const auto tables = DatabaseInitStatements(currentDatabaseVersion).initMainSQL();
+    for (const auto& statement : tables)
+        run(query, statement);
+    prepareMainConnection(database);
+    return database;
+}
+
+void record(QSqlDatabase& database, const QString& bundle) {
+    const ProjectDetails details(bundle);
+    const ProjectData data(bundle);
+    // A query of its own and unprepared, as a task has it.
+    QSqlQuery query(database);
+    run(query, ProjectStatements::insert(details, data, QDateTime::currentSecsSinceEpoch()));
+    updateStemhavenPlist(details, query.lastInsertId().toLongLong());
+}
+
+int recordAll(QSqlDatabase& database, const fs::path& root) {
+    int bundles = 0;
+    database.transaction();
+    for (auto entry = fs::recursive_directory_iterator(root); entry != fs::end(entry); ++entry) {
+        if (entry->path().extension() != ".logicx")
+            continue;
+        entry.disable_recursion_pending();
+        record(database, QFile::decodeName(entry->path().c_str()));
+        ++bundles;
+    }
+    if (!database.commit())
+        throw std::runtime_error(database.lastError().text().toStdString());
+    return bundles;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    nameProgram();
+    const QCoreApplication application(argc, argv);
+    const auto arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3)
+        return 2;
+    try {
+        auto database = emptyCatalogue();
+        const Stopwatch watch;
+        const int bundles = recordAll(database, argv[1]);
+        report(QStringLiteral("scan-%1-floor").arg(arguments[2]), watch.seconds());
+        if (bundles != arguments[2].toInt())
+            fail("The library has another number of bundles.");
+        return 0;
+    } catch (const std::exception& error) {
+        fail(error.what());
+    }
+}
