@@ -21,11 +21,15 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
 using namespace Stemhaven;
 
 namespace {
+
+constexpr std::size_t notesAtOnce = 64;
 
 void run(QSqlQuery& query, const QString& statement) {
     if (!query.exec(statement))
@@ -43,25 +47,30 @@ QSqlDatabase emptyCatalogue() {
     return database;
 }
 
-void record(QSqlDatabase& database, const QString& bundle) {
+/// The note is still to be written.
+NoteToWrite record(QSqlDatabase& database, const QString& bundle) {
     const ProjectDetails details(bundle);
     const ProjectData data(bundle);
     // A query of its own and unprepared, as a task has it.
     QSqlQuery query(database);
     run(query, ProjectStatements::insert(details, data, QDateTime::currentSecsSinceEpoch()));
-    updateStemhavenPlist(details, query.lastInsertId().toLongLong());
+    return {details, query.lastInsertId().toLongLong()};
 }
 
 int recordAll(QSqlDatabase& database, const fs::path& root) {
     int bundles = 0;
+    std::vector<NoteToWrite> notes;
     database.transaction();
     for (auto entry = fs::recursive_directory_iterator(root); entry != fs::end(entry); ++entry) {
         if (entry->path().extension() != ".logicx")
             continue;
         entry.disable_recursion_pending();
-        record(database, QFile::decodeName(entry->path().c_str()));
+        notes.push_back(record(database, QFile::decodeName(entry->path().c_str())));
+        if (notes.size() == notesAtOnce)
+            writeNotes(std::exchange(notes, {}));
         ++bundles;
     }
+    writeNotes(notes);
     if (!database.commit())
         throw std::runtime_error(database.lastError().text().toStdString());
     return bundles;

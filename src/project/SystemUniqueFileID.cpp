@@ -38,6 +38,15 @@ void logFailure(int error, const char* path) {
         qWarning() << "Could not get SUFID. Unknown errno:" << error << " Path: " << path;
 }
 
+SystemUniqueFileID identityIn(const struct stat& status) {
+    SystemUniqueFileID sufid;
+    // The stored texts hold 32 bits of the device, also where the system's number is wider.
+    sufid.device = static_cast<std::int32_t>(status.st_dev);
+    sufid.inode = status.st_ino;
+    sufid.valid = true;
+    return sufid;
+}
+
 } // namespace
 
 SystemUniqueFileID::SystemUniqueFileID(const char* path) {
@@ -50,10 +59,12 @@ SystemUniqueFileID::SystemUniqueFileID(const char* path) {
         logFailure(errno, path);
         return;
     }
-    // The stored texts hold 32 bits of the device, also where the system's number is wider.
-    device = static_cast<std::int32_t>(status.st_dev);
-    inode = status.st_ino;
-    valid = true;
+    *this = identityIn(status);
+}
+
+SystemUniqueFileID SystemUniqueFileID::of(int descriptor) {
+    struct stat status = {};
+    return fstat(descriptor, &status) == 0 ? identityIn(status) : SystemUniqueFileID();
 }
 
 SystemUniqueFileID SystemUniqueFileID::fromString(const QString& text) {

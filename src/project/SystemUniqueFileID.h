@@ -13,6 +13,8 @@ struct SystemUniqueFileID {
     SystemUniqueFileID() = default;
     /// Follows symbolic links. A path that cannot be looked at is logged and gives an invalid identity.
     explicit SystemUniqueFileID(const char* path);
+    /// Of what is open. Invalid, without a line in the log, where the descriptor is not.
+    static SystemUniqueFileID of(int descriptor);
 
     /// From what toString() gives. Invalid for any other text.
     static SystemUniqueFileID fromString(const QString& text);

@@ -104,6 +104,8 @@ TEST_F(ProjectMonitorTest, PassesOverWhatCannotBeReadAndRecordsTheRest) {
     makeBundle("Damaged note.logicx");
     QFile note(at("Damaged note.logicx/Resources/Stemhaven.plist"));
     ASSERT_TRUE(note.open(QIODevice::WriteOnly));
+    note.write("bplist00");
+    note.close();
     makeBundle("Last 'one' %1.logicx");
 
     LogCapture messages;

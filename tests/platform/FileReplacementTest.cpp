@@ -12,11 +12,19 @@
 #include <fstream>
 
 namespace fs = std::filesystem;
-using Stemhaven::replaceFile;
+using Stemhaven::FileReplacement;
+using Stemhaven::OpenFolder;
 
 namespace {
 
-class FileReplacement : public testing::Test {
+bool replaceFile(const fs::path& path, const std::string& contents) {
+    const OpenFolder folder(path.parent_path().string());
+    std::vector<FileReplacement> files;
+    files.emplace_back(folder, path.filename().string());
+    return files[0].write(contents) && FileReplacement::putInPlace(files);
+}
+
+class FileReplacementTest : public testing::Test {
 protected:
     static void write(const std::string& path, const std::string& text) { std::ofstream(path) << text; }
 
@@ -38,7 +46,7 @@ protected:
     const std::string target = folder + "/Stemhaven.plist";
 };
 
-TEST_F(FileReplacement, WritesNewFilesUnderTheUsersMaskAndKeepsTheModeOfOldOnes) {
+TEST_F(FileReplacementTest, WritesNewFilesUnderTheUsersMaskAndKeepsTheModeOfOldOnes) {
     const std::string binary("\0\xff\n\0", 4);
     const mode_t mask = umask(027);
     EXPECT_TRUE(replaceFile(target, binary));
@@ -53,7 +61,7 @@ TEST_F(FileReplacement, WritesNewFilesUnderTheUsersMaskAndKeepsTheModeOfOldOnes)
     EXPECT_EQ(names(), QStringList{"Stemhaven.plist"});
 }
 
-TEST_F(FileReplacement, ReplacesALinkWithoutTouchingWhatItPointsAt) {
+TEST_F(FileReplacementTest, ReplacesALinkWithoutTouchingWhatItPointsAt) {
     write(folder + "/song", "precious");
     fs::create_symlink("song", target);
     EXPECT_TRUE(replaceFile(target, "note"));
@@ -62,7 +70,7 @@ TEST_F(FileReplacement, ReplacesALinkWithoutTouchingWhatItPointsAt) {
     EXPECT_EQ(read(folder + "/song"), "precious");
 }
 
-TEST_F(FileReplacement, LeavesEverythingAsItWasWhenItCannotBeDone) {
+TEST_F(FileReplacementTest, LeavesEverythingAsItWasWhenItCannotBeDone) {
     write(target, "old");
     fs::create_directory(folder + "/sub");
     const auto before = names();
@@ -70,6 +78,11 @@ TEST_F(FileReplacement, LeavesEverythingAsItWasWhenItCannotBeDone) {
          {target + "/below-a-file", folder + "/missing/note", folder + "/sub",
           folder + "/" + std::string(255, 'n')})
         EXPECT_FALSE(replaceFile(path, "new")) << path;
+
+    // One that is given up, and one whose folder is a link.
+    FileReplacement(OpenFolder(folder), "Stemhaven.plist").write("new");
+    fs::create_directory_symlink(folder, folder + "/sub/link");
+    EXPECT_FALSE(replaceFile(folder + "/sub/link/Stemhaven.plist", "new"));
 
     // A disk that fills up in the middle of the write.
     rlimit unlimited = {};
@@ -87,7 +100,7 @@ TEST_F(FileReplacement, LeavesEverythingAsItWasWhenItCannotBeDone) {
     EXPECT_EQ(names(), before);
 }
 
-TEST_F(FileReplacement, RemovesWhatAKilledProgramLeftAndNothingElse) {
+TEST_F(FileReplacementTest, RemovesWhatAKilledProgramLeftAndNothingElse) {
     const QStringList kept{
         "Other.1-2", "Stemhaven.plist", "Stemhaven.plist.1-x", "Stemhaven.plist.12-3", "Stemhaven.plist.old"};
     for (const auto& name : kept + QStringList{"Stemhaven.plist.4711-0"}) {

@@ -9,7 +9,11 @@
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
 
 using namespace Stemhaven;
 using testing::Optional;
@@ -80,12 +84,6 @@ TEST(NoteFile, isLeftAloneWhereItStandsAsItShould) {
     EXPECT_EQ(inode(), first);
     updateStemhavenPlist(bundle.details, 43);
     EXPECT_NE(inode(), first);
-
-    const QString elsewhere = bundle.folder.filePath("elsewhere");
-    ASSERT_TRUE(QFile::rename(bundle.note, elsewhere) && QFile::link(elsewhere, bundle.note));
-    EXPECT_THAT(loadStemhavenPlistDetails(bundle.details), Optional(Pair(43, bundle.sufid)));
-    updateStemhavenPlist(bundle.details, 43);
-    EXPECT_FALSE(QFileInfo(bundle.note).isSymLink());
 }
 
 TEST(NoteFile, needsAValidBundle) {
@@ -133,8 +131,14 @@ TEST(NoteFile, isPassedOverWhereItLacksSomethingAndThrowsWhereItIsCorrupt) {
     EXPECT_THROW(loadStemhavenPlistDetails(bundle.details), Plist::Error);
 }
 
-TEST(NoteFile, ignoresAndReplacesWhatIsNoFile) {
+TEST(NoteFile, ignoresAndReplacesWhatIsNoUsableFile) {
     const Bundle bundle;
+    const Bundle other("Other");
+    updateStemhavenPlist(other.details, 4);
+    const auto sized = [&](qint64 size) {
+        QFile file(bundle.note);
+        return file.open(QFile::WriteOnly) && file.resize(size);
+    };
     const std::pair<const char*, std::function<bool()>> obstacles[] = {
         {"pipe",
          [&] {
@@ -148,14 +152,119 @@ TEST(NoteFile, ignoresAndReplacesWhatIsNoFile) {
          [&] {
              return QFile::link(bundle.folder.filePath("gone"), bundle.note);
          }},
+        {"another's note",
+         [&] {
+             return QFile::link(other.note, bundle.note);
+         }},
+        {"empty",
+         [&] {
+             return sized(0);
+         }},
+        {"huge",
+         [&] {
+             return sized((4 << 20) + 1);
+         }},
     };
     for (const auto& [name, make] : obstacles) {
         SCOPED_TRACE(name);
         ASSERT_TRUE(make());
         EXPECT_EQ(loadStemhavenPlistDetails(bundle.details), std::nullopt);
+        EXPECT_TRUE(lacksNote(bundle.path));
         updateStemhavenPlist(bundle.details, 5);
         EXPECT_THAT(loadStemhavenPlistDetails(bundle.details), Optional(Pair(5, bundle.sufid)));
+        EXPECT_FALSE(lacksNote(bundle.path));
+        EXPECT_FALSE(QFileInfo(bundle.note).isSymLink());
         ASSERT_TRUE(QFile::remove(bundle.note));
+    }
+    EXPECT_THAT(loadStemhavenPlistDetails(other.details), Optional(Pair(4, other.sufid)));
+}
+
+TEST(NoteFile, isLookedForInNoOtherBundle) {
+    const Bundle bundle;
+    const Bundle other("Other");
+    const QString abandoned = other.note + ".4711-0";
+    const auto linkTo = [](const QString& from, const QString& to) {
+        return QDir(from).removeRecursively() && QFile::link(to, from);
+    };
+    const std::pair<const char*, std::function<bool()>> cases[] = {
+        {"linked resources",
+         [&] {
+             return linkTo(bundle.path + "/Resources", other.path + "/Resources");
+         }},
+        {"linked bundle",
+         [&] {
+             return linkTo(bundle.path, other.path);
+         }},
+    };
+    for (const auto& [name, link] : cases) {
+        SCOPED_TRACE(name);
+        ASSERT_TRUE(link());
+        updateStemhavenPlist(other.details, 1);
+        ASSERT_TRUE(QFile::copy(other.note, abandoned));
+        std::filesystem::last_write_time(abandoned.toStdString(), {});
+
+        const ProjectDetails details(bundle.path);
+        EXPECT_EQ(hasStemhavenPlist(details), std::nullopt);
+        EXPECT_EQ(loadStemhavenPlistDetails(details), std::nullopt);
+        updateStemhavenPlist(details, 2);
+        EXPECT_THAT(loadStemhavenPlistDetails(other.details), Optional(Pair(1, other.sufid)));
+        EXPECT_TRUE(QFile::exists(abandoned));
+
+        ASSERT_TRUE(QFile::remove(other.note));
+        EXPECT_FALSE(lacksNote(bundle.path));
+        updateStemhavenPlist(details, 2);
+        EXPECT_FALSE(QFile::exists(other.note));
+        ASSERT_TRUE(QFile::remove(abandoned));
+    }
+
+    // A folder of projects may be reached through a link.
+    const QString library = bundle.folder.filePath("library");
+    ASSERT_TRUE(QFile::link(other.folder.path(), library));
+    const ProjectDetails linked(library + "/Other.logicx");
+    updateStemhavenPlist(linked, 3);
+    EXPECT_THAT(loadStemhavenPlistDetails(linked), Optional(Pair(3, other.sufid)));
+}
+
+TEST(NoteFile, isWrittenTogetherWithManyOthers) {
+    std::vector<Bundle> bundles(200);
+    std::vector<NoteToWrite> notes;
+    for (const auto& bundle : bundles)
+        notes.push_back({bundle.details, static_cast<std::int64_t>(notes.size())});
+    // One that stands already, one of no identity, one that is gone and one that was exchanged.
+    updateStemhavenPlist(bundles[0].details, 0);
+    const auto inode = SystemUniqueFileID(bundles[0].note.toUtf8()).inode;
+    notes[1].details.sufid.valid = false;
+    ASSERT_TRUE(QDir(bundles[2].path).removeRecursively());
+    notes[3].details.sufid = bundles[4].details.sufid;
+    const LogCapture logged;
+    writeNotes(notes);
+    EXPECT_EQ(logged.messages(), QStringList("W: Could not update Stemhaven.plist. SUFID invalid."));
+
+    EXPECT_EQ(SystemUniqueFileID(bundles[0].note.toUtf8()).inode, inode);
+    for (std::size_t i = 0; i < bundles.size(); ++i) {
+        SCOPED_TRACE(i);
+        std::optional<std::pair<std::int64_t, std::string>> expected;
+        if (i < 1 || i > 3)
+            expected.emplace(i, bundles[i].sufid);
+        EXPECT_EQ(loadStemhavenPlistDetails(bundles[i].details), expected);
+        EXPECT_EQ(bundles[i].resources().size(), expected ? 1 : 0);
+    }
+}
+
+TEST(NoteFile, isNotTakenForMissingWhereItCannotBeOpened) {
+    const Bundle bundle;
+    updateStemhavenPlist(bundle.details, 8);
+    const int next = dup(STDERR_FILENO);
+    close(next);
+    rlimit usual = {};
+    getrlimit(RLIMIT_NOFILE, &usual);
+    // The bundle, its folder or the note itself is one too many.
+    for (const int remaining : {0, 1, 2}) {
+        rlimit few = usual;
+        few.rlim_cur = static_cast<rlim_t>(next + remaining);
+        setrlimit(RLIMIT_NOFILE, &few);
+        EXPECT_THROW(loadStemhavenPlistDetails(bundle.details), Plist::Error) << remaining;
+        setrlimit(RLIMIT_NOFILE, &usual);
     }
 }
 

@@ -203,7 +203,10 @@ TEST_F(InotifyMoves, TheProgramsOwnFilesAppearAtOnceAndAreToldByTheirName) {
     makeBundle("Music/A.logicx");
     ASSERT_TRUE(start());
     const std::string note = "Music/A.logicx/Resources/Stemhaven.plist";
-    ASSERT_TRUE(replaceFile(note, "note"));
+    const OpenFolder folder("Music/A.logicx/Resources");
+    std::vector<FileReplacement> files;
+    files.emplace_back(folder, "Stemhaven.plist");
+    ASSERT_TRUE(files[0].write("note") && FileReplacement::putInPlace(files));
     auto found = settledFlags();
     EXPECT_EQ(found[note], renamed);
     EXPECT_EQ(found.size(), 2U);
