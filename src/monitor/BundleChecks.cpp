@@ -242,7 +242,7 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
     if (!AwaitedTask::run(m_tasks, work, AwaitedTask::Writes::Yes, [this] { return isEnding(); }))
         return false;
 
-    writeNotes(*written);
+    follow(*written);
     bool isFromEvent = false;
     for (const auto& checked : *group) {
         isFromEvent = isFromEvent || checked.request.isFromEvent;
@@ -257,12 +257,13 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
     return true;
 }
 
-void BundleChecks::writeNotes(const QList<ProjectChanges::Written>& written) const {
+void BundleChecks::follow(const QList<ProjectChanges::Written>& written) {
     const bool givesGenres = QSettings().value(SettingsKeys::genreFromDir, false).toBool();
+    std::vector<NoteToWrite> notes;
     for (const auto& record : written) {
         if (record.isLost)
             continue;
-        updateStemhavenPlist(record.details, record.projectId);
+        notes.push_back({record.details, record.projectId});
         if (!record.isNew) {
             qDebug() << "Found moved/renamed project during search: " << record.details;
             continue;
@@ -271,6 +272,7 @@ void BundleChecks::writeNotes(const QList<ProjectChanges::Written>& written) con
         if (givesGenres)
             assignGenreToNewProject(m_tasks, nullptr, record.projectId, record.details.filepath);
     }
+    writeNotes(notes);
 }
 
 void BundleChecks::reportDuplicates(const BundleMatching& matching) {

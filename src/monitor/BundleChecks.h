@@ -97,7 +97,8 @@ private:
     bool findCandidates(const CheckedGroup& group);
     void match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching);
     bool write(const CheckedGroup& group, const BundleMatching& matching);
-    void writeNotes(const QList<ProjectChanges::Written>& written) const;
+    /// Writes the notes, and gives new projects their genres where the user wishes it.
+    void follow(const QList<ProjectChanges::Written>& written);
     void reportDuplicates(const BundleMatching& matching);
     void checkOnceMore(const Checked& checked);
     void pauseForDatabase(const CheckQueue::Group& group);

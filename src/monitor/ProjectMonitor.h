@@ -115,6 +115,7 @@ private:
     void followMoves(const Ticket& ticket);
     void followProject(const ChangedPath& changed, const Ticket& ticket);
     void followFolder(const ChangedPath& changed, const Ticket& ticket);
+    bool wasAboveStrays(const ChangedPath& changed) const;
     void
     check(const QString& bundlePath, const QStringList& priorPaths, bool fromEvent, const Ticket& ticket);
     bool isSearched(const QString& path) const;

@@ -172,6 +172,13 @@ TEST_F(Identity, FollowsEachBundleWhetherItIsWatchedOrNot) {
              rename(path("mirror"), path("n/mirror"));
          },
          {"n/mirror" + at("m/Song.logicx") + "|0", "n/x/Song.logicx|1"}},
+        {"an empty note",
+         {"Song.logicx"},
+         [&] {
+             std::ofstream(path("Song.logicx/Resources/Stemhaven.plist")).close();
+             rename(path("Song.logicx"), path("x/Song.logicx"));
+         },
+         {"x/Song.logicx|1"}},
     };
     for (const auto& [name, bundles, change, expected] : cases) {
         for (const bool isWatched : {true, false}) {
