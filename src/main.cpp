@@ -1,5 +1,6 @@
-// The start of the program: its order, its command line and the signals that end it.
+// The start of the program: its order, its profile's lock and the signals that end it.
 
+#include "CommandLine.h"
 #include "app/Paths.h"
 #include "app/SettingsKeys.h"
 #include "app/Shutdown.h"
@@ -8,7 +9,8 @@
 #include "app/logging/Log.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
-#include "platform/ColorScheme.h"
+#include "platform/ActivationSocket.h"
+#include "platform/ProfileLock.h"
 #include "platform/TerminationSignals.h"
 #include "ui/MainWindow.h"
 #include "ui/Screenshot.h"
@@ -17,67 +19,24 @@
 #include "ui/widgets/Theme.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
+#include <QDeadlineTimer>
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
-#include <QLockFile>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QThread>
 #include <QTranslator>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <optional>
 
 namespace {
-
-const QString screenshotOption = QStringLiteral("screenshot");
-const QString sizeOption = QStringLiteral("size");
-const QString colorSchemeOption = QStringLiteral("color-scheme");
-
-void describeCommandLine(QCommandLineParser& parser) {
-    parser.setApplicationDescription(QStringLiteral("Keeps a catalogue of your Logic Pro projects."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addOption(
-        {screenshotOption, "Write a picture of the main window to <file> once its table has rows, then quit.",
-         "file"});
-    parser.addOption(
-        {colorSchemeOption, "Light or dark whatever the desktop wishes: <scheme> is light or dark.",
-         "scheme"});
-    parser.addOption({sizeOption, "Size of the main window in that picture, for example 1200x760.", "WxH"});
-}
-
-/// Whether only a text is asked for, which needs neither a display nor a profile.
-bool asksForText(int argc, char** argv) {
-    for (int i = 1; i < argc; ++i) {
-        for (const char* option : {"--help", "-h", "--help-all", "--version", "-v"}) {
-            if (std::strcmp(argv[i], option) == 0)
-                return true;
-        }
-    }
-    return false;
-}
-
-std::optional<QSize> sizeFrom(const QString& text) {
-    const auto parts = text.split(QLatin1Char('x'));
-    const QSize size = parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
-    return size.isEmpty() ? std::nullopt : std::optional(size);
-}
-
-/// Null for what is no colour scheme.
-std::optional<Stemhaven::ColorScheme> colorSchemeFrom(const QString& text) {
-    if (text == QLatin1String("light"))
-        return Stemhaven::ColorScheme::Light;
-    if (text == QLatin1String("dark"))
-        return Stemhaven::ColorScheme::Dark;
-    return std::nullopt;
-}
 
 void startLog(const QSettings& settings) {
     if (!settings.contains(Stemhaven::SettingsKeys::logLevel)) {
@@ -102,15 +61,63 @@ void installTranslation(QTranslator& translator) {
     }
 }
 
-/// Held as long as the program uses the databases; null when another start of it does.
-std::unique_ptr<QLockFile> lockProfile() {
-    const auto folder = QFileInfo(Stemhaven::mainDatabasePath()).absolutePath();
-    QDir().mkpath(folder);
-    auto lock = std::make_unique<QLockFile>(folder + QStringLiteral("/stemhaven.lock"));
-    lock->setStaleLockTime(0);
-    if (lock->tryLock() || lock->error() != QLockFile::LockFailedError)
-        return lock;
-    return nullptr;
+QString profileFolder() {
+    return QFileInfo(Stemhaven::mainDatabasePath()).absolutePath();
+}
+
+QString activationSocketPath() {
+    return profileFolder() + QStringLiteral("/stemhaven.socket");
+}
+
+/// Makes the folder of the databases and the log where it is missing, for its user alone.
+void makeProfileFolder() {
+    const auto folder = profileFolder();
+    QDir().mkpath(QFileInfo(folder).absolutePath());
+    QDir().mkdir(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+}
+
+enum class ProfileAccess {
+    Granted,
+    /// Another process uses the profile and has brought its window forward.
+    HandedOver,
+    /// Another process uses the profile and does not answer.
+    Refused,
+};
+
+/// A process that is only just starting, or ending, is waited for. To a start that is to make a picture the
+/// other process's window is no use.
+ProfileAccess
+openProfile(Stemhaven::ProfileLock& lock, const CommandLine& commandLine, const QByteArray& activationToken) {
+    constexpr std::chrono::seconds patience(2);
+    constexpr unsigned long betweenLooks = 20;
+    const QDeadlineTimer deadline(patience);
+    while (!lock.tryToTake()) {
+        const std::chrono::milliseconds remaining(deadline.remainingTime());
+        if (commandLine.screenshot.isEmpty() &&
+            Stemhaven::ActivationSocket::request(activationSocketPath(), activationToken, remaining))
+            return ProfileAccess::HandedOver;
+        if (deadline.hasExpired())
+            return ProfileAccess::Refused;
+        QThread::msleep(betweenLooks);
+    }
+    return ProfileAccess::Granted;
+}
+
+/// What the desktop has given to this process for taking the focus. The application object uses it up.
+QByteArray activationTokenOfThisProcess() {
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
+
+void bringForward(QWidget& window, const QByteArray& activationToken) {
+    qInfo() << "Bringing the window forward for a second start.";
+    // Wayland lets only the holder of a token take the focus; Qt takes it from here.
+    if (!activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken);
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
 }
 
 /// Ends all work on the databases with its scope.
@@ -135,46 +142,36 @@ int run(int argc, char** argv) {
     QCoreApplication::setOrganizationDomain(QStringLiteral("stemhaven.app"));
     QCoreApplication::setApplicationName(QStringLiteral("Stemhaven"));
     QCoreApplication::setApplicationVersion(QStringLiteral(STEMHAVEN_VERSION));
-    QCommandLineParser commandLine;
-    describeCommandLine(commandLine);
-    if (asksForText(argc, argv)) {
-        const QCoreApplication application(argc, argv);
-        commandLine.process(application);
+    if (CommandLine::printText(argc, argv))
         return 0;
-    }
 
+    makeProfileFolder();
     Logging::Log::setDirectory(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     Logging::Log::setPrefix(QStringLiteral("stemhaven"));
     const QSettings settings;
     startLog(settings);
 
-    QApplication application(argc, argv);
+    const QByteArray activationToken = activationTokenOfThisProcess();
+    const QApplication application(argc, argv);
     const DatabaseGuard databases;
     const Stemhaven::ShutdownGuard shutdown;
-    commandLine.process(application);
-    const auto size = sizeFrom(commandLine.value(sizeOption));
-    if (commandLine.isSet(sizeOption) && !size) {
-        std::fputs("--size wants a width and a height, for example 1200x760.\n", stderr);
+    const auto commandLine = CommandLine::parse();
+    if (!commandLine)
         return 1;
-    }
-
-    const auto colorScheme = colorSchemeFrom(commandLine.value(colorSchemeOption));
-    if (commandLine.isSet(colorSchemeOption) && !colorScheme) {
-        std::fputs("--color-scheme wants light or dark.\n", stderr);
-        return 1;
-    }
 
     registerFonts();
     QTranslator translator;
     installTranslation(translator);
-    const Theme theme(colorScheme);
+    const Theme theme(commandLine->colorScheme);
 
     // Static, to be given up only after the singletons have closed the databases.
-    static const auto profile = lockProfile();
-    if (!profile) {
+    static Stemhaven::ProfileLock lock(profileFolder() + QStringLiteral("/stemhaven.lock"));
+    const auto access = openProfile(lock, *commandLine, activationToken);
+    if (access == ProfileAccess::Refused)
         sayAlreadyRunning();
-        return 1;
-    }
+    if (access != ProfileAccess::Granted)
+        return access == ProfileAccess::HandedOver ? 0 : 1;
+    const Stemhaven::ActivationSocket activation(activationSocketPath());
 
     AlertQueue alerts;
     Stemhaven::ErrorHandler::instance().setPresenter(alerts.presenter());
@@ -187,11 +184,14 @@ int run(int argc, char** argv) {
     Stemhaven::ProjectMonitor::instance();
 
     MainWindow window;
+    QObject::connect(
+        &activation, &Stemhaven::ActivationSocket::activationRequested, &window,
+        [&window](const QByteArray& token) { bringForward(window, token); });
     std::optional<Screenshot> screenshot;
-    if (size)
-        window.resize(*size);
-    if (commandLine.isSet(screenshotOption))
-        screenshot.emplace(window, commandLine.value(screenshotOption));
+    if (commandLine->size)
+        window.resize(*commandLine->size);
+    if (!commandLine->screenshot.isEmpty())
+        screenshot.emplace(window, commandLine->screenshot);
     window.show();
     const int status = QApplication::exec();
     Stemhaven::ProjectMonitor::stop();

@@ -24,6 +24,8 @@ public:
 
     QString rootPathsDatabase() const;
 
+    QString lockFile() const { return m_folder.path() + QStringLiteral("/data/Stemhaven/stemhaven.lock"); }
+
     QString picture() const { return m_folder.path() + QStringLiteral("/picture.png"); }
 
     /// Has the next start search the folder of projects, as a run does that was interrupted in a search.
@@ -48,6 +50,8 @@ public:
     /// Sends SIGTERM and gives the exit status, as runToEnd does.
     int terminate();
     void kill();
+
+    qint64 processId() const { return m_process->processId(); }
 
     bool isRunning() const { return m_process && m_process->state() == QProcess::Running; }
 

@@ -5,9 +5,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <csignal>
 
 namespace {
 
@@ -23,10 +27,14 @@ const QString countSql = "SELECT count(*) FROM projects";
 
 TEST(Program, AnswersTextualOptionsWithoutAProfile) {
     Profile profile;
-    EXPECT_EQ(profile.runToEnd({"--version"}), 0);
-    EXPECT_TRUE(profile.output().startsWith("Stemhaven ")) << profile.output().toStdString();
-    EXPECT_EQ(profile.runToEnd({"--help"}), 0);
-    EXPECT_TRUE(profile.output().contains("--screenshot"));
+    // What Qt takes out of the command line, once it has a display, is no mistake beside them.
+    for (const QStringList& others : QList<QStringList>{
+             {}, {"-platform", "no-such-platform"}, {"--platform=offscreen"}, {"-style", "fusion"}}) {
+        EXPECT_EQ(profile.runToEnd(others + QStringList("--version")), 0);
+        EXPECT_TRUE(profile.output().startsWith("Stemhaven ")) << profile.output().toStdString();
+        EXPECT_EQ(profile.runToEnd(others + QStringList("--help")), 0);
+        EXPECT_TRUE(profile.output().contains("--screenshot")) << profile.output().toStdString();
+    }
     EXPECT_TRUE(profile.log().isEmpty());
     EXPECT_NE(profile.runToEnd({"--no-such-option"}), 0);
     EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture(), "--size", "wide"}), 1);
@@ -81,12 +89,47 @@ TEST(Program, EndsOnASignalAndTakesUpTheSearchThatItWasKilledIn) {
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
 }
 
-TEST(Program, RefusesASecondStartOnTheSameProfile) {
+TEST(Program, StartsWhateverAnEarlierOneLeftInTheLockFile) {
+    Profile profile;
+    const QByteArray otherHost = "1\nstemhaven\nanother-host\n\n00000000-0000-0000-0000-000000000000\n";
+    for (const QByteArray& contents : {QByteArray(), otherHost, QByteArray("\xff\0garbage", 9)}) {
+        QFile file(profile.lockFile());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+        file.close();
+        EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0)
+            << contents.toStdString() << ": " << profile.output().toStdString();
+    }
+}
+
+TEST(Program, BringsItsWindowForwardForASecondStart) {
     Profile profile;
     profile.start();
-    ASSERT_TRUE(waitUntil([&] { return QFile::exists(profile.mainDatabase()); }));
+    EXPECT_EQ(profile.runToEnd({}), 0) << profile.output().toStdString();
+    EXPECT_TRUE(profile.output().isEmpty()) << profile.output().toStdString();
+    EXPECT_EQ(profile.log().count("Bringing the window forward"), 1);
+    EXPECT_EQ(profile.log().count("Restoring window state..."), 1);
+
+    // A picture is nothing that the first one could make.
+    EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 1);
+    EXPECT_TRUE(profile.output().contains("Stemhaven is already running.")) << profile.output().toStdString();
+
+    ASSERT_EQ(::kill(static_cast<pid_t>(profile.processId()), SIGSTOP), 0);
     EXPECT_EQ(profile.runToEnd({}), 1);
     EXPECT_TRUE(profile.output().contains("Stemhaven is already running.")) << profile.output().toStdString();
+    ASSERT_EQ(::kill(static_cast<pid_t>(profile.processId()), SIGCONT), 0);
+
     EXPECT_TRUE(profile.isRunning());
-    EXPECT_EQ(profile.terminate(), 0);
+    EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
+}
+
+TEST(Program, MakesAProfileForItsUserAlone) {
+    Profile profile;
+    const QString folder = QFileInfo(profile.lockFile()).path();
+    ASSERT_TRUE(QDir().rmdir(folder));
+    profile.start();
+    struct stat status = {};
+    ASSERT_EQ(stat(QFile::encodeName(folder).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0700U);
+    EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
 }

@@ -1,0 +1,80 @@
+#include "CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+const QString screenshotOption = QStringLiteral("screenshot");
+const QString sizeOption = QStringLiteral("size");
+const QString colorSchemeOption = QStringLiteral("color-scheme");
+
+void describe(QCommandLineParser& parser) {
+    parser.setApplicationDescription(QStringLiteral("Keeps a catalogue of your Logic Pro projects."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOption(
+        {screenshotOption, "Write a picture of the main window to <file> once its table has rows, then quit.",
+         "file"});
+    parser.addOption(
+        {colorSchemeOption, "Light or dark whatever the desktop wishes: <scheme> is light or dark.",
+         "scheme"});
+    parser.addOption({sizeOption, "Size of the main window in that picture, for example 1200x760.", "WxH"});
+}
+
+std::optional<QSize> sizeFrom(const QString& text) {
+    const auto parts = text.split(QLatin1Char('x'));
+    const QSize size = parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
+    return size.isEmpty() ? std::nullopt : std::optional(size);
+}
+
+/// Null for what is no colour scheme.
+std::optional<Stemhaven::ColorScheme> colorSchemeFrom(const QString& text) {
+    if (text == QLatin1String("light"))
+        return Stemhaven::ColorScheme::Light;
+    if (text == QLatin1String("dark"))
+        return Stemhaven::ColorScheme::Dark;
+    return std::nullopt;
+}
+
+} // namespace
+
+bool CommandLine::printText(int argc, char** argv) {
+    // An application object without a display leaves Qt's options where they are, and the parser would take
+    // them for mistakes. So it sees nothing but the option that asks for the text.
+    const QStringList textOptions = {
+        QStringLiteral("--help"), QStringLiteral("-h"), QStringLiteral("--help-all"),
+        QStringLiteral("--version"), QStringLiteral("-v")};
+    char** const end = argv + argc;
+    char** const option = std::find_if(
+        argv, end, [&](const char* argument) { return textOptions.contains(QLatin1String(argument)); });
+    if (option == end)
+        return false;
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process({QString::fromLocal8Bit(argv[0]), QString::fromLocal8Bit(*option)});
+    return true;
+}
+
+std::optional<CommandLine> CommandLine::parse() {
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process(QCoreApplication::arguments());
+    CommandLine commandLine;
+    commandLine.screenshot = parser.value(screenshotOption);
+    commandLine.size = sizeFrom(parser.value(sizeOption));
+    if (parser.isSet(sizeOption) && !commandLine.size) {
+        std::fputs("--size wants a width and a height, for example 1200x760.\n", stderr);
+        return std::nullopt;
+    }
+    commandLine.colorScheme = colorSchemeFrom(parser.value(colorSchemeOption));
+    if (parser.isSet(colorSchemeOption) && !commandLine.colorScheme) {
+        std::fputs("--color-scheme wants light or dark.\n", stderr);
+        return std::nullopt;
+    }
+    return commandLine;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/ColorScheme.h"
+
+#include <QSize>
+#include <QString>
+
+#include <optional>
+
+/// What the user asks for on the command line.
+struct CommandLine {
+    /// Prints the text that is asked for, --help say, and returns whether one is. Whatever else is asked for
+    /// is passed over, Qt's own options included, so that a text needs neither a display nor a profile.
+    static bool printText(int argc, char** argv);
+
+    /// Once there is an application object, which takes Qt's own options out. Tells what is wrong on the
+    /// standard error stream and gives nothing then; ends the process where an option is unknown.
+    static std::optional<CommandLine> parse();
+
+    /// The file for a picture of the main window, or empty.
+    QString screenshot;
+    std::optional<QSize> size;
+    std::optional<Stemhaven::ColorScheme> colorScheme;
+};
