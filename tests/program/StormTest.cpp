@@ -18,3 +18,9 @@ TEST_P(StormTest, LeavesTheCatalogueAsTheLibraryIs) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, StormTest, testing::Values(1, 2, 3));
+
+TEST(StartLoop, StartsTheProgramAfterEachKill) {
+    Profile profile;
+    EXPECT_EQ(profile.runToEnd({"--starts", "15", "--program", PROGRAM}, STORM), 0)
+        << profile.output().toStdString();
+}

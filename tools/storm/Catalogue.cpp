@@ -54,6 +54,17 @@ std::vector<Record> Catalogue::records() const {
     return records;
 }
 
+std::string Catalogue::initialRows() const {
+    if (!m_database.isOpen())
+        return {};
+    QSqlQuery query(m_database);
+    query.exec(QStringLiteral("SELECT (SELECT count(*) FROM details) || '|' || (SELECT count(*) FROM "
+                              "arrangement_status) || '|' || (SELECT count(*) FROM lyrics_status) || '|' || "
+                              "(SELECT count(*) FROM recording_status) || '|' || (SELECT count(*) FROM "
+                              "mix_master_status)"));
+    return query.next() ? query.value(0).toString().toStdString() : std::string();
+}
+
 void Catalogue::setUserData(std::int64_t recordId, const UserData& userData) const {
     const QVariant record(static_cast<qlonglong>(recordId));
     const QVariant genre = idOf(QStringLiteral("genres"), QStringLiteral("genre_id"), userData.genre);

@@ -32,6 +32,9 @@ public:
 
     /// None while there is no database, or none that can be read just now.
     std::vector<Record> records() const;
+    /// How many rows there are that the program makes with the database, joined by "|": of the version, then
+    /// of each kind of status. Empty while there are no such tables.
+    std::string initialRows() const;
     /// Throws when it could not be written.
     void setUserData(std::int64_t recordId, const UserData& userData) const;
 

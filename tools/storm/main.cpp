@@ -1,4 +1,5 @@
 #include "NumberOption.h"
+#include "StartLoop.h"
 #include "Storm.h"
 
 #include <QCommandLineParser>
@@ -8,6 +9,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <string>
 
 namespace {
 
@@ -26,6 +28,9 @@ void describe(QCommandLineParser& parser) {
         {QStringLiteral("only"),
          QStringLiteral("Choose from these operations alone; an unknown name lists them all."),
          QStringLiteral("NAME,...")},
+        {QStringLiteral("starts"),
+         QStringLiteral("Change next to nothing, but kill the program in its first second, so many times."),
+         QStringLiteral("N")},
         {QStringLiteral("program"), QStringLiteral("The program, in place of the one built with this tool."),
          QStringLiteral("PATH"), QCoreApplication::applicationDirPath() + QStringLiteral("/stemhaven")},
         {QStringLiteral("keep"),
@@ -33,13 +38,20 @@ void describe(QCommandLineParser& parser) {
     });
 }
 
-void printFailure(const Storm::Storm& storm, const Storm::Options& options, const char* what) {
-    std::fprintf(
-        stderr, "seed %llu, %d steps, settling each %d:\n", static_cast<unsigned long long>(options.seed),
-        options.steps, options.settleEach);
-    for (std::size_t line = 0; line < storm.history().size(); ++line)
-        std::fprintf(stderr, "%4zu %s\n", line + 1, storm.history()[line].c_str());
-    std::fprintf(stderr, "stemhaven-storm: %s\n", what);
+/// The exit status of the tool once the trial, a storm or a loop of starts, has run.
+template <typename Trial>
+int statusOf(Trial& trial, const std::string& title) {
+    try {
+        trial.run();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s:\n", title.c_str());
+        for (std::size_t line = 0; line < trial.history().size(); ++line)
+            std::fprintf(stderr, "%4zu %s\n", line + 1, trial.history()[line].c_str());
+        std::fprintf(stderr, "stemhaven-storm: %s\n", error.what());
+        return 1;
+    }
+    std::printf("%s\n", trial.summary().c_str());
+    return 0;
 }
 
 int run(const QCoreApplication& application) {
@@ -59,15 +71,18 @@ int run(const QCoreApplication& application) {
     folder.setAutoRemove(!options.detailedLog);
     if (options.detailedLog)
         std::printf("Profile and library are in %s\n", qUtf8Printable(folder.path()));
-    Storm::Storm storm(options, folder.path().toStdString());
-    try {
-        storm.run();
-    } catch (const std::exception& error) {
-        printFailure(storm, options, error.what());
-        return 1;
+    const std::string seed = "seed " + std::to_string(options.seed);
+    if (parser.isSet(QStringLiteral("starts"))) {
+        const int starts = numberOption(parser, QStringLiteral("starts"), 1);
+        Storm::StartLoop loop(
+            starts, options.seed, options.program, folder.path().toStdString(), options.detailedLog);
+        return statusOf(loop, seed + ", " + std::to_string(starts) + " starts");
     }
-    std::printf("%s\n", storm.summary().c_str());
-    return 0;
+    Storm::Storm storm(options, folder.path().toStdString());
+    return statusOf(
+        storm,
+        seed + ", " + std::to_string(options.steps) + " steps, settling each " +
+            std::to_string(options.settleEach));
 }
 
 } // namespace
