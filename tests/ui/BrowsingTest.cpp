@@ -175,7 +175,7 @@ TEST_F(BrowsingTest, FullProgressAsksWhetherTheProjectIsCompleted) {
     ASSERT_TRUE(answer("Yes"));
     EXPECT_EQ(values("progress, completed").at(1), "1|1");
     EXPECT_EQ(names(), (QStringList{"Alpha", "Gamma"}));
-    EXPECT_FALSE(details().project().isValid());
+    EXPECT_TRUE(waitUntil([this] { return details().project().name == "Gamma"; }));
     trigger(actions().hideCompleted);
     EXPECT_EQ(names(), (QStringList{"Alpha", "Beta", "Gamma"}));
 }
@@ -204,7 +204,7 @@ TEST_F(BrowsingTest, IgnoringAsksOnceAndDeletingCanBeTakenBack) {
     EXPECT_EQ(question->defaultButton()->text(), "Cancel");
     ASSERT_TRUE(answer("Delete record"));
     EXPECT_EQ(names(), (QStringList{"Alpha", "Gamma"}));
-    EXPECT_FALSE(details().project().isValid());
+    EXPECT_TRUE(waitUntil([this] { return details().project().name == "Gamma"; }));
     EXPECT_EQ(log.count("Deleted record for project_id: 2"), 1);
     trigger(actions().undo);
     EXPECT_EQ(values("*"), before);

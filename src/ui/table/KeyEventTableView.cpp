@@ -19,11 +19,15 @@ bool isEnter(const QKeyEvent* event) {
     return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
 }
 
+/// Keys such as Delete come with a text, too, and the space bar selects.
+bool beginsSearch(const QString& text) {
+    return !text.isEmpty() && text.front().isPrint() && !text.front().isSpace();
+}
+
 } // namespace
 
 void KeyEventTableView::keyboardSearch(const QString& search) {
-    // Keys such as Delete come with a text, too.
-    if (!search.isEmpty() && search.front().isPrint())
+    if (beginsSearch(search))
         emit textTyped(search);
 }
 
@@ -35,13 +39,62 @@ void KeyEventTableView::selectAll() {
             {model()->index(0, 0), last}, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
+bool KeyEventTableView::isHoldingKeys() const {
+    const auto* projects = qobject_cast<ProjectsTableModel*>(model());
+    return m_holdsKeys || !m_heldKeys.empty() || (projects && projects->hasUnannouncedRows());
+}
+
+void KeyEventTableView::releaseKeys() {
+    m_holdsKeys = false;
+    const auto keys = std::exchange(m_heldKeys, {});
+    for (const auto& key : keys) {
+        if (key->type() == QEvent::KeyPress)
+            keyPressEvent(key.get());
+        else
+            keyReleaseEvent(key.get());
+    }
+}
+
+bool KeyEventTableView::event(QEvent* event) {
+    // Behind keys that wait, Return opens what they lead to, and not what is current now.
+    if (event->type() == QEvent::ShortcutOverride && isHoldingKeys() &&
+        isEnter(static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    return QTableView::event(event);
+}
+
+QModelIndex KeyEventTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const int column = std::max(0, currentIndex().column());
+    if (action == MoveHome)
+        return model()->index(0, column);
+    if (action == MoveEnd)
+        return model()->index(model()->rowCount() - 1, column);
+    return QTableView::moveCursor(action, modifiers);
+}
+
 void KeyEventTableView::keyPressEvent(QKeyEvent* event) {
+    if (isHoldingKeys() && !beginsSearch(event->text())) {
+        m_heldKeys.emplace_back(event->clone());
+        return;
+    }
     if (isEnter(event) && !event->isAutoRepeat())
         m_enterIsDown = true;
+    const QModelIndex current = currentIndex();
     QTableView::keyPressEvent(event);
+    // The base class leaves the selection alone where the current row is the first or the last one already.
+    const bool isAtEnd =
+        event->modifiers() == Qt::NoModifier && (event->key() == Qt::Key_Home || event->key() == Qt::Key_End);
+    if (isAtEnd && current.isValid() && current == currentIndex())
+        selectionModel()->select(current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void KeyEventTableView::keyReleaseEvent(QKeyEvent* event) {
+    if (!m_heldKeys.empty()) {
+        m_heldKeys.emplace_back(event->clone());
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

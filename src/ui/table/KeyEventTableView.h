@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QKeyEvent>
 #include <QTableView>
+
+#include <memory>
+#include <vector>
 
 /// A table view that reports the keys that mean something to its window, and looks away while its model
 /// reloads.
@@ -14,6 +18,13 @@ public:
     void keyboardSearch(const QString& search) override;
     void selectAll() override;
 
+    /// Keys that move or open wait for releaseKeys(), as they do by themselves while the model has rows that
+    /// the user has not seen yet.
+    void holdKeys() { m_holdsKeys = true; }
+
+    /// Handles the keys that wait, in their order.
+    void releaseKeys();
+
 signals:
     void enterPressed();
     void homePressed();
@@ -21,6 +32,9 @@ signals:
     void textTyped(const QString& text);
 
 protected:
+    bool event(QEvent* event) override;
+    /// Home and End go to the first and the last row.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     /// Selects the row that becomes the current one by it.
@@ -33,6 +47,9 @@ protected:
 
 private:
     bool knowsAccessibleCells(const QItemSelection& selection);
+    bool isHoldingKeys() const;
 
     bool m_enterIsDown = false;
+    bool m_holdsKeys = false;
+    std::vector<std::unique_ptr<QKeyEvent>> m_heldKeys;
 };

@@ -23,6 +23,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -114,7 +115,7 @@ void ProjectsPane::layOut() {
 void ProjectsPane::setUpEvents() {
     using Reason = ReloadScheduler::Reason;
     connect(m_search, &TableSearch::changed, this, [this] { request(Reason::NewQuery); });
-    connect(m_sorting, &HeaderSorting::changed, this, [this] { request(Reason::NewQuery); });
+    connect(m_sorting, &HeaderSorting::changed, this, [this] { request(Reason::NewOrder); });
     connect(m_reloads, &ReloadScheduler::reloaded, this, &ProjectsPane::showReloaded);
     connect(m_reloads, &ReloadScheduler::failed, this, &ProjectsPane::showUnreadable);
     connect(m_catalogue, &CatalogueCheck::finished, this, &ProjectsPane::showCatalogue);
@@ -223,10 +224,16 @@ void ProjectsPane::request(ReloadScheduler::Reason reason) {
 
 void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
     Stemhaven::guarded(tr("Table restoration has failed"), [&] {
+        auto* horizontal = m_table->horizontalScrollBar();
+        const int position = horizontal->value();
         m_columns->fit();
         m_selection->restore(reason);
+        horizontal->setValue(position);
         showStatus();
         showRowsOrReason();
+        if (std::exchange(m_isWayToTable, false))
+            goToTable();
+        m_table->releaseKeys();
     });
 }
 
@@ -265,6 +272,8 @@ void ProjectsPane::showCatalogue(bool isEmpty) {
 }
 
 void ProjectsPane::showUnreadable() {
+    m_isWayToTable = false;
+    m_table->releaseKeys();
     m_statusLine->setStatus(tr("The projects could not be loaded."));
     if (m_model->rowCount() > 0)
         return;
@@ -295,7 +304,15 @@ void ProjectsPane::searchFor(const QString& text) {
 }
 
 void ProjectsPane::goToTable() {
-    if (!m_table->isVisible() || m_model->isReloading())
+    if (m_model->isReloading()) {
+        // What the field has found comes soon; the keys that follow are meant for it.
+        m_isWayToTable = true;
+        m_table->holdKeys();
+        if (m_table->isVisible())
+            m_table->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    if (!m_table->isVisible())
         return;
     m_table->setFocus(Qt::OtherFocusReason);
     if (!m_table->selectionModel()->hasSelection())

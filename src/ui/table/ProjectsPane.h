@@ -117,5 +117,6 @@ private:
     QDeadlineTimer m_nextFill;          ///< when what a search has found is shown next
     std::chrono::seconds m_fillTime{0}; ///< 0 while there is no search
     bool m_lookingForProjects = false;
+    bool m_isWayToTable = false; ///< the keyboard goes there with the reload that is under way
     bool m_hasLoaded = false;
 };

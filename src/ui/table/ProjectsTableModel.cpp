@@ -149,18 +149,23 @@ QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {
 }
 
 int ProjectsTableModel::rowForProjectID(qint64 id) const {
+    return id < 0 ? -1 : static_cast<int>(projectIDs().indexOf(id));
+}
+
+QList<qint64> ProjectsTableModel::projectIDs() const {
     const std::lock_guard lock(projectsModelMutex);
     // Past data(): every row is looked at after each reload, and the ids need no conversion.
     const QSqlQueryModel& rows = **m_queryModel;
     const int count = rows.rowCount();
     const int idColumn = rows.columnCount() - 1;
+    QList<qint64> ids;
+    ids.reserve(count);
     for (int row = 0; row < count; ++row) {
         bool ok = false;
-        const qint64 rowId = rows.data(rows.index(row, idColumn)).toLongLong(&ok);
-        if (ok && rowId == id)
-            return row;
+        const qint64 id = rows.data(rows.index(row, idColumn)).toLongLong(&ok);
+        ids.append(ok ? id : -1);
     }
-    return -1;
+    return ids;
 }
 
 qint64 ProjectsTableModel::projectIDForRow(int row) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractItemModel>
+#include <QList>
 
 #include <memory>
 #include <mutex>
@@ -58,6 +59,8 @@ public:
     int rowForProjectID(qint64 id) const;
     /// -1 for a row that has none.
     qint64 projectIDForRow(int row) const;
+    /// Of all rows, in their order; -1 for a row that has none.
+    QList<qint64> projectIDs() const;
 
 signals:
     /// After layoutChanged(), when the reload is no longer counted as under way.

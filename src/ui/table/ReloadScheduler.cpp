@@ -2,6 +2,7 @@
 
 #include "ui/table/ProjectsTableModel.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -26,8 +27,7 @@ ReloadScheduler::ReloadScheduler(ProjectsTableModel& model, QObject* parent)
 
 void ReloadScheduler::request(Reason reason) {
     m_isWaiting = true;
-    if (reason == Reason::NewQuery)
-        m_waitingReason = reason;
+    m_waitingReason = std::max(m_waitingReason, reason);
     if (!m_model.isReloading())
         start();
 }

@@ -12,8 +12,9 @@ class ReloadScheduler : public QObject {
 
 public:
     enum class Reason {
-        Refresh, ///< the projects may have changed
-        NewQuery ///< other projects, or another order, are wanted
+        Refresh,  ///< the projects may have changed
+        NewOrder, ///< the same projects are wanted in another order
+        NewQuery  ///< other projects are wanted
     };
 
     /// model outlives this object.

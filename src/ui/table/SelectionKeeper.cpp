@@ -7,6 +7,8 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include <algorithm>
+#include <iterator>
 #include <mutex>
 
 SelectionKeeper::SelectionKeeper(KeyEventTableView& table, ProjectsTableModel& model, QObject* parent)
@@ -65,22 +67,55 @@ QList<int> SelectionKeeper::selectedRows() const {
     return rows;
 }
 
+/// The current project where it is a candidate; else the nearest one after it, or before it.
+qint64 SelectionKeeper::successor(const QSet<qint64>& candidates) const {
+    const auto isCandidate = [&](qint64 project) {
+        return candidates.contains(project);
+    };
+    const auto place = std::find(m_order.begin(), m_order.end(), m_project);
+    if (place == m_order.end())
+        return -1;
+    const auto next = std::find_if(place, m_order.end(), isCandidate);
+    if (next != m_order.end())
+        return *next;
+    const auto previous = std::find_if(std::make_reverse_iterator(place), m_order.rend(), isCandidate);
+    return previous != m_order.rend() ? *previous : -1;
+}
+
+/// Exchanges those of the selected projects that have left the rows.
+void SelectionKeeper::findAgain() {
+    const QList<qint64> order = m_model.projectIDs();
+    if (m_project >= 0 && (!m_selected.isEmpty() || !order.contains(m_project))) {
+        const QSet<qint64> all(order.begin(), order.end());
+        m_selected.intersect(all);
+        m_project = successor(m_selected.isEmpty() ? all : m_selected);
+    }
+    m_order = order;
+}
+
 void SelectionKeeper::restore(ReloadScheduler::Reason reason) {
     const int oldRow = m_table.currentIndex().row();
-    const int newRow = m_project < 0 ? -1 : m_model.rowForProjectID(m_project);
-    const int position = scrollPositionFor(oldRow, newRow);
-
+    const qint64 oldProject = m_project;
+    const QSet<qint64> oldSelected = m_selected;
+    findAgain();
+    const int newRow = m_project < 0 ? -1 : static_cast<int>(m_order.indexOf(m_project));
     select(newRow);
+    scroll(reason, oldRow, newRow);
+    if (m_selected.size() == 1)
+        m_selected.clear();
+    if (m_project != oldProject || m_selected != oldSelected)
+        emit changed();
+}
+
+void SelectionKeeper::scroll(ReloadScheduler::Reason reason, int oldRow, int newRow) {
+    const int position = scrollPositionFor(oldRow, newRow);
     m_table.doItemsLayout();
     if (reason == ReloadScheduler::Reason::Refresh)
         m_table.verticalScrollBar()->setValue(position);
-    else if (newRow >= 0)
+    else if (reason == ReloadScheduler::Reason::NewQuery && newRow >= 0)
         m_table.scrollTo(m_model.index(newRow, 0));
     else
         m_table.scrollToTop();
-
-    // Some, or all, of those selected may be gone.
-    update();
 }
 
 void SelectionKeeper::clear() {

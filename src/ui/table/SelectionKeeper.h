@@ -26,9 +26,10 @@ public:
     /// The current project and those that are selected beside it.
     QList<qint64> selectedProjects() const;
 
-    /// Finds the selected projects again after a reload. After a new query the current one is scrolled into
-    /// view, or the table to its top when it is gone; after a refresh the rows on the screen stay where they
-    /// are.
+    /// Finds the selected projects again after a reload. Those that are gone leave the others selected; where
+    /// all are gone, the row after the current one is selected, or the last one before it. After a refresh
+    /// the rows on the screen stay where they are; a new order is shown from its top; after a new query the
+    /// current project is scrolled into view, or the table to its top when there is none.
     void restore(ReloadScheduler::Reason reason);
 
     void clear();
@@ -42,7 +43,10 @@ signals:
 
 private:
     QList<int> selectedRows() const;
+    qint64 successor(const QSet<qint64>& candidates) const;
+    void findAgain();
     void select(int row);
+    void scroll(ReloadScheduler::Reason reason, int oldRow, int newRow);
     QItemSelection rowsOfSelected() const;
     int scrollPositionFor(int oldRow, int newRow) const;
 
@@ -50,5 +54,6 @@ private:
     ProjectsTableModel& m_model;
     qint64 m_project = -1;
     QSet<qint64> m_selected; ///< the current one too; empty unless there are several
+    QList<qint64> m_order;   ///< of all rows, by which the neighbours of a row that is gone are known
     bool m_restoring = false;
 };

@@ -1,0 +1,210 @@
+// Where the keyboard is in the table while rows leave, are sorted anew or come late.
+
+#include "WindowFixture.h"
+#include "ui/table/ProjectsPane.h"
+#include "ui/table/SelectionKeeper.h"
+
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+
+#include <functional>
+
+namespace {
+
+class KeyboardPlaceTest : public WindowFixture {
+protected:
+    /// The last one is the current one.
+    void select(const QList<int>& rows) {
+        auto* selection = table().selectionModel();
+        selection->clearSelection();
+        for (const int row : rows) {
+            selection->setCurrentIndex(
+                model().index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+        ASSERT_TRUE(
+            waitUntil([&] { return details().project().id == child<SelectionKeeper>().currentProject(); }));
+    }
+
+    QStringList selectedNames() {
+        QStringList selected;
+        for (int row = 0; row < model().rowCount(); ++row) {
+            if (table().selectionModel()->isSelected(model().index(row, 0)))
+                selected.append(model().index(row, nameColumn()).data().toString());
+        }
+        return selected;
+    }
+
+    QString currentName() {
+        return model().index(table().currentIndex().row(), nameColumn()).data().toString();
+    }
+
+    /// What the action asks is answered with the button of that text.
+    void answered(QAction* action, const char* button) {
+        action->trigger();
+        settle();
+        auto* question = window->findChild<QMessageBox*>();
+        ASSERT_NE(question, nullptr);
+        for (auto* candidate : question->buttons()) {
+            if (candidate->text().remove(QLatin1Char('&')) == button)
+                candidate->click();
+        }
+        delete question;
+        QApplication::setActiveWindow(&*window);
+        settle();
+    }
+
+    /// Another program's doing, as far as the table is concerned.
+    void write(const QString& sql) {
+        database.rows(sql);
+        emit monitor.projectsDbModified();
+        child<ProjectsPane>().reloadProjects(false);
+        settle();
+    }
+};
+
+} // namespace
+
+TEST_F(KeyboardPlaceTest, RowsThatLeaveTakeNeitherTheSelectionNorTheFocusWithThem) {
+    const auto ignore = [this] {
+        answered(actions().ignore, "Ignore");
+    };
+    const auto deleteRecords = [this] {
+        answered(actions().deleteRecord, "Delete record");
+    };
+    const auto complete = [this] {
+        write("UPDATE projects SET completed=1 WHERE project_id IN (2, 3)");
+    };
+    const auto filter = [this] {
+        search("am");
+    };
+
+    struct {
+        const char* what;
+        QList<int> selected;
+        std::function<void()> leave;
+        QStringList stillSelected;
+        QString current;
+    } const cases[] = {
+        {"ignored", {1}, ignore, {"Camera"}, "Camera"},
+        {"several ignored", {0, 2}, ignore, {"Dime"}, "Dime"},
+        {"the last ignored", {5}, ignore, {"Empty"}, "Empty"},
+        {"deleted", {3}, deleteRecords, {"Empty"}, "Empty"},
+        {"completed", {1}, complete, {"Dime"}, "Dime"},
+        {"some completed, the current one too", {0, 4, 2}, complete, {"Amber", "Empty"}, "Empty"},
+        {"some completed", {0, 1, 4}, complete, {"Amber", "Empty"}, "Empty"},
+        {"all but one completed", {0, 2, 1}, complete, {"Amber"}, "Amber"},
+        {"filtered", {1}, filter, {"Camera"}, "Camera"},
+        {"filtered, none after it", {4}, filter, {"Camera"}, "Camera"},
+        {"filtered, some", {0, 1, 2}, filter, {"Amber", "Camera"}, "Camera"}};
+
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.what);
+        QSettings().clear();
+        database.rows("DELETE FROM projects");
+        for (const char* name : {"Amber", "Bold", "Camera", "Dime", "Empty", "Frost"})
+            insert({name});
+        database.rows("UPDATE projects SET ignored=0");
+        open();
+        ASSERT_EQ(names().size(), 6);
+        table().setFocus();
+        select(each.selected);
+        each.leave();
+        EXPECT_EQ(selectedNames(), each.stillSelected);
+        EXPECT_EQ(currentName(), each.current);
+        EXPECT_TRUE(table().hasFocus());
+        EXPECT_EQ(child<SelectionKeeper>().selectedProjects().size(), each.stillSelected.size());
+        EXPECT_TRUE(waitUntil([&] { return details().project().name == each.current; }));
+    }
+
+    // The last of all, and its way back.
+    search("Frost");
+    table().setFocus();
+    select({0});
+    answered(actions().ignore, "Ignore");
+    EXPECT_TRUE(emptyState().isAncestorOf(window->focusWidget()));
+    actions().undo->trigger();
+    settle();
+    EXPECT_TRUE(table().hasFocus());
+}
+
+TEST_F(KeyboardPlaceTest, ANewOrderIsShownFromItsTopAndMovesNothingElse) {
+    insertNumbered(200);
+    window.reset();
+    open();
+    window->resize(700, 500);
+    table().setFocus();
+    select({150});
+    auto* header = table().horizontalHeader();
+    auto* horizontal = table().horizontalScrollBar();
+    const int tempo = nameColumn() + 2;
+    header->resizeSection(nameColumn(), 900);
+    horizontal->setValue(header->sectionPosition(tempo));
+    const int position = horizontal->value();
+    ASSERT_GT(position, 100);
+    const QPoint title(header->sectionViewportPosition(tempo) + 20, header->height() / 2);
+    for (int click = 0; click < 3; ++click) {
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
+        settle();
+        EXPECT_EQ(horizontal->value(), position) << click;
+        EXPECT_EQ(table().verticalScrollBar()->value(), 0) << click;
+        EXPECT_EQ(selectedName(), "Song 000151") << click;
+        EXPECT_TRUE(table().hasFocus()) << click;
+        table().verticalScrollBar()->setValue(1000);
+    }
+}
+
+TEST_F(KeyboardPlaceTest, HomeAndEndGoToTheFirstAndTheLastRow) {
+    insertNumbered(200);
+    open();
+    table().setFocus();
+    select({40});
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&table(), key, modifiers);
+        return selectedName();
+    };
+    EXPECT_EQ(press(Qt::Key_End), "Song 000200");
+    EXPECT_TRUE(table().viewport()->rect().contains(table().visualRect(table().currentIndex())));
+    EXPECT_EQ(press(Qt::Key_Home), "Song 000001");
+    EXPECT_EQ(table().verticalScrollBar()->value(), 0);
+    QTest::keyClick(&table(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&table(), Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_EQ(press(Qt::Key_Home), "Song 000001");
+    EXPECT_EQ(press(Qt::Key_End), "Song 000200");
+    EXPECT_EQ(press(Qt::Key_Up), "Song 000199");
+    QTest::keyClick(&table(), Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(selectedNames(), (QStringList{"Song 000199", "Song 000200"}));
+
+    QTest::keyClick(&table(), Qt::Key_Space);
+    EXPECT_EQ(searchEdit().text(), QString());
+    EXPECT_TRUE(table().hasFocus());
+}
+
+TEST_F(KeyboardPlaceTest, KeysPressedDuringAReloadAreNotLost) {
+    insertNumbered(50);
+    open();
+    table().setFocus();
+    select({3});
+    // Rows that are there already, and of which the table has not been told.
+    child<ProjectsPane>().reloadProjects(false);
+    ASSERT_TRUE(waitForUnseenRows(model()));
+    QTest::keyClick(&table(), Qt::Key_Down);
+    QTest::keyClick(&table(), Qt::Key_Down, Qt::ShiftModifier);
+    settle();
+    EXPECT_EQ(selectedNames(), (QStringList{"Song 000005", "Song 000006"}));
+
+    // From the search field into what it finds.
+    table().selectionModel()->clear();
+    searchEdit().setFocus();
+    QTest::keyClicks(&searchEdit(), "4");
+    QTest::keyClick(&searchEdit(), Qt::Key_Down);
+    ASSERT_TRUE(model().isReloading());
+    EXPECT_TRUE(table().hasFocus());
+    QTest::keyClick(&table(), Qt::Key_Down);
+    QTest::keyClick(&table(), Qt::Key_Return);
+    settle();
+    EXPECT_EQ(names().mid(0, 2), (QStringList{"Song 000004", "Song 000014"}));
+    EXPECT_EQ(selectedName(), "Song 000014");
+    EXPECT_TRUE(waitUntil([this] { return log.count("Could not open selected project!") == 1; }));
+}
