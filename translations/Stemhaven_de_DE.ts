@@ -414,6 +414,14 @@
         <translation>Abgeschlossene und ignorierte Projekte werden gerade nicht gezeigt.</translation>
     </message>
     <message>
+        <source>1 hidden project matches</source>
+        <translation>1 ausgeblendetes Projekt passt</translation>
+    </message>
+    <message>
+        <source>%1 hidden projects match</source>
+        <translation>%1 ausgeblendete Projekte passen</translation>
+    </message>
+    <message>
         <source>Nothing here yet</source>
         <translation>Noch nichts hier</translation>
     </message>
@@ -837,6 +845,10 @@
 <context>
     <name>ProjectsPane</name>
     <message>
+        <source>%1 hidden</source>
+        <translation>%1 ausgeblendet</translation>
+    </message>
+    <message>
         <source>Projects</source>
         <translation>Projekte</translation>
     </message>
@@ -1118,6 +1130,10 @@
     <message>
         <source>Status: </source>
         <translation>Status: </translation>
+    </message>
+    <message>
+        <source>%1 selected</source>
+        <translation>%1 ausgewählt</translation>
     </message>
     <message>
         <source>Looking for projects… %1 found</source>

@@ -136,6 +136,17 @@ QString QueryBuilder::select() {
     return query;
 }
 
+QString QueryBuilder::countHidden() const {
+    const auto hidden = hideCondition();
+    // Not NOT: what is compared may be NULL, and such a project is left out as well.
+    QStringList conditions{hidden.isEmpty() ? QStringLiteral("0") : QStringLiteral("(%1) IS NOT TRUE").arg(hidden)};
+    if (const auto filter = filterCondition(); !filter.isEmpty())
+        conditions.append(filter);
+    if (searchIsActive())
+        conditions.append(searchCondition());
+    return QLatin1String("SELECT COUNT(*) FROM projects WHERE ") + conditions.join(QLatin1String(" AND "));
+}
+
 QString QueryBuilder::columnList() const {
     QString columns;
     for (const auto& field : m_fields) {
@@ -158,11 +169,16 @@ QString QueryBuilder::condition() const {
         text += conjunction;
     if (searching)
         text += searchCondition() + (hiding ? conjunction : QLatin1String());
+    return text + hideCondition();
+}
+
+QString QueryBuilder::hideCondition() const {
+    QStringList conditions;
     if (m_hideCompleted)
-        text += QLatin1String("completed=0") + (m_hideIgnored ? conjunction : QLatin1String());
+        conditions.append(QStringLiteral("completed=0"));
     if (m_hideIgnored)
-        text += QLatin1String("ignored=0");
-    return text;
+        conditions.append(QStringLiteral("ignored=0"));
+    return conditions.join(QLatin1String(" AND "));
 }
 
 QString QueryBuilder::filterCondition() const {

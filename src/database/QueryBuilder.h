@@ -29,6 +29,9 @@ public:
     /// last column.
     QString select();
 
+    /// One row with the number of projects that are left out by the hide switches alone.
+    QString countHidden() const;
+
     /// Each of these replaces any filter set before.
     void setCollectionID(qint64 id);
     void setGenreID(qint64 id);
@@ -82,6 +85,7 @@ private:
     QString filterCondition() const;
     QString searchCondition() const;
     QString condition() const;
+    QString hideCondition() const;
 
     QList<Field> m_fields;
     QStringList m_searchableColumns;

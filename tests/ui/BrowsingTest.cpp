@@ -292,6 +292,7 @@ TEST_F(BrowsingTest, TheKeyboardReachesAllRowsAndReturnOpensOnceOnlyFromThem) {
         QTest::keyClick(&widget, Qt::Key_Return);
         EXPECT_EQ(opened.count(), 0) << name;
     }
+    settle();
     child<QWidget>("filterTreeView").setFocus();
     QTest::keyClick(&child<QWidget>("filterTreeView"), Qt::Key_Tab);
     EXPECT_TRUE(searchEdit().hasFocus());

@@ -221,12 +221,49 @@ TEST_F(ProjectsPaneTest, EmptyPlacesSayWhyAndLeadOn) {
         return model().rowCount() == 3;
     }));
 
+    // It ends after the last reload, and says no longer that it goes on.
+    database.rows("DELETE FROM projects");
+    child<ProjectsPane>().reloadProjects(true);
+    settle();
+    EXPECT_EQ(emptyState().reason(), Reason::Searching);
+    child<ProjectsPane>().endSearching();
+    settle();
+    EXPECT_EQ(emptyState().reason(), Reason::NoProjects);
+
     search("zither");
     EXPECT_EQ(emptyState().reason(), Reason::NothingFound);
     EXPECT_TRUE(emptyState().isVisible());
     clickTheButtonThatLeadsOn();
     EXPECT_EQ(searchEdit().text(), QString());
+    EXPECT_EQ(emptyState().reason(), Reason::NoProjects);
+}
+
+TEST_F(ProjectsPaneTest, HiddenProjectsAreCountedAndShownWhereTheyAloneMatch) {
+    insert({"Harbour", "Haven", "Ember"});
+    insert("Harmony", "completed=1");
+    insert("Harp", "completed=1, ignored=1");
+    insert("Hidden haze", "ignored=1");
+    open();
+    EXPECT_EQ(status(), "All projects (3 found) · 3 hidden");
+    table().selectRow(0);
+    EXPECT_EQ(status(), "All projects (3 found) · 3 hidden");
+    table().selectAll();
+    EXPECT_EQ(status(), "All projects (3 found) · 3 hidden · 3 selected");
+    search("har");
+    EXPECT_EQ(status(), "All projects matching 'har' (1 found) · 2 hidden");
     EXPECT_TRUE(table().isVisible());
+
+    search("harm");
+    EXPECT_EQ(emptyState().reason(), EmptyState::Reason::MatchesHidden);
+    EXPECT_EQ(emptyState().findChildren<QLabel*>().constFirst()->text(), "1 hidden project matches");
+    database.rows("DELETE FROM projects WHERE name='Harbour'");
+    search("har");
+    EXPECT_EQ(emptyState().findChildren<QLabel*>().constFirst()->text(), "2 hidden projects match");
+    clickTheButtonThatLeadsOn();
+    EXPECT_EQ(names(), (QStringList{"Harmony", "Harp"}));
+    EXPECT_EQ(status(), "All projects matching 'har' (2 found)");
+    search("harz");
+    EXPECT_EQ(emptyState().reason(), EmptyState::Reason::NothingFound);
 }
 
 TEST_F(ProjectsPaneTest, NamesTakeTheRestAndWidthsThatTheUserGivesStay) {

@@ -3,6 +3,7 @@
 #include "ui/widgets/TracksEmblem.h"
 
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -86,6 +87,11 @@ void EmptyState::present(Reason reason, const QString& name) {
             tr("All projects are hidden"), tr("Completed and ignored projects are not shown at the moment."),
             tr("Show Hidden Projects"));
         break;
+    case Reason::MatchesHidden:
+        setTexts(
+            name, tr("Completed and ignored projects are not shown at the moment."),
+            tr("Show Hidden Projects"));
+        break;
     case Reason::NothingFound:
         setTexts(
             tr("Nothing found"), tr("No project matches “%1”.").arg(shortened(name)), tr("Clear Search"));
@@ -107,6 +113,13 @@ void EmptyState::present(Reason reason, const QString& name) {
     }
 }
 
+void EmptyState::presentHidden(int projects) {
+    present(
+        Reason::MatchesHidden,
+        projects == 1 ? tr("1 hidden project matches")
+                      : tr("%1 hidden projects match").arg(locale().toString(projects)));
+}
+
 void EmptyState::setTexts(const QString& title, const QString& help, const QString& action) {
     m_title->setText(title);
     m_help->setText(help);
@@ -120,6 +133,7 @@ void EmptyState::performAction() {
         emit addFolderRequested();
         break;
     case Reason::AllHidden:
+    case Reason::MatchesHidden:
         emit showHiddenRequested();
         break;
     case Reason::NothingFound:

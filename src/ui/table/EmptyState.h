@@ -15,6 +15,7 @@ public:
         NoProjects,      ///< nothing has been catalogued yet
         Searching,       ///< as NoProjects, while the folders are being looked through
         AllHidden,       ///< every project is completed or ignored
+        MatchesHidden,   ///< only hidden projects match the search and the filter
         NothingFound,    ///< no project matches the search
         NothingInFilter, ///< no project is in the collection, has the tag, and so on
         Unreadable       ///< the catalogue could not be read
@@ -22,9 +23,12 @@ public:
 
     explicit EmptyState(QWidget* parent = nullptr);
 
-    /// name is what was searched, for NothingFound, the filter's, for NothingInFilter, or the log file's, for
-    /// Unreadable.
+    /// name is what was searched, for NothingFound, the filter's, for NothingInFilter, the log file's, for
+    /// Unreadable, or the title, for MatchesHidden.
     void present(Reason reason, const QString& name = {});
+
+    /// MatchesHidden, with their number.
+    void presentHidden(int projects);
 
     Reason reason() const { return m_reason; }
 

@@ -3,10 +3,10 @@
 #include "app/errors/Guarded.h"
 #include "app/logging/Log.h"
 #include "ui/CurrentFilter.h"
-#include "ui/table/CatalogueCheck.h"
 #include "ui/table/ColumnWidths.h"
 #include "ui/table/EmptyState.h"
 #include "ui/table/HeaderSorting.h"
+#include "ui/table/HiddenCount.h"
 #include "ui/table/KeyEventTableView.h"
 #include "ui/table/ProjectsTableModel.h"
 #include "ui/table/SearchField.h"
@@ -73,7 +73,7 @@ ProjectsPane::ProjectsPane(
       m_emptyState(new EmptyState(this)),
       m_statusLine(new StatusLine(this)),
       m_reloads(new ReloadScheduler(*m_model, this)),
-      m_catalogue(new CatalogueCheck(tasks, this)),
+      m_hidden(new HiddenCount(tasks, builder, this)),
       m_search(new TableSearch(*m_searchEdit, builder, this)),
       m_sorting(new HeaderSorting(*m_table, builder, this)),
       m_columns(new ColumnWidths(*m_table, builder, this)),
@@ -118,7 +118,7 @@ void ProjectsPane::setUpEvents() {
     connect(m_sorting, &HeaderSorting::changed, this, [this] { request(Reason::NewOrder); });
     connect(m_reloads, &ReloadScheduler::reloaded, this, &ProjectsPane::showReloaded);
     connect(m_reloads, &ReloadScheduler::failed, this, &ProjectsPane::showUnreadable);
-    connect(m_catalogue, &CatalogueCheck::finished, this, &ProjectsPane::showCatalogue);
+    connect(m_hidden, &HiddenCount::counted, this, &ProjectsPane::showHidden);
 
     connect(m_table, &KeyEventTableView::homePressed, m_table, &QTableView::scrollToTop);
     connect(m_table, &KeyEventTableView::textTyped, this, &ProjectsPane::searchFor);
@@ -129,6 +129,9 @@ void ProjectsPane::setUpEvents() {
         m_selection->update();
     });
     connect(m_selection, &SelectionKeeper::changed, this, &ProjectsPane::selectionChanged);
+    connect(m_selection, &SelectionKeeper::changed, this, [this] {
+        m_statusLine->showSelectedCount(static_cast<int>(m_selection->selectedProjects().size()));
+    });
     connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
         emit contextMenuRequested(m_table->viewport()->mapToGlobal(position));
     });
@@ -212,6 +215,9 @@ void ProjectsPane::showSearching(int projectsFound) {
 void ProjectsPane::endSearching() {
     m_fillTime = std::chrono::seconds(0);
     m_statusLine->endSearching();
+    m_lookingForProjects = false;
+    if (m_pages->currentWidget() == m_emptyState && m_emptyState->reason() == EmptyState::Reason::Searching)
+        m_hidden->start();
 }
 
 void ProjectsPane::showMissingFolders(const QStringList& folders) {
@@ -229,8 +235,9 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
         m_columns->fit();
         m_selection->restore(reason);
         horizontal->setValue(position);
-        showStatus();
-        showRowsOrReason();
+        if (m_model->rowCount() > 0)
+            showPage(m_tablePage);
+        m_hidden->start();
         if (std::exchange(m_isWayToTable, false))
             goToTable();
         m_table->releaseKeys();
@@ -239,35 +246,37 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
 
 void ProjectsPane::showStatus() {
     // Both at once: the term may look like a placeholder.
-    m_statusLine->setStatus(
-        tr("%1 (%3 found)")
-            .arg(m_filter.description(m_search->term()), QString::number(m_model->rowCount())));
+    QString status =
+        tr("%1 (%3 found)").arg(m_filter.description(m_search->term()), QString::number(m_model->rowCount()));
+    if (m_hiddenProjects > 0)
+        status += StatusLine::separator + tr("%1 hidden").arg(locale().toString(m_hiddenProjects));
+    m_statusLine->setStatus(status);
 }
 
-void ProjectsPane::showRowsOrReason() {
-    if (m_model->rowCount() > 0) {
-        showPage(m_tablePage);
-    } else if (!m_search->term().isEmpty()) {
-        m_emptyState->present(EmptyState::Reason::NothingFound, m_search->term());
-        showPage(m_emptyState);
-    } else if (m_filter.type() != FilterType::ALL) {
-        m_emptyState->present(EmptyState::Reason::NothingInFilter, m_filter.name());
-        showPage(m_emptyState);
-    } else {
-        m_catalogue->start();
-    }
+void ProjectsPane::showHidden(int projects) {
+    m_hiddenProjects = projects;
+    showStatus();
+    // The answer may be to a question that the user has left behind; then another one comes.
+    if (m_model->rowCount() == 0 && !m_model->isReloading())
+        showReason();
 }
 
-void ProjectsPane::showCatalogue(bool isEmpty) {
-    // The answer may be to a question that the user has left behind.
-    if (m_model->isReloading() || m_model->rowCount() > 0 || !m_search->term().isEmpty() ||
-        m_filter.type() != FilterType::ALL)
-        return;
-    // During a search the catalogue has projects that the table has not been told of.
-    if (m_lookingForProjects)
-        m_emptyState->present(EmptyState::Reason::Searching);
+/// Why there are no rows.
+void ProjectsPane::showReason() {
+    using Reason = EmptyState::Reason;
+    const QString term = m_search->term();
+    const bool isNarrowed = !term.isEmpty() || m_filter.type() != FilterType::ALL;
+    if (isNarrowed && m_hiddenProjects > 0)
+        m_emptyState->presentHidden(m_hiddenProjects);
+    else if (!term.isEmpty())
+        m_emptyState->present(Reason::NothingFound, term);
+    else if (isNarrowed)
+        m_emptyState->present(Reason::NothingInFilter, m_filter.name());
+    else if (m_lookingForProjects)
+        // During a search the catalogue has projects that the table has not been told of.
+        m_emptyState->present(Reason::Searching);
     else
-        m_emptyState->present(isEmpty ? EmptyState::Reason::NoProjects : EmptyState::Reason::AllHidden);
+        m_emptyState->present(m_hiddenProjects > 0 ? Reason::AllHidden : Reason::NoProjects);
     showPage(m_emptyState);
 }
 

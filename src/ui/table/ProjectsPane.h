@@ -7,11 +7,11 @@
 
 #include <chrono>
 
-class CatalogueCheck;
 class ColumnWidths;
 class CurrentFilter;
 class EmptyState;
 class HeaderSorting;
+class HiddenCount;
 class KeyEventTableView;
 class ProjectsTableModel;
 class StatusLine;
@@ -91,8 +91,8 @@ private:
     void request(ReloadScheduler::Reason reason);
     void showReloaded(ReloadScheduler::Reason reason);
     void showStatus();
-    void showRowsOrReason();
-    void showCatalogue(bool isEmpty);
+    void showHidden(int projects);
+    void showReason();
     void showUnreadable();
     void showPage(QWidget* page);
     void goToTable();
@@ -109,13 +109,14 @@ private:
     QHBoxLayout* m_top = nullptr;
 
     ReloadScheduler* m_reloads;
-    CatalogueCheck* m_catalogue;
+    HiddenCount* m_hidden;
     TableSearch* m_search;
     HeaderSorting* m_sorting;
     ColumnWidths* m_columns;
     SelectionKeeper* m_selection;
     QDeadlineTimer m_nextFill;          ///< when what a search has found is shown next
     std::chrono::seconds m_fillTime{0}; ///< 0 while there is no search
+    int m_hiddenProjects = 0;
     bool m_lookingForProjects = false;
     bool m_isWayToTable = false; ///< the keyboard goes there with the reload that is under way
     bool m_hasLoaded = false;

@@ -13,6 +13,8 @@ constexpr int lineMargin = 8;
 
 } // namespace
 
+const QString StatusLine::separator = QStringLiteral(" · ");
+
 StatusLine::StatusLine(QWidget* parent)
     : QWidget(parent),
       m_statusLabel(new ElidedLabel(this)),
@@ -34,11 +36,26 @@ StatusLine::StatusLine(QWidget* parent)
 
 void StatusLine::setStatus(const QString& status) {
     m_status = status;
-    m_statusLabel->setText(status);
+    showStatus();
+}
+
+void StatusLine::showSelectedCount(int projects) {
+    m_selectedCount = projects;
+    showStatus();
 }
 
 void StatusLine::showTip(const QString& tip) {
-    m_statusLabel->setText(tip.isEmpty() ? m_status : tip);
+    if (tip.isEmpty())
+        showStatus();
+    else
+        m_statusLabel->setText(tip);
+}
+
+void StatusLine::showStatus() {
+    const QString selected = m_selectedCount < 2
+        ? QString()
+        : separator + tr("%1 selected").arg(locale().toString(m_selectedCount));
+    m_statusLabel->setText(m_status + selected);
 }
 
 void StatusLine::showSearching(int projectsFound) {

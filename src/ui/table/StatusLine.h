@@ -15,8 +15,13 @@ public:
     explicit StatusLine(QWidget* parent = nullptr);
 
     void setStatus(const QString& status);
-    /// Stands in the place of the status; an empty one brings the status back.
+    /// Follows the status where several projects are selected.
+    void showSelectedCount(int projects);
+    /// Stands in the place of both; an empty one brings them back.
     void showTip(const QString& tip);
+
+    /// Between two statements of the status.
+    static const QString separator;
 
     /// The folders are being looked through.
     void showSearching(int projectsFound);
@@ -26,10 +31,12 @@ public:
 
 private:
     void showNotice();
+    void showStatus();
 
     ElidedLabel* m_statusLabel;
     ElidedLabel* m_noticeLabel;
     QString m_status;
+    int m_selectedCount = 0;
     std::optional<int> m_projectsFound; ///< while the folders are being looked through
     QStringList m_missingFolders;
 };
