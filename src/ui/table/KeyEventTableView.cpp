@@ -8,6 +8,7 @@
 #include <QItemSelection>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyleOptionFocusRect>
 
 #include <algorithm>
@@ -140,8 +141,18 @@ void KeyEventTableView::paintEvent(QPaintEvent* event) {
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
 }
 
+void KeyEventTableView::moveCurrentSilently(
+    const QModelIndex& index, QItemSelectionModel::SelectionFlags how) {
+    const QScopedValueRollback silent(m_isSilent, true);
+    selectionModel()->setCurrentIndex(index, how);
+}
+
 void KeyEventTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QTableView::currentChanged(current, previous);
+    // To a screen reader the base class reports the focus at the cell, wherever the keyboard is.
+    if (hasFocus() && !m_isSilent)
+        QTableView::currentChanged(current, previous);
+    else
+        QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
     // The base class paints two cells anew, the mark goes over whole rows.
     if (!selectionModel()->isSelected(current) || !selectionModel()->isSelected(previous))
         viewport()->update();

@@ -18,6 +18,9 @@ public:
     void keyboardSearch(const QString& search) override;
     void selectAll() override;
 
+    /// Moves it without telling a screen reader: it stands on what it stood on before.
+    void moveCurrentSilently(const QModelIndex& index, QItemSelectionModel::SelectionFlags how);
+
     /// Keys that move or open wait for releaseKeys(), as they do by themselves while the model has rows that
     /// the user has not seen yet.
     void holdKeys() { m_holdsKeys = true; }
@@ -51,5 +54,6 @@ private:
 
     bool m_enterIsDown = false;
     bool m_holdsKeys = false;
+    bool m_isSilent = false;
     std::vector<std::unique_ptr<QKeyEvent>> m_heldKeys;
 };

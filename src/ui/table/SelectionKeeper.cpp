@@ -99,7 +99,7 @@ void SelectionKeeper::restore(ReloadScheduler::Reason reason) {
     const QSet<qint64> oldSelected = m_selected;
     findAgain();
     const int newRow = m_project < 0 ? -1 : static_cast<int>(m_order.indexOf(m_project));
-    select(newRow);
+    select(newRow, m_project != oldProject);
     scroll(reason, oldRow, newRow);
     if (m_selected.size() == 1)
         m_selected.clear();
@@ -122,7 +122,8 @@ void SelectionKeeper::clear() {
     m_table.selectionModel()->clear();
 }
 
-void SelectionKeeper::select(int row) {
+/// isNews: to a screen reader, if the keyboard is in the table.
+void SelectionKeeper::select(int row, bool isNews) {
     const QScopedValueRollback restoring(m_restoring, true);
     auto* selection = m_table.selectionModel();
     const bool wasSelected = selection->hasSelection();
@@ -135,7 +136,10 @@ void SelectionKeeper::select(int row) {
                                  : QItemSelectionModel::NoUpdate;
     const bool autoScroll = m_table.hasAutoScroll();
     m_table.setAutoScroll(false);
-    selection->setCurrentIndex(m_model.index(row, column), how);
+    if (isNews)
+        selection->setCurrentIndex(m_model.index(row, column), how);
+    else
+        m_table.moveCurrentSilently(m_model.index(row, column), how);
     if (!m_selected.isEmpty())
         selection->select(rowsOfSelected(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     m_table.setAutoScroll(autoScroll);

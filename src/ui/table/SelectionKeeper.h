@@ -45,7 +45,7 @@ private:
     QList<int> selectedRows() const;
     qint64 successor(const QSet<qint64>& candidates) const;
     void findAgain();
-    void select(int row);
+    void select(int row, bool isNews);
     void scroll(ReloadScheduler::Reason reason, int oldRow, int newRow);
     QItemSelection rowsOfSelected() const;
     int scrollPositionFor(int oldRow, int newRow) const;
