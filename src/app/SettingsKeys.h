@@ -12,6 +12,7 @@ inline const QString lastEventId = QStringLiteral("lastEventId");
 inline const QString eventCatchupAttempts = QStringLiteral("eventCatchupAttempts");
 inline const QString searchWasInProgress = QStringLiteral("searchWasInProgress");
 inline const QString lastSearchTerm = QStringLiteral("lastSearchTerm");
+inline const QString lastKeptSearch = QStringLiteral("lastKeptSearch");
 inline const QString hideCompleted = QStringLiteral("hideCompleted");
 inline const QString hideIgnored = QStringLiteral("hideIgnored");
 inline const QString projectDetailsSplitterState = QStringLiteral("projectDetailsSplitterState");

@@ -121,11 +121,20 @@ void MainWindow::filterTreeViewActivated(FilterType type, qint64 id, const QStri
             term = name;
         else if (type == FilterType::LAST_SEARCH)
             term = m_projects->lastSearchTerm();
+        m_markedTerm = term;
         if (term == m_projects->searchTerm())
             m_projects->queryChanged();
         else
             m_projects->setSearchTerm(term);
     });
+}
+
+/// Takes the mark from a search that is not the one in the field any more.
+void MainWindow::searchTermChanged() {
+    const FilterType marked = m_sidebar->shownType();
+    const bool isSearch = marked == FilterType::SAVED_SEARCH || marked == FilterType::LAST_SEARCH;
+    if (isSearch && m_projects->searchTerm() != m_markedTerm)
+        m_sidebar->setCurrent(m_filter->type(), m_filter->id());
 }
 
 void MainWindow::clearSearchAndFilter() {
@@ -185,6 +194,9 @@ void MainWindow::filterRemoved(FilterType type, qint64 id) {
     m_details->reload();
     if (m_filter->type() == type && m_filter->id() == id)
         filterTreeViewActivated(FilterType::ALL, -1, {});
+    else if (m_sidebar->shownType() == type && m_sidebar->shownEntryId() == id)
+        // A saved search: its number is given out again, its term stays in the field.
+        m_sidebar->setCurrent(FilterType::ALL);
     reloadAll();
 }
 

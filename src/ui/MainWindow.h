@@ -71,6 +71,7 @@ private:
 
     void filterTreeViewActivated(FilterType type, qint64 id, const QString& name);
     void clearSearchAndFilter();
+    void searchTermChanged();
     void folderTreeItemModelChanged();
     /// Leaves failures to the caller, who knows what was asked for.
     void addFilter(FilterType type, bool associateWithSelected);
@@ -112,4 +113,5 @@ private:
     ToolButton* m_detailsToggle;
     SidePanes* m_sidePanes = nullptr;
     std::function<void()> m_whenSelectedIsShown;
+    QString m_markedTerm; ///< of the search that is marked in the sidebar
 };

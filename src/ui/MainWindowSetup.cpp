@@ -116,6 +116,7 @@ void MainWindow::setupEvents() {
     connect(m_projects.get(), &ProjectsPane::showHiddenRequested, this, &MainWindow::showHiddenProjects);
     connect(m_projects.get(), &ProjectsPane::showAllRequested, this, &MainWindow::clearSearchAndFilter);
     connect(m_projects.get(), &ProjectsPane::reloadRequested, this, &MainWindow::reloadAll);
+    connect(m_projects.get(), &ProjectsPane::searchTermChanged, this, &MainWindow::searchTermChanged);
     // The click that asks for them may also be the one that selects the project.
     connect(m_projects.get(), &ProjectsPane::openRequested, this, [this] {
         whenSelectedIsShown(tr("Open project failed."), [this] { m_actions->open->trigger(); });

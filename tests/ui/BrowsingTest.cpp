@@ -5,6 +5,7 @@
 #include "ui/details/ProgressSlider.h"
 #include "ui/edits/EditHistory.h"
 #include "ui/sidebar/FilterSidebar.h"
+#include "ui/table/ProjectsPane.h"
 #include "ui/table/StarEditor.h"
 
 #include <QAbstractItemView>
@@ -219,6 +220,7 @@ TEST_F(BrowsingTest, TheSidebarNarrowsTheTable) {
     EXPECT_EQ(status(), "All projects (3 found)");
     EXPECT_EQ(activate(TAGS, "#two & more"), "Tag '#two & more' (2 found)");
     search("gam");
+    QTest::keyClick(&searchEdit(), Qt::Key_Return);
     EXPECT_EQ(status(), "Tag '#two & more' matching 'gam' (1 found)");
     EXPECT_EQ(activate(COLLECTIONS, "100% <b>Album</b> %1"), "Collection '100% <b>Album</b> %1' (1 found)");
     EXPECT_EQ(names(), QStringList("Beta"));
@@ -231,6 +233,54 @@ TEST_F(BrowsingTest, TheSidebarNarrowsTheTable) {
     activate(TAGS, "#one");
     EXPECT_EQ(emptyState().reason(), EmptyState::Reason::NothingInFilter);
     EXPECT_EQ(activate(ALL), "All projects (3 found)");
+}
+
+TEST_F(BrowsingTest, LastSearchIsWhatWasMeantAndTheMarkFollowsTheSearchField) {
+    database.rows("INSERT INTO saved_searches VALUES(7, 'amm')");
+    open();
+    const auto lastSearch = [this] {
+        return child<ProjectsPane>().lastSearchTerm();
+    };
+    const auto type = [this](const char* text) {
+        searchEdit().clear();
+        searchEdit().setFocus();
+        QTest::keyClicks(&searchEdit(), text);
+        settle();
+    };
+
+    type("alp");
+    EXPECT_EQ(lastSearch(), QString());
+    QTest::keyClick(&searchEdit(), Qt::Key_Return);
+    EXPECT_EQ(lastSearch(), "alp");
+    type("bet");
+    EXPECT_EQ(lastSearch(), "alp");
+    table().selectRow(0);
+    EXPECT_EQ(lastSearch(), "bet");
+    // The next row takes the place of one that has left, which nobody has chosen.
+    type("gam");
+    EXPECT_EQ(lastSearch(), "bet");
+    EXPECT_TRUE(waitUntil([&] { return lastSearch() == "gam"; }));
+    QTest::keyClick(&searchEdit(), Qt::Key_Escape);
+    settle();
+    open();
+    EXPECT_EQ(activate(LAST_SEARCH), "All projects matching 'gam' (1 found)");
+
+    auto& reopened = child<FilterSidebar>();
+    EXPECT_EQ(reopened.shownType(), LAST_SEARCH);
+    QTest::keyClick(&searchEdit(), Qt::Key_Escape);
+    EXPECT_EQ(reopened.shownType(), ALL);
+    activate(SAVED_SEARCH, "amm");
+    EXPECT_EQ(reopened.shownType(), SAVED_SEARCH);
+    QTest::keyClicks(&searchEdit(), "a");
+    EXPECT_EQ(reopened.shownType(), ALL);
+
+    // The number of a removed entry is the next one's.
+    activate(SAVED_SEARCH, "amm");
+    emit reopened.removeRequested(SAVED_SEARCH, 7, "amm");
+    settle();
+    window->findChild<QDialog*>()->accept();
+    ASSERT_TRUE(waitUntil([&] { return reopened.shownType() == ALL; }));
+    EXPECT_EQ(searchEdit().text(), "amm");
 }
 
 TEST_F(BrowsingTest, MenusFileTheSelectedProjectsAndTakeThemOutAgain) {

@@ -25,6 +25,11 @@ public:
     /// brings it. Groups have the id -1.
     void setCurrent(FilterType type, qint64 id = -1);
 
+    /// What setCurrent() has marked last.
+    FilterType shownType() const { return m_shownType; }
+
+    qint64 shownEntryId() const { return m_shownId; }
+
     FilterType currentType() const;
     /// -1 when a group is current.
     qint64 currentEntryId() const;

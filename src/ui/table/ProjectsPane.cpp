@@ -114,7 +114,10 @@ void ProjectsPane::layOut() {
 
 void ProjectsPane::setUpEvents() {
     using Reason = ReloadScheduler::Reason;
-    connect(m_search, &TableSearch::changed, this, [this] { request(Reason::NewQuery); });
+    connect(m_search, &TableSearch::changed, this, [this] {
+        request(Reason::NewQuery);
+        emit searchTermChanged();
+    });
     connect(m_sorting, &HeaderSorting::changed, this, [this] { request(Reason::NewOrder); });
     connect(m_reloads, &ReloadScheduler::reloaded, this, &ProjectsPane::showReloaded);
     connect(m_reloads, &ReloadScheduler::failed, this, &ProjectsPane::showUnreadable);
@@ -128,6 +131,7 @@ void ProjectsPane::setUpEvents() {
     connect(m_table, &KeyEventTableView::selectionChangedByKeyboard, m_selection, [this] {
         m_selection->update();
     });
+    connect(m_selection, &SelectionKeeper::chosen, m_search, &TableSearch::keep);
     connect(m_selection, &SelectionKeeper::changed, this, &ProjectsPane::selectionChanged);
     connect(m_selection, &SelectionKeeper::changed, this, [this] {
         m_statusLine->showSelectedCount(static_cast<int>(m_selection->selectedProjects().size()));

@@ -48,7 +48,7 @@ public:
     void queryChanged();
 
     QString searchTerm() const;
-    /// The last one that was not empty.
+    /// The last one that was more than a step on the way to another one.
     QString lastSearchTerm() const;
     void setSearchTerm(const QString& term);
 
@@ -79,6 +79,7 @@ signals:
     void addFolderRequested();
     void showHiddenRequested();
     void showAllRequested();
+    void searchTermChanged();
     void reloadRequested();
     void selectionChanged();
     /// The current project is to be opened.

@@ -53,6 +53,8 @@ void SelectionKeeper::update() {
         return;
     m_project = project;
     m_selected = selected;
+    if (project >= 0)
+        emit chosen();
     emit changed();
 }
 

@@ -40,6 +40,8 @@ public:
 signals:
     /// The current project, or those selected beside it, are others.
     void changed();
+    /// As changed(), and the user has done it; before that.
+    void chosen();
 
 private:
     QList<int> selectedRows() const;

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QSettings>
 #include <QString>
+#include <QTimer>
 
 class QLineEdit;
 
@@ -21,11 +22,14 @@ public:
     /// As typed; empty when nothing is searched.
     QString term() const;
 
-    /// The last term that was not empty.
+    /// The last term that was kept, in this run or an earlier one.
     const QString& lastTerm() const { return m_lastTerm; }
 
     void setTerm(const QString& term);
     void clear();
+    /// The term led to something: it is more than a step on the way to another one. So are one that is
+    /// confirmed with Return and one that stands for a second.
+    void keep();
     void storeTerm();
 
 signals:
@@ -39,4 +43,5 @@ private:
     Stemhaven::QueryBuilder& m_builder;
     QSettings m_settings;
     QString m_lastTerm;
+    QTimer m_standing;
 };
