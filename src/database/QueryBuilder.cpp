@@ -139,7 +139,8 @@ QString QueryBuilder::select() {
 QString QueryBuilder::countHidden() const {
     const auto hidden = hideCondition();
     // Not NOT: what is compared may be NULL, and such a project is left out as well.
-    QStringList conditions{hidden.isEmpty() ? QStringLiteral("0") : QStringLiteral("(%1) IS NOT TRUE").arg(hidden)};
+    QStringList conditions{
+        hidden.isEmpty() ? QStringLiteral("0") : QStringLiteral("(%1) IS NOT TRUE").arg(hidden)};
     if (const auto filter = filterCondition(); !filter.isEmpty())
         conditions.append(filter);
     if (searchIsActive())
@@ -317,6 +318,15 @@ Field QueryBuilder::visibleFieldAt(unsigned short index) const {
 
 Format QueryBuilder::visibleFieldFormat(unsigned short index) const {
     return visibleFieldAt(index).format;
+}
+
+QList<Format> QueryBuilder::visibleFieldFormats() const {
+    QList<Format> formats;
+    for (const auto& field : m_fields) {
+        if (field.visible != 0)
+            formats.append(field.format);
+    }
+    return formats;
 }
 
 bool QueryBuilder::fieldHasFormat(unsigned short index, Format format) const {

@@ -62,6 +62,8 @@ public:
     /// Of the visible fields, which are the table's columns; a default field when index is out of range.
     Field visibleFieldAt(unsigned short index) const;
     Format visibleFieldFormat(unsigned short index) const;
+    /// Of all visible fields, in their order.
+    QList<Format> visibleFieldFormats() const;
     /// Of all fields, unlike visibleFieldFormat; false when index is out of range.
     bool fieldHasFormat(unsigned short index, Format format) const;
     /// Among the visible fields; 0xFFFF when there is none of that name.

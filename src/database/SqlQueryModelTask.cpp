@@ -19,10 +19,16 @@ SqlQueryModelTask::SqlQueryModelTask(
       m_modelMutex(modelMutex),
       m_slot(std::move(slot)) {}
 
+void SqlQueryModelTask::setPreparation(Preparation preparation) {
+    m_preparation = std::move(preparation);
+}
+
 unsigned short SqlQueryModelTask::exec() {
     try {
         auto model = std::make_unique<QSqlQueryModel>();
         fill(*model);
+        if (m_preparation)
+            m_preparation(*model);
         {
             const std::lock_guard lock(m_modelMutex);
             model.reset(std::exchange(*m_slot, model.release()));

@@ -4,6 +4,10 @@
 
 #include <QString>
 
+#include <functional>
+#include <memory>
+#include <mutex>
+
 class QSqlQueryModel;
 
 namespace Stemhaven {
@@ -21,6 +25,10 @@ public:
 
     SqlQueryModelTask(QString sql, std::recursive_mutex& modelMutex, ModelSlot slot, QSqlDatabase& database);
 
+    /// Runs on the worker with the filled model, before anyone else sees it.
+    using Preparation = std::function<void(QSqlQueryModel&)>;
+    void setPreparation(Preparation preparation);
+
     unsigned short exec() override;
 
 private:
@@ -29,6 +37,7 @@ private:
     QString m_sql;
     std::recursive_mutex& m_modelMutex;
     ModelSlot m_slot;
+    Preparation m_preparation;
 };
 
 } // namespace Stemhaven

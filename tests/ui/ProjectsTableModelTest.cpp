@@ -91,6 +91,28 @@ TEST_F(ProjectsTableModelTest, ViewBearsLateAndVanishingRows) {
     EXPECT_EQ(value(0, "name"), "Song 000007");
 }
 
+TEST_F(ProjectsTableModelTest, RowsKeepTheColumnsThatTheyWereReadWith) {
+    insert("Tide", "progress=0.5, star_rating=3");
+    ASSERT_TRUE(load());
+    auto fields = builder.getFields();
+    fields[0].visible = 0;
+    const auto before = builder.getFields();
+    builder.setFields(fields);
+    EXPECT_TRUE(model->index(0, 0).data().canConvert<ProgressBar>());
+    EXPECT_EQ(model->index(0, 1).data(), "Tide");
+    EXPECT_EQ(model->index(0, 2).data().value<StarRating>().starCount(), 3);
+
+    // Rows that are there before the table is told of them, and columns that have changed back meanwhile.
+    model->reload();
+    builder.setFields(before);
+    ASSERT_TRUE(waitForUnseenRows(*model));
+    EXPECT_EQ(model->index(0, 0).data(), "Tide");
+    EXPECT_EQ(model->index(0, 1).data().value<StarRating>().starCount(), 3);
+    ASSERT_TRUE(waitForReloads(*model));
+    EXPECT_EQ(model->index(0, 0).data(), "Tide");
+    EXPECT_EQ(log.count("Could not convert"), 0);
+}
+
 TEST_F(ProjectsTableModelTest, ReadsAreSafeWhileTheWorkerExchanges) {
     insertNumbered(300);
     ASSERT_TRUE(load());

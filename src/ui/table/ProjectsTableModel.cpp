@@ -18,6 +18,9 @@ std::recursive_mutex projectsModelMutex; // NOLINT(cppcoreguidelines-avoid-non-c
 
 namespace {
 
+/// Of a header in the query's model: the column's Format.
+constexpr int FormatRole = Qt::UserRole;
+
 constexpr Qt::ItemFlags rowFlags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
 
 /// Frees a slot together with the model in it.
@@ -61,6 +64,12 @@ void ProjectsTableModel::reload() {
     }
     auto task = std::make_shared<Stemhaven::SqlQueryModelTask>(
         m_builder->select(), projectsModelMutex, m_queryModel, m_tasks.mainDatabase());
+    // Rows are shown with the columns that they were read with, whatever the builder's are by then.
+    task->setPreparation([formats = m_builder->visibleFieldFormats()](QSqlQueryModel& rows) {
+        for (int column = 0; column < formats.size(); ++column)
+            rows.setHeaderData(
+                column, Qt::Horizontal, QVariant::fromValue(static_cast<uint>(formats[column])), FormatRole);
+    });
     // The callbacks may outlive this model.
     task->setSuccessCallback([model = QPointer(this)](const auto& /*task*/) {
         if (model)
@@ -144,7 +153,8 @@ QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {
     if (index.row() < 0 || index.row() >= rows.rowCount() || index.column() < 0 ||
         index.column() >= rows.columnCount())
         return {};
-    const auto format = m_builder->visibleFieldFormat(static_cast<unsigned short>(index.column()));
+    const auto format =
+        static_cast<Stemhaven::Format>(rows.headerData(index.column(), Qt::Horizontal, FormatRole).toUInt());
     return cellValue(rows.data(rows.index(index.row(), index.column()), role), format, index);
 }
 
