@@ -382,6 +382,14 @@
         <translation>Wähle den Ordner mit deinen Logic-Projekten, oder lege ihn hier ab.</translation>
     </message>
     <message>
+        <source>No projects in %1 yet</source>
+        <translation>Noch keine Projekte in %1</translation>
+    </message>
+    <message>
+        <source>Projects that you save there appear here. Stemhaven watches:</source>
+        <translation>Projekte, die du dort sicherst, erscheinen hier. Stemhaven überwacht:</translation>
+    </message>
+    <message>
         <source>Add Folder…</source>
         <translation>Ordner hinzufügen …</translation>
     </message>
@@ -499,6 +507,10 @@
     <message>
         <source>Could not add new folder to watch</source>
         <translation>Der neue Ordner konnte nicht in die Überwachung aufgenommen werden</translation>
+    </message>
+    <message>
+        <source>This folder is watched already.</source>
+        <translation>Dieser Ordner wird schon überwacht.</translation>
     </message>
 </context>
 <context>

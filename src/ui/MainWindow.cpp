@@ -27,6 +27,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QDebug>
+#include <QDir>
 #include <QLayout>
 #include <QSettings>
 #include <QStatusTipEvent>
@@ -101,10 +102,12 @@ void MainWindow::lookIntoNewFolder() {
     });
 }
 
-void MainWindow::rootFolderChanged() {
+void MainWindow::rootFolderChanged(const QString& folder) {
     Stemhaven::ErrorHandler::instance().reportError(
         tr("One of the folders that Stemhaven monitors for projects has changed!"),
-        Stemhaven::Exception(tr("Please update the folders in the Monitor tab in Stemhaven's Preferences.")),
+        Stemhaven::Exception(
+            QDir::toNativeSeparators(QDir::cleanPath(folder)) + QStringLiteral("\n\n") +
+            tr("Please update the folders in the Monitor tab in Stemhaven's Preferences.")),
         QtWarningMsg);
     guarded(tr("Restarting project monitor failed."), [this] { m_monitor.restartMonitoring(); });
 }

@@ -67,7 +67,7 @@ private:
     void reloadProjects();
     void reloadAll();
     void lookIntoNewFolder();
-    void rootFolderChanged();
+    void rootFolderChanged(const QString& folder);
 
     void filterTreeViewActivated(FilterType type, qint64 id, const QString& name);
     void clearSearchAndFilter();

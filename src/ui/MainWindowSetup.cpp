@@ -173,7 +173,10 @@ void MainWindow::setupMonitorEvents() {
         m_details->reload();
         m_projects->reloadProjectsSpaced(m_monitor.isSearching());
     });
-    connect(&m_monitor, &ProjectMonitor::wasStarted, this, &MainWindow::reloadProjects);
+    connect(&m_monitor, &ProjectMonitor::wasStarted, this, [this] {
+        m_projects->setWatchedFolders(m_monitor.rootSearchPaths());
+        reloadProjects();
+    });
     connect(&m_monitor, &ProjectMonitor::searchProgressed, m_projects.get(), &ProjectsPane::showSearching);
     connect(&m_monitor, &ProjectMonitor::searchEnded, m_projects.get(), &ProjectsPane::endSearching);
     connect(&m_monitor, &ProjectMonitor::rootSearchPathChanged, this, &MainWindow::rootFolderChanged);

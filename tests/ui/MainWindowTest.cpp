@@ -1,4 +1,5 @@
 #include "WindowFixture.h"
+#include "app/errors/ErrorHandler.h"
 #include "support/TestBundle.h"
 #include "ui/dialogs/FolderAdder.h"
 #include "ui/sidebar/FilterSidebar.h"
@@ -50,6 +51,11 @@ TEST_F(MainWindowTest, AddsEachFolderOnceAndNeverTheRoot) {
     emit dialog->fileSelected("/music/It's mine/");
     ASSERT_TRUE(waitUntil([&] { return added.count() == 1; }));
     adder.add("/music/It's mine");
+    ASSERT_TRUE(waitUntil([&] { return parent.findChild<QMessageBox*>() != nullptr; }));
+    auto* known = parent.findChild<QMessageBox*>();
+    EXPECT_EQ(known->text(), "This folder is watched already.");
+    EXPECT_EQ(known->informativeText(), "/music/It's mine");
+    delete known;
     adder.add("/music/other");
     ASSERT_TRUE(waitUntil([&] { return added.count() == 2; }));
     for (const char* root : {"/", "//", "/music/.."}) {
@@ -88,6 +94,27 @@ TEST_F(MainWindowTest, DroppedFolderFillsTheTableAndIsNamedWhileItIsMissing) {
     EXPECT_TRUE(
         waitUntil([&] { return !notice.isVisible() && picture.accessibleDescription() == "No picture"; }));
     EXPECT_EQ(model().rowCount(), 1);
+    ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
+}
+
+TEST_F(MainWindowTest, WatchedFoldersAreNamedWhereTheyHaveNoProjectsAndWhereOneWasMoved) {
+    const QString music = database.folder.path() + "/My Music";
+    ASSERT_TRUE(QDir().mkpath(music));
+    open();
+    auto* title = emptyState().findChildren<QLabel*>().constFirst();
+    EXPECT_EQ(title->text(), "No projects yet");
+    ASSERT_TRUE(drop({music}));
+    EXPECT_TRUE(waitUntil([&] { return title->text() == "No projects in My Music yet"; }));
+    auto* help = emptyState().findChildren<QLabel*>().at(1);
+    EXPECT_TRUE(help->text().remove(QChar(0x200b)).endsWith(music)) << qPrintable(help->text());
+
+    ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching(); }));
+    const auto told = std::make_shared<QString>();
+    Stemhaven::ErrorHandler::instance().setPresenter(
+        [told](const auto& details) { *told += details.message; });
+    emit monitor.rootSearchPathChanged(music);
+    EXPECT_TRUE(waitUntil([&] { return told->contains(music); }));
+    Stemhaven::ErrorHandler::instance().setPresenter([](const auto& /*details*/) {});
     ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
 }
 

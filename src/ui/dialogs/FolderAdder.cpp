@@ -50,6 +50,8 @@ void FolderAdder::add(const QString& folder) {
             [adder = QPointer(this), path](const auto& self, int rowCount, auto* /*query*/) {
                 if (rowCount > 0)
                     qInfo().noquote() << "Root search path '" + path + " is already being monitored.";
+                if (adder && rowCount > 0)
+                    adder->sayWatchedAlready(path);
                 else if (adder)
                     adder->insert(path, self);
             });
@@ -59,6 +61,13 @@ void FolderAdder::add(const QString& folder) {
         });
         m_tasks.addTask(std::move(task));
     });
+}
+
+void FolderAdder::sayWatchedAlready(const QString& folder) {
+    makeAlert(
+        &m_window, QMessageBox::Information, tr("This folder is watched already."),
+        QDir::toNativeSeparators(folder))
+        ->open();
 }
 
 void FolderAdder::insert(const QString& folder, const std::shared_ptr<Task>& afterTask) {

@@ -28,6 +28,7 @@ signals:
     void folderAdded(const QString& folder);
 
 private:
+    void sayWatchedAlready(const QString& folder);
     void insert(const QString& folder, const std::shared_ptr<Stemhaven::Task>& afterTask);
 
     Stemhaven::TaskManager& m_tasks;

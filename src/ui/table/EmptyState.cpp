@@ -2,15 +2,19 @@
 
 #include "ui/widgets/TracksEmblem.h"
 
+#include <QDir>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int textWidth = 320;
 constexpr int longestTerm = 60;
+constexpr qsizetype mostFolders = 3;
 
 QLabel* makeLabel(QWidget* parent) {
     auto* label = new QLabel(parent);
@@ -118,6 +122,26 @@ void EmptyState::presentHidden(int projects) {
         Reason::MatchesHidden,
         projects == 1 ? tr("1 hidden project matches")
                       : tr("%1 hidden projects match").arg(locale().toString(projects)));
+}
+
+void EmptyState::presentNoProjects(const QStringList& folders) {
+    present(Reason::NoProjects);
+    if (folders.isEmpty())
+        return;
+    QStringList names;
+    QStringList paths;
+    for (const QString& folder : folders.first(std::min(folders.size(), mostFolders))) {
+        names.append(QDir(folder).dirName());
+        paths.append(breakable(QDir::toNativeSeparators(QDir::cleanPath(folder))));
+    }
+    if (folders.size() > mostFolders) {
+        names.append(QStringLiteral("…"));
+        paths.append(QStringLiteral("…"));
+    }
+    setTexts(
+        tr("No projects in %1 yet").arg(shortened(names.join(QStringLiteral(", ")))),
+        tr("Projects that you save there appear here. Stemhaven watches:") + u'\n' + paths.join(u'\n'),
+        tr("Add Folder…"));
 }
 
 void EmptyState::setTexts(const QString& title, const QString& help, const QString& action) {

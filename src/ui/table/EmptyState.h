@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 
 class QLabel;
@@ -29,6 +30,9 @@ public:
 
     /// MatchesHidden, with their number.
     void presentHidden(int projects);
+
+    /// NoProjects, with the folders that are watched, if any.
+    void presentNoProjects(const QStringList& folders);
 
     Reason reason() const { return m_reason; }
 

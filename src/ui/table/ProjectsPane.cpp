@@ -224,6 +224,12 @@ void ProjectsPane::endSearching() {
         m_hidden->start();
 }
 
+void ProjectsPane::setWatchedFolders(const QStringList& folders) {
+    m_watchedFolders = folders;
+    if (m_emptyState->reason() == EmptyState::Reason::NoProjects)
+        m_emptyState->presentNoProjects(folders);
+}
+
 void ProjectsPane::showMissingFolders(const QStringList& folders) {
     m_statusLine->showMissingFolders(folders);
 }
@@ -279,8 +285,10 @@ void ProjectsPane::showReason() {
     else if (m_lookingForProjects)
         // During a search the catalogue has projects that the table has not been told of.
         m_emptyState->present(Reason::Searching);
+    else if (m_hiddenProjects > 0)
+        m_emptyState->present(Reason::AllHidden);
     else
-        m_emptyState->present(m_hiddenProjects > 0 ? Reason::AllHidden : Reason::NoProjects);
+        m_emptyState->presentNoProjects(m_watchedFolders);
     showPage(m_emptyState);
 }
 

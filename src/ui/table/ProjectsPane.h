@@ -3,6 +3,7 @@
 #include "ui/table/ReloadScheduler.h"
 
 #include <QDeadlineTimer>
+#include <QStringList>
 #include <QWidget>
 
 #include <chrono>
@@ -66,6 +67,8 @@ public:
     /// The folders are being looked through: says so, and shows now and then what has come of it.
     void showSearching(int projectsFound);
     void endSearching();
+    /// All that are watched, there or not.
+    void setWatchedFolders(const QStringList& folders);
     /// Says which of the watched folders are not there.
     void showMissingFolders(const QStringList& folders);
     /// Not by a focus proxy, for which the Tab key would leave out the search field.
@@ -117,6 +120,7 @@ private:
     SelectionKeeper* m_selection;
     QDeadlineTimer m_nextFill;          ///< when what a search has found is shown next
     std::chrono::seconds m_fillTime{0}; ///< 0 while there is no search
+    QStringList m_watchedFolders;
     int m_hiddenProjects = 0;
     bool m_lookingForProjects = false;
     bool m_isWayToTable = false; ///< the keyboard goes there with the reload that is under way
