@@ -253,6 +253,10 @@
         <source>Yes</source>
         <translation>Ja</translation>
     </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
 </context>
 <context>
     <name>CurrentFilter</name>
@@ -1084,6 +1088,10 @@
     <message>
         <source>%1 of %2 stars</source>
         <translation>%1 von %2 Sternen</translation>
+    </message>
+    <message>
+        <source>Not rated</source>
+        <translation>Nicht bewertet</translation>
     </message>
 </context>
 <context>

@@ -147,6 +147,13 @@ void MainWindow::clearSearchAndFilter() {
 
 void MainWindow::folderTreeItemModelChanged() {
     guarded(tr("Filter actions refresh failed."), [this] {
+        const FilterType type = m_filter->type();
+        const qint64 id = m_filter->id();
+        const QModelIndex shown = m_filters->indexOf(type, id);
+        if (!shown.isValid())
+            filterTreeViewActivated(FilterType::ALL, -1, {});
+        else if (id >= 0)
+            m_filter->set(type, id, shown.data().toString());
         m_menus->setEntries(*m_filters);
         m_details->setEntries(*m_filters);
     });
@@ -340,12 +347,49 @@ void MainWindow::restoreState() {
     // A hidden window lays out late, and the panes would be squeezed into the size that it had before.
     layout()->activate();
     m_sidePanes->restore();
+    restoreShown();
+}
+
+void MainWindow::restoreShown() {
+    const QSettings settings;
+    if (settings.contains(SettingsKeys::foldedGroups)) {
+        QList<FilterType> folded;
+        const QVariantList stored = settings.value(SettingsKeys::foldedGroups).toList();
+        for (const QVariant& group : stored)
+            folded.append(static_cast<FilterType>(group.toInt()));
+        m_sidebar->foldGroups(folded);
+    }
+    m_projects->selectWhenLoaded(settings.value(SettingsKeys::selectedProject, -1).toLongLong());
+    const int type = settings.value(SettingsKeys::sidebarEntryType, 0).toInt();
+    if (type <= 0 || type >= static_cast<int>(allFilterTypes.size()))
+        return;
+    const auto filter = static_cast<FilterType>(type);
+    const qint64 id = settings.value(SettingsKeys::sidebarEntryId, -1).toLongLong();
+    // Whether it is still there is known when the sidebar's entries come.
+    m_filter->set(filter, id, settings.value(SettingsKeys::sidebarEntryName).toString());
+    m_sidebar->setCurrent(filter, id);
+    m_markedTerm = m_projects->searchTerm();
+    m_projects->queryChanged();
+}
+
+void MainWindow::storeShown() const {
+    QVariantList folded;
+    const auto groups = m_sidebar->foldedGroups();
+    for (const FilterType group : groups)
+        folded.append(static_cast<int>(group));
+    QSettings settings;
+    settings.setValue(SettingsKeys::foldedGroups, folded);
+    settings.setValue(SettingsKeys::selectedProject, m_projects->currentProject());
+    settings.setValue(SettingsKeys::sidebarEntryType, static_cast<int>(m_sidebar->shownType()));
+    settings.setValue(SettingsKeys::sidebarEntryId, m_sidebar->shownEntryId());
+    settings.setValue(SettingsKeys::sidebarEntryName, m_filter->name());
 }
 
 void MainWindow::storeState() {
     QSettings().setValue(SettingsKeys::windowGeo, saveGeometry());
     m_projects->storeState();
     m_sidePanes->store();
+    storeShown();
 }
 
 bool MainWindow::event(QEvent* event) {

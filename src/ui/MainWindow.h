@@ -63,6 +63,8 @@ private:
     void setupMenus();
     void restoreState();
     void storeState();
+    void restoreShown();
+    void storeShown() const;
 
     void reloadProjects();
     void reloadAll();

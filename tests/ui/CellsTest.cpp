@@ -82,7 +82,9 @@ TEST(CellValueTest, ConvertsByFormat) {
     EXPECT_EQ(QVariant::fromValue(ProgressBar(0.5F)).toString(), "50%");
     EXPECT_EQ(QVariant::fromValue(StarRating(3, 5)).toString(), "3 of 5 stars");
     EXPECT_EQ(QVariant::fromValue(BoolDot(true)).toString(), "Yes");
-    EXPECT_EQ(QVariant::fromValue(BoolDot(false)).toString(), QString());
+    EXPECT_EQ(QVariant::fromValue(BoolDot(false)).toString(), "No");
+    EXPECT_EQ(QVariant::fromValue(ProgressBar(0.0F)).toString(), "0%");
+    EXPECT_EQ(QVariant::fromValue(StarRating(0, 5)).toString(), "Not rated");
 }
 
 TEST(CellValueTest, LogsWhatDoesNotConvert) {

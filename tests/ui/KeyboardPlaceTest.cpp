@@ -181,6 +181,29 @@ TEST_F(KeyboardPlaceTest, HomeAndEndGoToTheFirstAndTheLastRow) {
     EXPECT_TRUE(table().hasFocus());
 }
 
+TEST_F(KeyboardPlaceTest, RowsBeginWithTheirNamesAndShowTheCurrentCell) {
+    insert({"Amber", "Bold", "Camera"});
+    open();
+    table().setFocus();
+    QTest::keyClick(&table(), Qt::Key_Down);
+    EXPECT_EQ(table().currentIndex().data(), "Amber");
+    EXPECT_EQ(model().headerData(1, Qt::Vertical, Qt::AccessibleTextRole), "Bold");
+    const auto pictureOf = [this](int column) {
+        return table().viewport()->grab(table().visualRect(model().index(0, column))).toImage();
+    };
+    const QImage with = pictureOf(nameColumn());
+    QTest::keyClick(&table(), Qt::Key_Right);
+    EXPECT_EQ(selectedName(), "Amber");
+    EXPECT_NE(pictureOf(nameColumn()), with);
+    QTest::keyClick(&table(), Qt::Key_Left);
+    EXPECT_EQ(pictureOf(nameColumn()), with);
+    searchEdit().setFocus();
+    QTest::keyClicks(&searchEdit(), "a");
+    QTest::keyClick(&searchEdit(), Qt::Key_Down);
+    settle();
+    EXPECT_EQ(table().currentIndex().data(), "Amber");
+}
+
 TEST_F(KeyboardPlaceTest, KeysPressedDuringAReloadAreNotLost) {
     insertNumbered(50);
     open();

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QSplitter>
+#include <QTreeView>
 
 #include <limits>
 
@@ -116,6 +117,46 @@ TEST_F(MainWindowTest, WatchedFoldersAreNamedWhereTheyHaveNoProjectsAndWhereOneW
     EXPECT_TRUE(waitUntil([&] { return told->contains(music); }));
     Stemhaven::ErrorHandler::instance().setPresenter([](const auto& /*details*/) {});
     ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
+}
+
+TEST_F(MainWindowTest, ARestartGivesBackWhatWasShownAndSelected) {
+    insert({"Alpha", "Beta", "Gamma", "Delta"});
+    database.rows("INSERT INTO tags VALUES(1, '#one'), (2, '#two')");
+    database.rows("INSERT INTO project_tag_map VALUES(2, 2), (3, 2)");
+    open();
+    auto* tree = &child<QTreeView>();
+    const auto group = [&](FilterType type) {
+        return child<FolderTreeItemModel>().indexOf(type);
+    };
+    tree->collapse(group(FilterType::GENRES));
+    tree->expand(group(FilterType::LYRICS_STATUS));
+    emit child<FilterSidebar>().activated(FilterType::TAGS, 2, "#two");
+    settle();
+    table().selectRow(1);
+    window->close();
+
+    open();
+    tree = &child<QTreeView>();
+    EXPECT_EQ(status(), "Tag '#two' (2 found)");
+    EXPECT_EQ(child<FilterSidebar>().shownType(), FilterType::TAGS);
+    EXPECT_EQ(selectedName(), "Gamma");
+    EXPECT_TRUE(waitUntil([&] { return details().project().name == "Gamma"; }));
+    EXPECT_FALSE(tree->isExpanded(group(FilterType::GENRES)));
+    EXPECT_TRUE(tree->isExpanded(group(FilterType::LYRICS_STATUS)));
+    EXPECT_TRUE(tree->isExpanded(group(FilterType::TAGS)));
+    window->close();
+
+    // What is not there any more, and what never was.
+    database.rows("DELETE FROM tags WHERE tag_id=2");
+    database.rows("DELETE FROM projects WHERE name='Gamma'");
+    open();
+    ASSERT_TRUE(waitUntil([&] { return status() == "All projects (3 found)"; }));
+    EXPECT_EQ(child<FilterSidebar>().shownType(), FilterType::ALL);
+    window->close();
+    QSettings().setValue("sidebarEntryType", 77);
+    QSettings().setValue("foldedGroups", "all");
+    open();
+    EXPECT_EQ(status(), "All projects (3 found)");
 }
 
 TEST_F(MainWindowTest, TheWindowComesBackAsItWasLeft) {

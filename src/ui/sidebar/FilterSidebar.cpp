@@ -77,6 +77,20 @@ void FilterSidebar::collapseAll() {
     m_tree->collapseAll();
 }
 
+QList<FilterType> FilterSidebar::foldedGroups() const {
+    QList<FilterType> folded;
+    for (const FilterType type : allFilterTypes) {
+        if (!m_tree->isExpanded(m_model.indexOf(type)))
+            folded.append(type);
+    }
+    return folded;
+}
+
+void FilterSidebar::foldGroups(const QList<FilterType>& groups) {
+    for (const FilterType type : allFilterTypes)
+        m_tree->setExpanded(m_model.indexOf(type), !groups.contains(type));
+}
+
 void FilterSidebar::setCurrent(FilterType type, qint64 id) {
     m_shownType = type;
     m_shownId = id;

@@ -20,6 +20,9 @@ public:
     explicit FilterSidebar(FolderTreeItemModel& model, QWidget* parent = nullptr);
 
     void collapseAll();
+    QList<FilterType> foldedGroups() const;
+    /// All others are opened.
+    void foldGroups(const QList<FilterType>& groups);
 
     /// Marks what the table shows; emits nothing. An entry that is not there yet is marked when a reload
     /// brings it. Groups have the id -1.

@@ -18,7 +18,8 @@ QSize BoolDot::sizeHint() const {
 }
 
 QString BoolDot::accessibleText() const {
-    return m_value ? QCoreApplication::translate("BoolDot", "Yes") : QString();
+    return m_value ? QCoreApplication::translate("BoolDot", "Yes")
+                   : QCoreApplication::translate("BoolDot", "No");
 }
 
 void BoolDot::paint(QPainter* painter, const QPalette& palette, const QRect& rect, bool selected) const {

@@ -67,11 +67,10 @@ bool KeyEventTableView::event(QEvent* event) {
 }
 
 QModelIndex KeyEventTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    const int column = std::max(0, currentIndex().column());
-    if (action == MoveHome)
-        return model()->index(0, column);
+    if (action == MoveHome || (action != MoveEnd && !currentIndex().isValid()))
+        return indexInRow(0);
     if (action == MoveEnd)
-        return model()->index(model()->rowCount() - 1, column);
+        return indexInRow(model()->rowCount() - 1);
     return QTableView::moveCursor(action, modifiers);
 }
 
@@ -120,8 +119,7 @@ void KeyEventTableView::focusInEvent(QFocusEvent* event) {
     QTableView::focusInEvent(event);
     // Otherwise the details would show a project that is not marked in the table.
     if (!hadCurrent && currentIndex().isValid())
-        selectionModel()->select(
-            currentIndex(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        selectFirst();
 }
 
 void KeyEventTableView::focusOutEvent(QFocusEvent* event) {
@@ -139,6 +137,20 @@ void KeyEventTableView::paintEvent(QPaintEvent* event) {
     option.rect = QRect(0, rowViewportPosition(current.row()), viewport()->width(), rowHeight(current.row()));
     QPainter painter(viewport());
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+QModelIndex KeyEventTableView::indexInRow(int row) const {
+    const auto* projects = qobject_cast<ProjectsTableModel*>(model());
+    const QModelIndex current = currentIndex();
+    const int first = projects ? projects->nameColumn() : 0;
+    return model()->index(row, current.isValid() ? current.column() : first);
+}
+
+void KeyEventTableView::selectFirst() {
+    clearSelection();
+    selectionModel()->clearCurrentIndex();
+    selectionModel()->setCurrentIndex(
+        indexInRow(0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void KeyEventTableView::moveCurrentSilently(

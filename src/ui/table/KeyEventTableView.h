@@ -18,6 +18,10 @@ public:
     void keyboardSearch(const QString& search) override;
     void selectAll() override;
 
+    /// The current column of a row, which is the names' where there is none: a screen reader begins with it.
+    QModelIndex indexInRow(int row) const;
+    void selectFirst();
+
     /// Moves it without telling a screen reader: it stands on what it stood on before.
     void moveCurrentSilently(const QModelIndex& index, QItemSelectionModel::SelectionFlags how);
 

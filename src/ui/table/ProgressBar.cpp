@@ -19,8 +19,6 @@ QSize ProgressBar::sizeHint() const {
 }
 
 QString ProgressBar::accessibleText() const {
-    if (m_progress <= 0.0F)
-        return {};
     return QCoreApplication::translate("ProgressBar", "%1%").arg(qRound(m_progress * 100.0F));
 }
 

@@ -190,8 +190,12 @@ void ProjectsPane::clearSelection() {
     m_selection->clear();
 }
 
+void ProjectsPane::selectWhenLoaded(qint64 project) {
+    m_selection->selectWhenLoaded(project);
+}
+
 bool ProjectsPane::selectFirst() {
-    m_table->selectRow(0);
+    m_table->selectFirst();
     return m_selection->currentProject() >= 0;
 }
 
@@ -337,7 +341,7 @@ void ProjectsPane::goToTable() {
         return;
     m_table->setFocus(Qt::OtherFocusReason);
     if (!m_table->selectionModel()->hasSelection())
-        m_table->selectRow(0);
+        m_table->selectFirst();
 }
 
 void ProjectsPane::storeState() {

@@ -58,6 +58,8 @@ public:
     /// The current one first.
     QList<qint64> selectedProjects() const;
     void clearSelection();
+    /// The project becomes the current one when the rows have it, unless another one is chosen before.
+    void selectWhenLoaded(qint64 project);
     /// Returns whether there is one.
     bool selectFirst();
     void scrollToTop();

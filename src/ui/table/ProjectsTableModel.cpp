@@ -21,6 +21,8 @@ namespace {
 /// Of a header in the query's model: the column's Format.
 constexpr int FormatRole = Qt::UserRole;
 
+constexpr const char* nameColumnProperty = "nameColumn";
+
 constexpr Qt::ItemFlags rowFlags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
 
 /// Frees a slot together with the model in it.
@@ -65,7 +67,9 @@ void ProjectsTableModel::reload() {
     auto task = std::make_shared<Stemhaven::SqlQueryModelTask>(
         m_builder->select(), projectsModelMutex, m_queryModel, m_tasks.mainDatabase());
     // Rows are shown with the columns that they were read with, whatever the builder's are by then.
-    task->setPreparation([formats = m_builder->visibleFieldFormats()](QSqlQueryModel& rows) {
+    const int names = m_builder->fieldIndexByName(QStringLiteral("name"));
+    task->setPreparation([formats = m_builder->visibleFieldFormats(), names](QSqlQueryModel& rows) {
+        rows.setProperty(nameColumnProperty, names < formats.size() ? names : 0);
         for (int column = 0; column < formats.size(); ++column)
             rows.setHeaderData(
                 column, Qt::Horizontal, QVariant::fromValue(static_cast<uint>(formats[column])), FormatRole);
@@ -144,7 +148,15 @@ Qt::ItemFlags ProjectsTableModel::flags(const QModelIndex& /*index*/) const {
 
 QVariant ProjectsTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     const std::lock_guard lock(projectsModelMutex);
+    // A screen reader calls a row by its project, not by its number.
+    if (orientation == Qt::Vertical && role == Qt::AccessibleTextRole)
+        return data(index(section, nameColumn()));
     return (*m_queryModel)->headerData(section, orientation, role);
+}
+
+int ProjectsTableModel::nameColumn() const {
+    const std::lock_guard lock(projectsModelMutex);
+    return (*m_queryModel)->property(nameColumnProperty).toInt();
 }
 
 QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {

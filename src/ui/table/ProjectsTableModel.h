@@ -55,6 +55,9 @@ public:
     /// The value as the format of its column wants it, whatever the role.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
+    /// 0 where the names are not shown.
+    int nameColumn() const;
+
     /// The first row of the project, -1 when it is not in the result.
     int rowForProjectID(qint64 id) const;
     /// -1 for a row that has none.

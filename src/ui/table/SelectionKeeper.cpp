@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <iterator>
 #include <mutex>
+#include <utility>
 
 SelectionKeeper::SelectionKeeper(KeyEventTableView& table, ProjectsTableModel& model, QObject* parent)
     : QObject(parent),
@@ -51,6 +52,7 @@ void SelectionKeeper::update() {
     }
     if (project == m_project && selected == m_selected)
         return;
+    m_wanted = -1;
     m_project = project;
     m_selected = selected;
     if (project >= 0)
@@ -93,6 +95,8 @@ void SelectionKeeper::findAgain() {
         m_project = successor(m_selected.isEmpty() ? all : m_selected);
     }
     m_order = order;
+    if (m_project < 0 && m_wanted >= 0 && order.contains(m_wanted))
+        m_project = std::exchange(m_wanted, -1);
 }
 
 void SelectionKeeper::restore(ReloadScheduler::Reason reason) {
@@ -128,8 +132,8 @@ void SelectionKeeper::clear() {
 void SelectionKeeper::select(int row, bool isNews) {
     const QScopedValueRollback restoring(m_restoring, true);
     auto* selection = m_table.selectionModel();
-    const bool wasSelected = selection->hasSelection();
-    const int column = std::max(0, selection->currentIndex().column());
+    const bool wasSelected = selection->hasSelection() || isNews;
+    const QModelIndex index = m_table.indexInRow(row);
     // The old indexes stand for rows of the old result.
     selection->clear();
     if (row < 0)
@@ -139,9 +143,9 @@ void SelectionKeeper::select(int row, bool isNews) {
     const bool autoScroll = m_table.hasAutoScroll();
     m_table.setAutoScroll(false);
     if (isNews)
-        selection->setCurrentIndex(m_model.index(row, column), how);
+        selection->setCurrentIndex(index, how);
     else
-        m_table.moveCurrentSilently(m_model.index(row, column), how);
+        m_table.moveCurrentSilently(index, how);
     if (!m_selected.isEmpty())
         selection->select(rowsOfSelected(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     m_table.setAutoScroll(autoScroll);

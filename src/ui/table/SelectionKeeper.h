@@ -34,6 +34,9 @@ public:
 
     void clear();
 
+    /// The project becomes the current one when the rows have it, unless another one is chosen before.
+    void selectWhenLoaded(qint64 project) { m_wanted = project; }
+
     /// Takes over what is selected in the table by now.
     void update();
 
@@ -55,6 +58,7 @@ private:
     KeyEventTableView& m_table;
     ProjectsTableModel& m_model;
     qint64 m_project = -1;
+    qint64 m_wanted = -1;    ///< as soon as it is there
     QSet<qint64> m_selected; ///< the current one too; empty unless there are several
     QList<qint64> m_order;   ///< of all rows, by which the neighbours of a row that is gone are known
     bool m_restoring = false;

@@ -29,6 +29,16 @@ QPalette cellPalette(const QStyleOptionViewItem& option) {
     return palette;
 }
 
+/// Where the keyboard is in a selected row; another one is marked as a whole.
+void paintCurrentMark(QPainter* painter, const QStyleOptionViewItem& option) {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(cellPalette(option).color(QPalette::HighlightedText), 1.0));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(option.rect).adjusted(1.5, 3.5, -1.5, -3.5), 4.0, 4.0);
+    painter->restore();
+}
+
 } // namespace
 
 void StarDelegate::paint(
@@ -48,6 +58,8 @@ void StarDelegate::paint(
     } else {
         QStyledItemDelegate::paint(painter, option, index);
     }
+    if (selected && option.state.testFlag(QStyle::State_HasFocus))
+        paintCurrentMark(painter, option);
 }
 
 QSize StarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
@@ -64,7 +76,7 @@ QSize StarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
 void StarDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     option->displayAlignment = cellAlignment(index.data(Qt::DisplayRole));
-    // Whole rows are selected: a frame around one cell of them would say nothing.
+    // The base class would mark the cell in rows that are not selected, too.
     option->state &= ~QStyle::State_HasFocus;
 }
 

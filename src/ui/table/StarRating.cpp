@@ -41,7 +41,7 @@ QSize StarRating::sizeHint() const {
 
 QString StarRating::accessibleText() const {
     if (m_starCount <= 0)
-        return {};
+        return QCoreApplication::translate("StarRating", "Not rated");
     return QCoreApplication::translate("StarRating", "%1 of %2 stars").arg(m_starCount).arg(m_maxStarCount);
 }
 

@@ -23,7 +23,7 @@ public:
     int maxStarCount() const { return m_maxStarCount; }
 
     QSize sizeHint() const;
-    /// For a screen reader; empty for no star.
+    /// For a screen reader.
     QString accessibleText() const;
 
     /// Remembers rect as the place of the stars.
