@@ -1247,6 +1247,17 @@
     </message>
 </context>
 <context>
+    <name>Stemhaven::TaskManager</name>
+    <message>
+        <source>Could not open the database</source>
+        <translation>Die Datenbank konnte nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>Stemhaven cannot open the file %1. Nothing can be shown or saved without it. Check that you may read and write it and that the disk is not full, and start Stemhaven again.</source>
+        <translation>Stemhaven kann die Datei %1 nicht öffnen. Ohne sie lässt sich nichts anzeigen oder speichern. Bitte prüfe, ob du sie lesen und schreiben darfst und ob der Datenträger voll ist, und starte Stemhaven neu.</translation>
+    </message>
+</context>
+<context>
     <name>Stemhaven::ProjectMonitor</name>
     <message>
         <source>Untitled</source>

@@ -13,7 +13,8 @@ namespace Stemhaven {
 class DbException;
 
 /// Writes an edit of the user: reads what the edit is about to overwrite and writes it in one transaction, so
-/// that nothing of it is done where a part of it fails. The manager runs it even when it is shutting down.
+/// that nothing of it is done where a part of it fails. The manager runs one that is queued before it closes
+/// the connections, for good or for a while.
 class EditTask : public Task {
 public:
     /// Makes the statements of the edit from the rows that it is about to overwrite. Runs on the worker.

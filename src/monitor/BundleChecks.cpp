@@ -197,7 +197,7 @@ bool BundleChecks::findCandidates(const CheckedGroup& group) {
                     checked.request.priorPaths);
             }
         },
-        AwaitedTask::Writes::No, [this] { return isEnding(); });
+        [this] { return isEnding(); });
 }
 
 void BundleChecks::match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching) {
@@ -239,7 +239,7 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
         // On the worker, as the reading of all records is, so that neither undoes the other.
         recorded->update(vacated, put);
     };
-    if (!AwaitedTask::run(m_tasks, work, AwaitedTask::Writes::Yes, [this] { return isEnding(); }))
+    if (!AwaitedTask::run(m_tasks, work, [this] { return isEnding(); }))
         return false;
 
     follow(*written);
@@ -269,7 +269,7 @@ void BundleChecks::follow(const QList<ProjectChanges::Written>& written) {
             continue;
         }
         qInfo() << "New project successfully added! project_id:" << record.projectId;
-        if (givesGenres)
+        if (givesGenres && !record.isCopy)
             assignGenreToNewProject(m_tasks, nullptr, record.projectId, record.details.filepath);
     }
     writeNotes(notes);
