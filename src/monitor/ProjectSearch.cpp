@@ -2,14 +2,17 @@
 
 #include "app/Shutdown.h"
 #include "app/errors/Guarded.h"
-#include "monitor/FolderWalk.h"
+#include "platform/TreeWalk.h"
+#include "project/BundleSuffixes.h"
 #include "project/NoteFile.h"
 #include "project/ProjectDetails.h"
 
 #include <QDebug>
+#include <QFile>
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include <system_error>
 #include <utility>
 
 namespace Stemhaven {
@@ -93,29 +96,33 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
     int found = 0;
     std::set<QString> unreadable;
     auto lastReport = Clock::now();
-    const FolderWalk walk(
-        {[&](const QString& bundlePath) {
-             ++found;
-             if (Clock::now() - lastReport >= betweenReports) {
-                 lastReport = Clock::now();
-                 m_callbacks.progressed(found);
-             }
-             if (isAsRecorded(bundlePath, recorded))
-                 return;
-             m_callbacks.waitForRoom(giveUp);
-             if (!giveUp())
-                 m_callbacks.check(bundlePath);
-         },
-         [&](const QString& folder, const QString& reason) {
-             unreadable.insert(folder);
-             // Once, not in each search, until it can be read again.
-             if (m_unreadable.insert(folder).second)
-                 qWarning() << "Could not read folder. Skipping: " << folder << reason;
-         },
-         giveUp});
+    TreeWalk walk;
+    walk.onBundle = [&](const std::string& bundle) {
+        const QString bundlePath = QFile::decodeName(bundle.c_str());
+        ++found;
+        if (Clock::now() - lastReport >= betweenReports) {
+            lastReport = Clock::now();
+            m_callbacks.progressed(found);
+        }
+        if (isAsRecorded(bundlePath, recorded))
+            return;
+        m_callbacks.waitForRoom(giveUp);
+        if (!giveUp())
+            m_callbacks.check(bundlePath);
+    };
+    walk.onUnreadable = [&](const std::string& path, int error) {
+        const QString folder = QFile::decodeName(path.c_str());
+        unreadable.insert(folder);
+        // Once, not in each search, until it can be read again.
+        if (m_unreadable.insert(folder).second)
+            qWarning() << "Could not read folder. Skipping: " << folder
+                       << QString::fromLocal8Bit(std::generic_category().message(error));
+    };
+    walk.isStopped = giveUp;
+    const BundleNames names(bundleSuffixes());
     const auto roots = m_callbacks.roots();
     for (const auto& root : roots)
-        walk.walk(root);
+        walk.walk(QFile::encodeName(root).toStdString(), names);
     if (!giveUp())
         m_unreadable = std::move(unreadable);
 }

@@ -62,7 +62,8 @@ struct FileWatchRequest {
 /// Told is what can change the record of a bundle, with the path of the part, and what happens to folders
 /// outside bundles; other files outside bundles are passed over. Both halves of a move have the same fileID.
 /// A bundle that comes from out of sight, or that was no bundle before, is created as well as renamed.
-/// MustScanSubDirs comes at a root's own path: what lies below may have changed without being told.
+/// MustScanSubDirs comes at the path of a root, or of a remote file system that is mounted inside one: what
+/// lies below may have changed without being told.
 class FileEventStream {
 public:
     /// Called on the stream's own thread, which holds no lock of the stream. A batch is never empty; its
@@ -78,8 +79,9 @@ public:
     FileEventStream& operator=(const FileEventStream&) = delete;
 
     /// Returns once nothing that happens from now on is missed, or false when the system refuses or the
-    /// stream was stopped meanwhile. Reads every folder first, so not for the GUI thread, but never waits for
-    /// the handler. Can be started once.
+    /// stream was stopped meanwhile. Reads every local folder first, so not for the GUI thread, but never
+    /// waits for the handler, nor for a remote file system: what changes there before the first look at it is
+    /// found by its time. Can be started once.
     virtual bool start() = 0;
     /// After it the handler is not called any more: waits for a call that is under way, so the caller must
     /// hold nothing that the handler waits for. Called from the handler, it does not wait. Safe from any
@@ -93,6 +95,7 @@ public:
     static std::uint64_t currentEventID();
 
     /// Missing until start().
+    /// Missing also while a remote file system does not answer.
     enum class RootState { Watched, Polled, Missing };
     /// Safe from any thread. The root may end in "/".
     virtual RootState stateOf(const QString& root) const = 0;

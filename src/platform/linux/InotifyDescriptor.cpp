@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 
 namespace Stemhaven {
 
@@ -54,7 +55,9 @@ std::vector<RawEvent> InotifyDescriptor::read() {
         const ssize_t size = m_calls.read(m_descriptor, m_buffer.data(), m_buffer.size());
         if (size > 0)
             appendParsed(m_buffer.data(), static_cast<std::size_t>(size), events);
-        else if (size == 0 || errno != EINTR)
+        else if (size < 0 && errno != EINTR && errno != EAGAIN)
+            throw std::system_error(errno, std::generic_category(), "read");
+        else if (size == 0 || errno == EAGAIN)
             return events;
         if (size > 0 && static_cast<std::size_t>(size) < m_buffer.size() / 2)
             return events;

@@ -34,7 +34,7 @@ public:
     int add(const std::string& path, std::uint32_t mask);
     void remove(int watch);
 
-    /// What can be read now, without waiting.
+    /// What can be read now, without waiting. Throws std::system_error when it cannot be read any more.
     std::vector<RawEvent> read();
 
 private:

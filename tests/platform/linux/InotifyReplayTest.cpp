@@ -17,7 +17,9 @@ constexpr std::uint64_t margin = 2'000'000'000;
 
 class NoEventsFromNet : public InotifyCalls {
 public:
-    bool tellsEvents(const char* path) override { return std::strstr(path, "Net") == nullptr; }
+    bool tellsEvents(const std::string& path, const MountTable& mounts) override {
+        return path.find("Net") == std::string::npos && InotifyCalls::tellsEvents(path, mounts);
+    }
 };
 
 } // namespace
