@@ -9,15 +9,37 @@
 #include "database/ProjectStatements.h"
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
+#include "platform/RemoteCalls.h"
 #include "project/NoteFile.h"
 
 #include <QDebug>
 #include <QSettings>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace Stemhaven {
+
+namespace {
+
+constexpr std::chrono::seconds untilRemoteAnswers(10);
+
+/// Those on a remote file system are written with patience: where it does not answer, the next search finds
+/// that they are missing.
+void writeAllNotes(const std::vector<NoteToWrite>& notes) {
+    std::map<QString, std::vector<NoteToWrite>> byMount;
+    for (const auto& note : notes)
+        byMount[RemoteCalls::mountOf(note.details.filepath)].push_back(note);
+    for (const auto& [mount, there] : byMount) {
+        RemoteCalls::run(there.front().details.filepath, [notes = there] {
+            writeNotes(notes);
+            return true;
+        });
+    }
+}
+
+} // namespace
 
 BundleChecks::BundleChecks(
     TaskManager& tasks, std::shared_ptr<RecordedBundles> recorded, std::chrono::milliseconds delay,
@@ -167,7 +189,14 @@ BundleChecks::CheckedGroup BundleChecks::read(const CheckQueue::Group& group) {
     auto checked = std::make_shared<std::vector<Checked>>();
     QSet<QString> identities;
     for (const auto& request : group.requests) {
-        auto bundle = FoundBundle::read(request.path);
+        const QString folder = request.path.left(request.path.lastIndexOf(u'/'));
+        auto answer = RemoteCalls::run(folder, [path = request.path] { return FoundBundle::read(path); });
+        if (!answer) {
+            const std::lock_guard lock(m_mutex);
+            m_queue.addDelayed(request, Clock::now() + untilRemoteAnswers);
+            continue;
+        }
+        auto& bundle = *answer;
         if (!bundle.isThere()) {
             m_checkedOnceMore.remove(request.path);
             m_callbacks.vanished(bundle.details);
@@ -272,7 +301,7 @@ void BundleChecks::follow(const QList<ProjectChanges::Written>& written) {
         if (givesGenres && !record.isCopy)
             assignGenreToNewProject(m_tasks, nullptr, record.projectId, record.details.filepath);
     }
-    writeNotes(notes);
+    writeAllNotes(notes);
 }
 
 void BundleChecks::reportDuplicates(const BundleMatching& matching) {

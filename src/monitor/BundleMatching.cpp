@@ -58,7 +58,7 @@ BundleMatching::Outcome BundleMatching::match(
         return insert(subject, origin->record.id);
     }
     const auto nowThere = Places::bundleAt(origin->record.path());
-    if (nowThere.valid && nowThere != bundle.details.sufid) {
+    if (!nowThere || (nowThere->valid && *nowThere != bundle.details.sufid)) {
         qDebug() << "Previous project found with matching SUFID with project_id: " << origin->record.id;
         qDebug() << "Copy of project will be added as a new record.";
         return insert(subject);

@@ -3,10 +3,10 @@
 #include "app/errors/Guarded.h"
 #include "monitor/ProjectMonitor.h"
 #include "monitor/ReplayPosition.h"
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
 
 #include <QDebug>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
@@ -82,7 +82,7 @@ void ProjectMonitor::followProject(const ChangedPath& changed, const Ticket& tic
     const auto priors = changed.getPriorPaths();
     for (const auto& prior : priors)
         priorPaths.append(prior.path);
-    if (!QFileInfo::exists(*latest)) {
+    if (!pathExists(*latest)) {
         qDebug() << "Searching for moved/renamed project. Not found at:";
         qDebug() << "\tPrevious: " << priorPaths;
         qDebug() << "\tPotential:" << *latest;

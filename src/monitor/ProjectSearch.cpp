@@ -2,6 +2,7 @@
 
 #include "app/Shutdown.h"
 #include "app/errors/Guarded.h"
+#include "platform/RemoteCalls.h"
 #include "platform/TreeWalk.h"
 #include "project/BundleSuffixes.h"
 #include "project/NoteFile.h"
@@ -12,6 +13,7 @@
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include <cerrno>
 #include <system_error>
 #include <utility>
 
@@ -26,7 +28,21 @@ constexpr std::chrono::milliseconds betweenReports(100);
 /// Whether the bundle at path is the recorded one, and has its note.
 bool isAsRecorded(const QString& path, const RecordedBundles::ByPath& recorded) {
     const auto known = recorded.constFind(path);
-    return known != recorded.cend() && known->sufid == ProjectDetails(path).sufid && !lacksNote(path);
+    if (known == recorded.cend())
+        return false;
+    const QString folder = path.left(path.lastIndexOf(u'/'));
+    const auto answer = RemoteCalls::run(folder, [path, sufid = known->sufid] {
+        return ProjectDetails(path).sufid == sufid && !lacksNote(path);
+    });
+    // Where there is no answer now, the next search will ask.
+    return answer.value_or(true);
+}
+
+/// A remote file system that does not answer holds up neither the other roots nor the end.
+FolderListing listWithPatience(const std::string& folder) {
+    auto listing =
+        RemoteCalls::run(QFile::decodeName(folder.c_str()), [folder] { return FolderListing::of(folder); });
+    return listing ? std::move(*listing) : FolderListing{{}, ETIMEDOUT};
 }
 
 } // namespace
@@ -119,6 +135,7 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
                        << QString::fromLocal8Bit(std::generic_category().message(error));
     };
     walk.isStopped = giveUp;
+    walk.list = &listWithPatience;
     const BundleNames names(bundleSuffixes());
     const auto roots = m_callbacks.roots();
     for (const auto& root : roots)

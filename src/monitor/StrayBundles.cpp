@@ -1,10 +1,10 @@
 #include "monitor/StrayBundles.h"
 
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
 #include "project/ProjectDetails.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <optional>
 
@@ -59,9 +59,9 @@ StrayBundles StrayBundles::find(const RecordedBundles::ByPath& recorded, const W
         // Where a record gave up its place, there is nowhere to look.
         if (!it.key().startsWith(u'/') || folders.isBelowRoot(it.key()))
             continue;
-        if (QFile::exists(it.key()))
+        if (pathExists(it.key()))
             strays.inPlace.append(it.key());
-        else if (!it->sufid.valid)
+        else if (!it->sufid.valid || !RemoteCalls::mountOf(it.key()).isEmpty())
             continue;
         else if (const auto path = RenamedPathSearch(it.key(), it->sufid).run())
             strays.moved.append({it.key(), *path});

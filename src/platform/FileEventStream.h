@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -10,6 +9,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <optional>
 
 namespace Stemhaven {
 
@@ -49,10 +49,20 @@ struct FileWatchRequest {
     QStringList bundleSuffixes;
     /// Events after this one are replayed.
     std::uint64_t sinceEventID = sinceNow;
-    /// When the information file of each recorded bundle had last been changed, in seconds since 1970. What
-    /// has another time now is replayed too, so that a save is not missed for which the clock was set back.
-    /// Of no use to a system that keeps a history of its events.
-    QHash<QString, qint64> recordedTimes;
+
+    /// What is on record of a bundle.
+    struct RecordedTimes {
+        /// When its information file had last been changed, in seconds since 1970.
+        std::int64_t informationSeconds = 0;
+        /// When it was read, in nanoseconds since 1970.
+        std::int64_t readAt = 0;
+    };
+
+    /// Nothing for a bundle that is not on record. A bundle that was read after its last change is not
+    /// replayed, and one whose information file has another time now is, so that a save is not missed for
+    /// which the clock was set back. Safe from any thread. Of no use to a system that keeps a history of its
+    /// events.
+    std::function<std::optional<RecordedTimes>(const QString& bundlePath)> recordedTimes;
     /// How long events are gathered before they are delivered together.
     std::chrono::milliseconds latency{3000};
 };
@@ -87,6 +97,10 @@ public:
     /// hold nothing that the handler waits for. Called from the handler, it does not wait. Safe from any
     /// thread.
     virtual void stop() = 0;
+
+    /// After stop(): an id up to which everything has been delivered, so that the next stream need not replay
+    /// it. 0 where that is not known.
+    virtual std::uint64_t deliveredUpTo() const { return 0; }
 
     /// Whether a stream that was stopped earlier still holds what a new one needs.
     static bool earlierStreamIsClosing();

@@ -28,9 +28,28 @@ private:
 /// 0, or the errno of a folder that cannot be read.
 int readFolders(const std::string& folder, const std::function<void(const std::string& name)>& onFolder);
 
+/// What lies in a folder.
+struct FolderListing {
+    enum class Kind { Folder, Link, Other };
+
+    struct Entry {
+        std::string name;
+        Kind kind = Kind::Other;
+    };
+
+    /// Without "." and "..", in no particular order.
+    static FolderListing of(const std::string& folder);
+
+    std::vector<Entry> entries;
+    /// The errno of a folder that cannot be read to its end, else 0.
+    int error = 0;
+};
+
 /// Visits a folder and all folders below it in which bundles can lie: not bundles, not hidden folders, no
 /// links. An empty function is not called.
 struct TreeWalk {
+    /// Lists a folder in place of FolderListing::of(), as where it may not answer.
+    std::function<FolderListing(const std::string& folder)> list;
     /// Asked before a folder is read; the folder is passed over when the answer is false.
     std::function<bool(const std::string& folder)> enter;
     /// Gets the path of each entry that is named like a bundle and is no link. A plain file is reported too,

@@ -22,11 +22,15 @@ void EventReader::start() {
     m_thread = std::thread([this] { run(); });
 }
 
+void EventReader::stop() {
+    if (!m_thread.joinable())
+        return;
+    eventfd_write(m_stop, 1);
+    m_thread.join();
+}
+
 EventReader::~EventReader() {
-    if (m_thread.joinable()) {
-        eventfd_write(m_stop, 1);
-        m_thread.join();
-    }
+    stop();
     if (m_stop >= 0)
         close(m_stop);
     if (m_mounts >= 0)

@@ -23,6 +23,8 @@ public:
     bool isOpen() const { return m_descriptor.isOpen() && m_stop >= 0; }
 
     void start();
+    /// Waits for the thread's end. The descriptor stays open.
+    void stop();
 
     InotifyDescriptor& descriptor() { return m_descriptor; }
 

@@ -1,6 +1,7 @@
 #include "platform/linux/InotifyDescriptor.h"
 
 #include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -47,6 +48,11 @@ int InotifyDescriptor::add(const std::string& path, std::uint32_t mask) {
 
 void InotifyDescriptor::remove(int watch) {
     m_calls.removeWatch(m_descriptor, watch);
+}
+
+bool InotifyDescriptor::hasUnread() const {
+    int bytes = 0;
+    return ioctl(m_descriptor, FIONREAD, &bytes) != 0 || bytes > 0;
 }
 
 std::vector<RawEvent> InotifyDescriptor::read() {

@@ -67,6 +67,11 @@ public:
             m_thread.detach();
     }
 
+    std::uint64_t deliveredUpTo() const {
+        const std::lock_guard lock(m_mutex);
+        return m_deliveredUpTo;
+    }
+
     RootState state(const QString& root) const {
         QString path = root;
         if (path.size() > 1 && path.endsWith(QLatin1Char('/')))
@@ -80,9 +85,10 @@ private:
     void run() {
         if (begin())
             loop();
-        m_session.end();
+        const auto deliveredUpTo = m_session.end();
         {
             const std::lock_guard lock(m_mutex);
+            m_deliveredUpTo = deliveredUpTo;
             m_closing.reset();
             m_hasEnded = true;
         }
@@ -152,11 +158,12 @@ private:
     WatchSession m_session;
     const std::chrono::milliseconds m_patience;
     Handler m_handler;
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::condition_variable m_phaseChange;
     Phase m_phase = Phase::New;
     bool m_isHandling = false;
     bool m_hasEnded = false;
+    std::uint64_t m_deliveredUpTo = 0;
     std::optional<ClosingStreams::Hold> m_closing;
     std::thread m_thread;
 };
@@ -176,6 +183,10 @@ bool InotifyEventStream::start() {
 
 void InotifyEventStream::stop() {
     m_worker->stop();
+}
+
+std::uint64_t InotifyEventStream::deliveredUpTo() const {
+    return m_worker->deliveredUpTo();
 }
 
 FileEventStream::RootState InotifyEventStream::stateOf(const QString& root) const {

@@ -34,6 +34,7 @@ public:
 
     bool start() override;
     void stop() override;
+    std::uint64_t deliveredUpTo() const override;
     RootState stateOf(const QString& root) const override;
 
 private:

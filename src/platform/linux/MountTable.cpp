@@ -102,6 +102,11 @@ const MountTable::Mount* MountTable::mountedAt(const std::string& path, const Mo
     return top;
 }
 
+bool MountTable::hasRemote() const {
+    return std::any_of(
+        m_mounts.begin(), m_mounts.end(), [](const Mount& mount) { return isRemoteType(mount.type); });
+}
+
 MountTable::Place MountTable::find(const std::string& path) const {
     // As many as the system follows.
     constexpr int mostLinks = 40;

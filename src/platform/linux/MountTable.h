@@ -29,6 +29,8 @@ public:
     /// Reads the format of /proc/self/mountinfo.
     explicit MountTable(std::istream& table);
 
+    bool hasRemote() const;
+
     /// Path is absolute; what it names need not exist.
     Place find(const std::string& path) const;
 

@@ -56,6 +56,8 @@ public:
 
     void endAll() { m_folders.clear(); }
 
+    bool isEmpty() const { return m_folders.empty(); }
+
     bool contains(const std::string& folder) const { return m_folders.contains(folder); }
 
     /// In which the folder was when its polling began; it must be polled.

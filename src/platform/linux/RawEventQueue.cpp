@@ -72,6 +72,11 @@ RawEventQueue::wait(const std::optional<std::chrono::steady_clock::time_point>& 
     return std::exchange(m_taken, {});
 }
 
+bool RawEventQueue::isEmpty() {
+    const std::lock_guard lock(m_mutex);
+    return m_taken.events.empty() && !m_taken.mountsChanged && m_taken.failure.empty();
+}
+
 void RawEventQueue::clear() {
     const std::lock_guard lock(m_mutex);
     m_taken.events.clear();

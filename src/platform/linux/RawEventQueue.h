@@ -34,6 +34,8 @@ public:
     /// Waits for something to arrive, for the deadline, or, without one, as long as it takes.
     Taken wait(const std::optional<std::chrono::steady_clock::time_point>& deadline);
 
+    bool isEmpty();
+
     /// Forgets the events and the failure of a descriptor that is gone.
     void clear();
 

@@ -17,6 +17,16 @@ namespace {
 /// File systems that round times do so to at most this many nanoseconds.
 constexpr std::uint64_t coarsestTime = 2'000'000'000;
 
+/// Whether the last change of a bundle was before it was read. Where the file system rounds times, or the
+/// system's clock has ticked only once since, that is not known.
+bool isReadAfter(const BundleStamp& stamp, std::int64_t readAt) {
+    constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
+    constexpr std::uint64_t clockTick = 20'000'000;
+    const bool isRounded = stamp.newest % nanosecondsPerSecond == 0;
+    return readAt > 0 &&
+        stamp.newest + (isRounded ? coarsestTime : clockTick) <= static_cast<std::uint64_t>(readAt);
+}
+
 std::string lowestExistingAbove(const std::string& path) {
     std::string folder(parentOf(path));
     while (!folder.empty() && !FolderIdentity::of(folder, true))
@@ -60,12 +70,14 @@ WasMissed RootSet::missedSince(std::optional<std::uint64_t> moment) const {
     if (!moment)
         return {};
     const std::uint64_t since = *moment - std::min(*moment, coarsestTime);
-    return [since, &recorded = m_tools.recordedTimes](const std::string& bundle, const BundleStamp& stamp) {
-        if (stamp.newest >= since)
-            return true;
+    return [since,
+            &recordedTimes = m_tools.recordedTimes](const std::string& bundle, const BundleStamp& stamp) {
+        const auto recorded = recordedTimes ? recordedTimes(QFile::decodeName(bundle.c_str())) : std::nullopt;
         // The clock may have been set back when it was saved.
-        const auto time = recorded.constFind(QFile::decodeName(bundle.c_str()));
-        return time != recorded.cend() && stamp.informationSeconds != 0 && *time != stamp.informationSeconds;
+        if (recorded && stamp.informationSeconds != 0 &&
+            recorded->informationSeconds != stamp.informationSeconds)
+            return true;
+        return stamp.newest >= since && !(recorded && isReadAfter(stamp, recorded->readAt));
     };
 }
 

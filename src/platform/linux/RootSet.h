@@ -8,8 +8,6 @@
 #include "platform/linux/PolledFolders.h"
 #include "platform/linux/TreeWatcher.h"
 
-#include <QHash>
-
 #include <cstdint>
 #include <map>
 #include <mutex>
@@ -39,7 +37,7 @@ public:
         EventClock& clock;
         PolledFolders& polled;
         EventTrace& trace;
-        const QHash<QString, qint64>& recordedTimes;
+        const decltype(FileWatchRequest::recordedTimes)& recordedTimes;
     };
 
     /// A root that is missing at first counts as missing since that moment.

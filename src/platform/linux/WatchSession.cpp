@@ -81,9 +81,17 @@ bool WatchSession::begin() {
     return true;
 }
 
-void WatchSession::end() {
+std::uint64_t WatchSession::end() {
+    const auto now = m_eventClock.wallTime();
+    // A folder that is polled may have changed since the last look at it.
+    bool isAllTold = m_reader && m_polled.isEmpty() && !m_lostSince && !deadline();
     m_polled.endAll();
+    if (m_reader) {
+        m_reader->stop();
+        isAllTold = isAllTold && !m_reader->descriptor().hasUnread() && m_queue.isEmpty();
+    }
     m_reader.reset();
+    return isAllTold ? now : 0;
 }
 
 bool WatchSession::openReader() {

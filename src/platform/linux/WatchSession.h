@@ -49,8 +49,9 @@ public:
     /// The batch, if it is time for one; empty otherwise.
     QList<FileEvent> takeDue();
 
-    /// Gives back what the system lent. Nothing but state() may follow.
-    void end();
+    /// Gives back what the system lent. Nothing but state() may follow. Returns an id up to which everything
+    /// has been told, 0 where something has not.
+    std::uint64_t end();
 
     RootSet::State state(const std::string& root) const { return m_roots.state(root); }
 

@@ -20,38 +20,21 @@ struct FolderCloser {
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-enum class EntryKind { Folder, Link, Other };
+using Kind = FolderListing::Kind;
 
-EntryKind kindOf(const std::string& folder, const dirent& entry) {
+Kind kindOf(const std::string& folder, const dirent& entry) {
     if (entry.d_type == DT_DIR)
-        return EntryKind::Folder;
+        return Kind::Folder;
     if (entry.d_type == DT_LNK)
-        return EntryKind::Link;
+        return Kind::Link;
     if (entry.d_type != DT_UNKNOWN)
-        return EntryKind::Other;
+        return Kind::Other;
     struct stat status = {};
     if (lstat(entryOf(folder, entry.d_name).c_str(), &status) != 0)
-        return EntryKind::Other;
+        return Kind::Other;
     if (S_ISDIR(status.st_mode))
-        return EntryKind::Folder;
-    return S_ISLNK(status.st_mode) ? EntryKind::Link : EntryKind::Other;
-}
-
-/// Returns 0, or the errno of a folder that cannot be read. Ends early when onEntry returns false.
-template <typename OnEntry>
-int readEntries(const std::string& folder, const OnEntry& onEntry) {
-    const std::unique_ptr<DIR, FolderCloser> stream(opendir(folder.c_str()));
-    if (stream == nullptr)
-        return errno;
-    for (;;) {
-        errno = 0;
-        const dirent* entry =
-            readdir(stream.get()); // NOLINT(concurrency-mt-unsafe): the stream is this thread's own
-        if (entry == nullptr)
-            return errno;
-        if (!onEntry(*entry))
-            return 0;
-    }
+        return Kind::Folder;
+    return S_ISLNK(status.st_mode) ? Kind::Link : Kind::Other;
 }
 
 } // namespace
@@ -69,38 +52,57 @@ bool BundleNames::isBundle(std::string_view path) const {
     return hasSuffix && !isHidden(path);
 }
 
+FolderListing FolderListing::of(const std::string& folder) {
+    FolderListing listing;
+    const std::unique_ptr<DIR, FolderCloser> stream(opendir(folder.c_str()));
+    if (stream == nullptr) {
+        listing.error = errno;
+        return listing;
+    }
+    for (;;) {
+        errno = 0;
+        const dirent* entry =
+            readdir(stream.get()); // NOLINT(concurrency-mt-unsafe): the stream is this thread's own
+        if (entry == nullptr)
+            break;
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..")
+            listing.entries.push_back({entry->d_name, kindOf(folder, *entry)});
+    }
+    listing.error = errno;
+    return listing;
+}
+
 int readFolders(const std::string& folder, const std::function<void(const std::string&)>& onFolder) {
-    return readEntries(folder, [&](const dirent& entry) {
-        const std::string_view name = entry.d_name;
-        if (name != "." && name != ".." && kindOf(folder, entry) == EntryKind::Folder)
-            onFolder(entry.d_name);
-        return true;
-    });
+    const auto listing = FolderListing::of(folder);
+    for (const auto& entry : listing.entries) {
+        if (entry.kind == Kind::Folder)
+            onFolder(entry.name);
+    }
+    return listing.error;
 }
 
 void TreeWalk::walk(const std::string& top, const BundleNames& names) const {
     std::vector<std::string> folders{top};
-    bool isOver = false;
-    while (!folders.empty() && !isOver) {
+    while (!folders.empty()) {
         const std::string folder = std::move(folders.back());
         folders.pop_back();
         if (enter && !enter(folder))
             continue;
-        const int error = readEntries(folder, [&](const dirent& entry) {
-            const std::string_view name = entry.d_name;
-            isOver = isStopped && isStopped();
-            if (isOver || name.starts_with('.'))
-                return !isOver;
-            const EntryKind kind = kindOf(folder, entry);
-            if (kind != EntryKind::Link && names.isBundle(name))
-                onBundle(entryOf(folder, name));
-            else if (kind == EntryKind::Folder)
-                folders.push_back(entryOf(folder, name));
-            return true;
-        });
-        const bool isGone = error == ENOENT && folder != top;
-        if (error != 0 && !isGone && onUnreadable)
-            onUnreadable(folder, error);
+        const auto listing = list ? list(folder) : FolderListing::of(folder);
+        for (const auto& entry : listing.entries) {
+            if (isStopped && isStopped())
+                return;
+            if (entry.name.starts_with('.'))
+                continue;
+            if (entry.kind != Kind::Link && names.isBundle(entry.name))
+                onBundle(entryOf(folder, entry.name));
+            else if (entry.kind == Kind::Folder)
+                folders.push_back(entryOf(folder, entry.name));
+        }
+        const bool isGone = listing.error == ENOENT && folder != top;
+        if (listing.error != 0 && !isGone && onUnreadable)
+            onUnreadable(folder, listing.error);
     }
 }
 
