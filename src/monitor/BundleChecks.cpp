@@ -251,7 +251,8 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
     if (changes.isEmpty())
         return true;
     const auto written = std::make_shared<QList<ProjectChanges::Written>>();
-    const auto work = [group, changes, written, vacated = matching.vacatedPaths(),
+    const auto hasFound = std::make_shared<bool>(false);
+    const auto work = [group, changes, written, hasFound, vacated = matching.vacatedPaths(),
                        recorded = m_recorded](QSqlDatabase& database) {
         *written = changes.write(database);
         QList<std::pair<QString, RecordedBundle>> put;
@@ -266,7 +267,7 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
             }
         }
         // On the worker, as the reading of all records is, so that neither undoes the other.
-        recorded->update(vacated, put);
+        *hasFound = recorded->update(vacated, put);
     };
     if (!AwaitedTask::run(m_tasks, work, [this] { return isEnding(); }))
         return false;
@@ -282,7 +283,7 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
             add(checked.request);
     }
     reportDuplicates(matching);
-    m_callbacks.written(*written, isFromEvent);
+    m_callbacks.written(*written, isFromEvent, *hasFound);
     return true;
 }
 

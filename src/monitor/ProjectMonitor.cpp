@@ -281,6 +281,11 @@ void ProjectMonitor::takeFolders(
         const std::lock_guard lock(m_mutex);
         m_folders = folders;
     }
+    const auto isStray = [&](const QString& path) {
+        return !folders.isBelowRoot(path);
+    };
+    if (m_recorded->setMissing(strays.missing, isStray))
+        emit missingBundlesChanged();
     if (!strays.moved.isEmpty()) {
         for (const auto& moved : strays.moved)
             check(moved.to, {moved.from}, true, nullptr);
@@ -319,6 +324,14 @@ ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
                         emit searchProgressed(bundlesFound);
                 },
                 Qt::QueuedConnection);
+        },
+        [this](const QStringList& roots, const QSet<QString>& missing) {
+            const auto isBelowRoot = [&](const QString& path) {
+                return std::any_of(
+                    roots.begin(), roots.end(), [&](const QString& root) { return path.startsWith(root); });
+            };
+            if (m_recorded->setMissing(missing, isBelowRoot))
+                tellMissingBundles();
         },
         [this](quint64 recordedBefore, bool restartWanted) { searchWalked(recordedBefore, restartWanted); },
     };

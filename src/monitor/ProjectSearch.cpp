@@ -13,6 +13,7 @@
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include <algorithm>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -43,6 +44,20 @@ FolderListing listWithPatience(const std::string& folder) {
     auto listing =
         RemoteCalls::run(QFile::decodeName(folder.c_str()), [folder] { return FolderListing::of(folder); });
     return listing ? std::move(*listing) : FolderListing{{}, ETIMEDOUT};
+}
+
+/// What is on record below the roots and was not seen by a walk, because it is not there.
+QSet<QString>
+missingOf(const RecordedBundles::ByPath& recorded, const QStringList& roots, const QSet<QString>& seen) {
+    QSet<QString> missing;
+    for (auto it = recorded.keyBegin(); it != recorded.keyEnd(); ++it) {
+        const QString& path = *it;
+        const bool isBelowRoot = std::any_of(
+            roots.begin(), roots.end(), [&](const QString& root) { return path.startsWith(root); });
+        if (isBelowRoot && !seen.contains(path) && !pathExists(path))
+            missing.insert(path);
+    }
+    return missing;
 }
 
 } // namespace
@@ -87,13 +102,12 @@ bool ProjectSearch::isUnsettled() const {
 
 void ProjectSearch::run() {
     const auto recordedBefore = m_recorded->revision();
-    const auto recorded = m_recorded->all();
     qDebug() << "ProjectMonitor: Beginning search for new projects";
     bool restartWanted = false;
     bool passWanted = true;
     while (passWanted) {
         m_again = false;
-        loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(recorded); });
+        loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(m_recorded->all()); });
         const std::lock_guard lock(m_mutex);
         passWanted = m_again && !isInterrupted();
         if (!passWanted) {
@@ -110,12 +124,14 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
         return m_again || isInterrupted();
     };
     int found = 0;
+    QSet<QString> seen;
     std::set<QString> unreadable;
     auto lastReport = Clock::now();
     TreeWalk walk;
     walk.onBundle = [&](const std::string& bundle) {
         const QString bundlePath = QFile::decodeName(bundle.c_str());
         ++found;
+        seen.insert(bundlePath);
         if (Clock::now() - lastReport >= betweenReports) {
             lastReport = Clock::now();
             m_callbacks.progressed(found);
@@ -140,8 +156,10 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
     const auto roots = m_callbacks.roots();
     for (const auto& root : roots)
         walk.walk(QFile::encodeName(root).toStdString(), names);
-    if (!giveUp())
-        m_unreadable = std::move(unreadable);
+    if (giveUp())
+        return;
+    m_unreadable = std::move(unreadable);
+    m_callbacks.looked(roots, missingOf(recorded, roots, seen));
 }
 
 bool ProjectSearch::isInterrupted() const {

@@ -31,7 +31,7 @@ public:
     }
 
     /// Where the remote file system that a path leads to is mounted, empty for a local one. Does not look at
-    /// a remote file system. Up to a second old; cheap for a path that was asked for within that second.
+    /// a remote file system. Cheap for a path that was asked for before.
     static QString mountOf(const QString& path);
 
 private:

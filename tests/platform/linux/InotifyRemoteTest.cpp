@@ -1,10 +1,8 @@
 #include "WatchedFolder.h"
 #include "platform/linux/MountTable.h"
 #include "support/LogCapture.h"
+#include "support/linux/DeadMount.h"
 
-#include <fcntl.h>
-#include <sys/mount.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <future>
@@ -68,32 +66,6 @@ private:
     std::promise<void> m_answers;
     bool m_hasAnswered = false;
     std::shared_ptr<State> m_state = std::make_shared<State>();
-};
-
-/// A mount of which nobody serves the requests: whoever looks into it waits until this is destroyed.
-class DeadMount {
-public:
-    explicit DeadMount(const char* point) : m_point(point), m_device(open("/dev/fuse", O_RDWR | O_CLOEXEC)) {
-        const auto options = "fd=" + std::to_string(m_device) + ",rootmode=40000,user_id=0,group_id=0";
-        m_isMounted = m_device >= 0 && mount("dead", point, "fuse", 0, options.c_str()) == 0;
-    }
-
-    ~DeadMount() {
-        if (m_device >= 0)
-            close(m_device);
-        if (m_isMounted)
-            umount2(m_point, MNT_DETACH);
-    }
-
-    DeadMount(const DeadMount&) = delete;
-    DeadMount& operator=(const DeadMount&) = delete;
-
-    bool isMounted() const { return m_isMounted; }
-
-private:
-    const char* m_point;
-    int m_device;
-    bool m_isMounted = false;
 };
 
 class InotifyRemote : public WatchedFolder {
