@@ -246,6 +246,10 @@
         <source>New...</source>
         <translation>Neu …</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>BoolDot</name>
@@ -349,6 +353,14 @@
     <message>
         <source>Progress</source>
         <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>(mixed)</source>
+        <translation>(verschieden)</translation>
+    </message>
+    <message>
+        <source>%1 projects</source>
+        <translation>%1 Projekte</translation>
     </message>
     <message>
         <source>%1 projects are selected. What you change here changes all of them.</source>
@@ -993,6 +1005,10 @@
         <translation>Soll dieses Projekt als abgeschlossen gelten?</translation>
     </message>
     <message>
+        <source>Do you want to mark these %1 projects as completed?</source>
+        <translation>Sollen diese %1 Projekte als abgeschlossen gelten?</translation>
+    </message>
+    <message>
         <source>Completed projects are hidden by default but you can always change this in the View menu.</source>
         <translation>Abgeschlossene Projekte sind in der Regel ausgeblendet; das lässt sich jederzeit im Menü „Darstellung“ ändern.</translation>
     </message>
@@ -1111,6 +1127,10 @@
     <message>
         <source>Could not retreive primary key for selected mix/master status! Type conversion failed...</source>
         <translation>Die Kennung des gewählten Stands fehlt! Sie ist keine Zahl …</translation>
+    </message>
+    <message>
+        <source>(mixed)</source>
+        <translation>(verschieden)</translation>
     </message>
 </context>
 <context>

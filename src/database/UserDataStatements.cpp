@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <utility>
 
 namespace Stemhaven::UserDataStatements {
 
@@ -35,13 +36,45 @@ QString selectProject(qint64 projectId) {
     return QStringLiteral("SELECT * FROM projects WHERE project_id=%1").arg(decimal(projectId));
 }
 
-QString selectCollections(qint64 projectId) {
-    return QStringLiteral("SELECT collection_id FROM collections_projects_map WHERE project_id=%1")
-        .arg(decimal(projectId));
+QString selectSummary(const QList<qint64>& projectIds) {
+    QStringList columns{
+        QStringLiteral("COUNT(*) AS count"), QStringLiteral("SUM(ignored<>0) AS ignored_count")};
+    const auto addRange = [&](const QString& name, const QString& value) {
+        columns.append(QStringLiteral("MIN(%1) AS min_%2, MAX(%1) AS max_%2").arg(value, name));
+    };
+    // A value that was never set counts as the one that is shown for it.
+    QStringList zeroByDefault{QStringLiteral("star_rating")};
+    for (const FilterType status : statusFilterTypes)
+        zeroByDefault.append(tableNameForStatus(status));
+    for (const QString& column : std::as_const(zeroByDefault))
+        addRange(column, QStringLiteral("COALESCE(%1, 0)").arg(column));
+    addRange(QStringLiteral("progress_percent"), QStringLiteral("ROUND(COALESCE(progress, 0) * 100)"));
+    addRange(QStringLiteral("bpm"), QStringLiteral("bpm"));
+    addRange(
+        QStringLiteral("time_signature"),
+        QStringLiteral("COALESCE(song_signature_numerator, '') || '/' || "
+                       "COALESCE(song_signature_denominator, '')"));
+    addRange(QStringLiteral("song_key"), QStringLiteral("COALESCE(song_key, '')"));
+    addRange(QStringLiteral("filepath"), QStringLiteral("filepath"));
+    return QStringLiteral("SELECT %1 FROM projects WHERE project_id IN %2")
+        .arg(columns.join(QLatin1String(", ")), list(projectIds));
 }
 
-QString selectTags(qint64 projectId) {
-    return QStringLiteral("SELECT tag_id FROM project_tag_map WHERE project_id=%1").arg(decimal(projectId));
+QString selectEntryCounts(const QList<qint64>& projectIds) {
+    const auto type = [](FilterType filter) {
+        return decimal(static_cast<int>(filter));
+    };
+    return QStringLiteral(
+               "WITH selected AS (SELECT project_id, genre_id FROM projects WHERE project_id IN %4) "
+               "SELECT %1, collection_id, COUNT(DISTINCT project_id) FROM collections_projects_map "
+               "WHERE project_id IN (SELECT project_id FROM selected) GROUP BY collection_id "
+               "UNION ALL SELECT %2, genre_id, COUNT(*) FROM selected "
+               "WHERE genre_id IS NOT NULL GROUP BY genre_id "
+               "UNION ALL SELECT %3, tag_id, COUNT(DISTINCT project_id) FROM project_tag_map "
+               "WHERE project_id IN (SELECT project_id FROM selected) GROUP BY tag_id")
+        .arg(
+            type(FilterType::COLLECTIONS), type(FilterType::GENRES), type(FilterType::TAGS),
+            list(projectIds));
 }
 
 QString setStarRating(int stars, qint64 projectId) {

@@ -10,8 +10,14 @@
 namespace Stemhaven::UserDataStatements {
 
 QString selectProject(qint64 projectId);
-QString selectCollections(qint64 projectId);
-QString selectTags(qint64 projectId);
+
+/// One row about all of the projects: their "count", the "ignored_count", and the least and the greatest
+/// value of other columns, such as "min_star_rating" and "max_star_rating", which are equal where all have
+/// the same.
+QString selectSummary(const QList<qint64>& projectIds);
+/// Rows of the number of a FilterType, the id of a collection, genre or tag, and how many of the projects it
+/// has.
+QString selectEntryCounts(const QList<qint64>& projectIds);
 
 QString setStarRating(int stars, qint64 projectId);
 /// progress is a fraction from 0 to 1.
@@ -25,7 +31,7 @@ QString associate(FilterType type, qint64 filterId, qint64 projectId);
 QString disassociate(FilterType type, qint64 filterId, qint64 projectId);
 /// Takes the genre or the status from the project if it is this one.
 QString clearReference(FilterType type, qint64 entryId, qint64 projectId);
-/// Those of the projects that are in the collection or have the tag.
+/// Those of the projects that are in the collection or have the genre or the tag.
 QString selectAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds);
 
 /// One row per project: its id, then the values of the columns as SQL literals, as setLiterals() takes them.

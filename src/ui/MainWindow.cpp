@@ -28,10 +28,13 @@
 #include <QCloseEvent>
 #include <QDebug>
 #include <QLayout>
+#include <QSet>
 #include <QSettings>
 #include <QStatusTipEvent>
 #include <QTableView>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using Stemhaven::guarded;
@@ -193,9 +196,8 @@ void MainWindow::filterRemoved(FilterType type, qint64 id) {
 void MainWindow::projectsTableSelectionChanged() {
     m_whenSelectedIsShown = nullptr;
     guarded(tr("Could not select project"), [this] {
-        const auto selected = m_projects->selectedProjects();
-        m_details->selectProject(m_projects->currentProject(), static_cast<int>(selected.size()));
-        projectShown(m_details->project());
+        m_details->selectProjects(m_projects->selectedProjects());
+        m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
     });
 }
 
@@ -203,10 +205,10 @@ bool MainWindow::selectFirstProject() {
     return m_projects->selectFirst();
 }
 
-void MainWindow::projectShown(const ProjectRecord& record) {
-    m_editor->setSelection(editedProjects(), record.ignored);
-    m_menus->setProject(record);
-    if (m_whenSelectedIsShown && record.id == m_projects->currentProject())
+void MainWindow::projectShown() {
+    m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
+    m_menus->setSelection(m_details->summary());
+    if (m_whenSelectedIsShown && m_details->project().isValid() && m_details->showsSelection())
         std::exchange(m_whenSelectedIsShown, nullptr)();
 }
 
@@ -216,19 +218,25 @@ void MainWindow::whenSelectedIsShown(const QString& failureTitle, const std::fun
     auto perform = [failureTitle, what] {
         guarded(failureTitle, what);
     };
-    if (m_details->project().id == m_projects->currentProject())
+    if (m_details->showsSelection())
         perform();
     else
         m_whenSelectedIsShown = std::move(perform);
 }
 
-/// What an edit applies to: the selected projects, or, until the details of a newly selected one have come,
-/// the one that the user still sees.
+/// What an edit applies to: the selected projects. Until the details of newly selected ones have come, it is
+/// those of the shown ones that are still selected, or, where none is, all that the user still sees.
 QList<qint64> MainWindow::editedProjects() const {
-    const qint64 shown = m_details->project().id;
-    if (shown < 0)
-        return {};
-    return shown == m_projects->currentProject() ? m_projects->selectedProjects() : QList<qint64>{shown};
+    const QList<qint64>& shown = m_details->projects();
+    if (m_details->showsSelection())
+        return shown;
+    const QList<qint64> selected = m_projects->selectedProjects();
+    const QSet<qint64> stillSelected(selected.begin(), selected.end());
+    QList<qint64> edited;
+    std::copy_if(shown.begin(), shown.end(), std::back_inserter(edited), [&](qint64 project) {
+        return stillSelected.contains(project);
+    });
+    return edited.isEmpty() ? shown : edited;
 }
 
 void MainWindow::openSelectedProject() {

@@ -19,7 +19,6 @@ class SelectionEditor;
 class SidePanes;
 class ToolButton;
 class WindowActions;
-struct ProjectRecord;
 
 namespace Stemhaven {
 class ProjectMonitor;
@@ -80,7 +79,7 @@ private:
     void filterRemoved(FilterType type, qint64 id);
 
     void projectsTableSelectionChanged();
-    void projectShown(const ProjectRecord& record);
+    void projectShown();
     void whenSelectedIsShown(const QString& failureTitle, const std::function<void()>& what);
     QList<qint64> editedProjects() const;
     void openSelectedProject();

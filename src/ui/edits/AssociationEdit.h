@@ -2,13 +2,13 @@
 
 #include "ui/edits/ProjectEdit.h"
 
-/// Puts projects into a collection or gives them a tag, or the other way round. No project is ever mapped
-/// twice.
+/// Puts projects into a collection or gives them a tag, or takes them out of a collection, a genre or a tag.
+/// No project is ever mapped twice.
 class AssociationEdit : public ProjectEdit {
 public:
     enum class Direction { Associate, Disassociate };
 
-    /// type is collections or tags.
+    /// type is collections or tags, or genres to take them away.
     AssociationEdit(
         Texts texts, QList<qint64> projects, FilterType type, qint64 filterId, Direction direction);
 

@@ -186,19 +186,10 @@ std::unique_ptr<ProjectEdit> association(const QList<qint64>& projects, FilterTy
 }
 
 std::unique_ptr<ProjectEdit> disassociation(const QList<qint64>& projects, FilterType type, qint64 filterId) {
-    auto texts = disassociationTexts(projects, type, filterId);
-    if (type != FilterType::GENRES)
-        return std::make_unique<AssociationEdit>(
-            std::move(texts), projects, type, filterId, AssociationEdit::Direction::Disassociate);
-    return std::make_unique<ColumnEdit>(
-        std::move(texts), projects,
-        ColumnEdit::Change{
-            {QStringLiteral("genre_id")},
-            {QStringLiteral("NULL")},
-            [type, filterId](qint64 project) {
-                return UserDataStatements::disassociate(type, filterId, project);
-            },
-            genreReference()});
+    // Of the genre too: those that have another one keep it.
+    return std::make_unique<AssociationEdit>(
+        disassociationTexts(projects, type, filterId), projects, type, filterId,
+        AssociationEdit::Direction::Disassociate);
 }
 
 std::unique_ptr<ProjectEdit> deletion(const QList<qint64>& projects) {

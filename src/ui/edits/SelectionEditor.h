@@ -16,9 +16,9 @@ public:
     /// Questions are put on top of window. Both outlive this object.
     SelectionEditor(EditHistory& history, QWidget& window);
 
-    /// What the edits apply to from now on, the current project first. A question that is open is still about
-    /// those of its time.
-    void setSelection(const QList<qint64>& projects, bool currentIsIgnored);
+    /// What the edits apply to from now on, the current project first, and whether all of them are ignored. A
+    /// question that is open is still about those of its time.
+    void setSelection(const QList<qint64>& projects, bool areIgnored);
 
     const QList<qint64>& selection() const { return m_projects; }
 
@@ -42,6 +42,6 @@ private:
     EditHistory& m_history;
     QWidget& m_window;
     QList<qint64> m_projects;
-    bool m_currentIsIgnored = false;
+    bool m_areIgnored = false; ///< all of them
     bool m_mayAsk = true;
 };

@@ -1,0 +1,201 @@
+// What an edit in the window does to the projects that are selected.
+
+#include "BrowsingFixture.h"
+#include "ui/actions/AssociationMenu.h"
+
+#include <QStyleOptionSlider>
+
+using enum FilterType;
+
+namespace {
+
+/// Three projects, of which no two say the same.
+class EditingTest : public BrowsingFixture {
+protected:
+    void SetUp() override {
+        BrowsingFixture::SetUp();
+        database.rows("INSERT INTO genres VALUES(2, 'Rock', NULL)");
+        database.rows("UPDATE projects SET star_rating=project_id, progress=project_id/10.0, "
+                      "lyrics_status=project_id, bpm=100+project_id/3, genre_id=nullif(project_id, 3)");
+        database.rows("UPDATE projects SET song_key='D', ignored=1 WHERE project_id=3");
+        database.rows("INSERT INTO collections_projects_map VALUES(1, 1)");
+        database.rows("INSERT INTO project_tag_map VALUES(1, 1), (2, 1), (3, 1), (3, 2)");
+        QSettings().setValue("hideIgnored", false);
+        open();
+    }
+
+    QString of(const QString& expression) {
+        return database.rows(QString("SELECT %1 FROM projects ORDER BY project_id").arg(expression))
+            .join(' ');
+    }
+
+    AssociationMenu& menu(FilterType type) {
+        const auto menus = window->findChildren<AssociationMenu*>();
+        return **std::find_if(menus.begin(), menus.end(), [&](auto* menu) { return menu->type() == type; });
+    }
+
+    QAction* entry(FilterType type, qint64 id) {
+        for (QAction* action : menu(type).actions()) {
+            if (action->isCheckable() && action->data().toLongLong() == id)
+                return action;
+        }
+        return nullptr;
+    }
+
+    void clickHandle() {
+        QStyleOptionSlider option;
+        option.initFrom(&slider());
+        option.orientation = Qt::Horizontal;
+        option.maximum = 100;
+        option.sliderPosition = option.sliderValue = slider().value();
+        const QRect handle =
+            slider().style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider());
+        QTest::mouseClick(&slider(), Qt::LeftButton, {}, handle.center() + QPoint(4, 0));
+        settle();
+    }
+};
+
+} // namespace
+
+TEST_F(EditingTest, AnEditOfManyReachesAllOfThemAndNoOtherValue) {
+    const auto mapped = [](const char* table, const char* column) {
+        return QString("(SELECT group_concat(%2) FROM %1 m WHERE m.project_id=projects.project_id)")
+            .arg(table, column);
+    };
+    const QString collections = "coalesce(" + mapped("collections_projects_map", "collection_id") + ", '-')";
+    const QString tags = mapped("project_tag_map", "tag_id");
+    const auto choose = [this](FilterType type, qint64 id) {
+        return [this, type, id] {
+            entry(type, id)->trigger();
+        };
+    };
+    const auto press = [](QWidget& widget, Qt::Key key) {
+        return [&widget, key] {
+            widget.setFocus();
+            QTest::keyClick(&widget, key);
+        };
+    };
+
+    const struct {
+        const char* what;
+        std::function<void()> edit;
+        QString column;
+        QString edited;
+    } cases[] = {
+        {"stars", press(stars(), Qt::Key_2), "star_rating", "2 2 2"},
+        {"the stars of the current one", press(stars(), Qt::Key_3), "star_rating", "3 3 3"},
+        {"progress", press(slider(), Qt::Key_Right), "progress", "0.31 0.31 0.31"},
+        {"progress to the left and back",
+         [this] {
+             slider().setFocus();
+             QTest::keyPress(&slider(), Qt::Key_Left);
+             QTest::keyPress(&slider(), Qt::Key_Right);
+             QTest::keyRelease(&slider(), Qt::Key_Right);
+         },
+         "progress", "0.3 0.3 0.3"},
+        {"a status",
+         [this] {
+             lyrics().setFocus();
+             QTest::keyClick(&lyrics(), Qt::Key_Down);
+         },
+         "lyrics_status", "0 0 0"},
+        {"the status of the current one",
+         [this] {
+             lyrics().setFocus();
+             QTest::keyClick(&lyrics(), Qt::Key_End);
+             QTest::keyClick(&lyrics(), Qt::Key_Up);
+         },
+         "lyrics_status", "3 3 3"},
+        {"a genre that one has", choose(GENRES, 1), "quote(genre_id)", "1 1 1"},
+        {"a genre that another has", choose(GENRES, 2), "quote(genre_id)", "2 2 2"},
+        {"a collection that one has", choose(COLLECTIONS, 1), collections, "1 1 1"},
+        {"a tag that one has", choose(TAGS, 2), tags, "1,2 1,2 1,2"},
+        {"a tag that all have", choose(TAGS, 1), tags, "  2"},
+    };
+
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        select({0, 1, 2});
+        const QStringList before = values("*") + database.rows("SELECT * FROM collections_projects_map") +
+            database.rows("SELECT * FROM project_tag_map ORDER BY 1, 2");
+        c.edit();
+        settle();
+        EXPECT_EQ(of(c.column).simplified(), c.edited.simplified());
+        while (actions().undo->isEnabled())
+            trigger(actions().undo);
+        EXPECT_EQ(
+            values("*") + database.rows("SELECT * FROM collections_projects_map") +
+                database.rows("SELECT * FROM project_tag_map ORDER BY 1, 2"),
+            before);
+        table().selectionModel()->clear();
+        settle();
+    }
+}
+
+TEST_F(EditingTest, TakingAGenreAwayTouchesOnlyThoseThatHaveIt) {
+    activate(GENRES, "Pop");
+    database.rows("UPDATE projects SET genre_id=2 WHERE project_id=2");
+    window->disassociateProjectWithFilter(GENRES, 1, 2);
+    settle();
+    EXPECT_EQ(of("quote(genre_id)"), "1 2 NULL");
+    activate(ALL);
+    select({0});
+    trigger(entry(GENRES, 1));
+    EXPECT_EQ(of("quote(genre_id)"), "NULL 2 NULL");
+}
+
+TEST_F(EditingTest, TheDetailsOfManyShowWhatTheyShareAndMarkTheRest) {
+    select({0, 1});
+    EXPECT_EQ(text("projectNameLabel"), "2 projects");
+    EXPECT_EQ(text("projectDetailsLabel"), "100 BPM - 4/4 - C");
+    EXPECT_EQ(text("projectFilepathLabel"), "/music/");
+    select({0, 1, 2});
+    EXPECT_EQ(text("projectNameLabel"), "3 projects");
+    EXPECT_EQ(text("projectDetailsLabel"), "(mixed) - 4/4 - (mixed)");
+    EXPECT_EQ(text("projectProgressLabel"), "Progress: (mixed)");
+    EXPECT_EQ(slider().accessibleDescription(), "(mixed)");
+    EXPECT_TRUE(child<QLabel>("mixedStarsLabel").isVisible());
+    EXPECT_EQ(stars().starRating().starCount(), 0);
+    EXPECT_EQ(lyrics().currentIndex(), -1);
+    EXPECT_EQ(lyrics().placeholderText(), "(mixed)");
+    EXPECT_EQ(child<QComboBox>("recordingCombo").currentIndex(), 0);
+    EXPECT_FALSE(actions().ignore->isChecked());
+    EXPECT_EQ(entry(GENRES, 1)->text(), "Pop\t1 of 3");
+    EXPECT_EQ(entry(TAGS, 1)->text(), "#one");
+    EXPECT_TRUE(entry(TAGS, 1)->isChecked());
+    EXPECT_FALSE(entry(TAGS, 2)->isChecked());
+
+    // All get one value, and the marks go.
+    QTest::keyClick(&stars(), Qt::Key_4);
+    trigger(entry(GENRES, 2));
+    EXPECT_FALSE(child<QLabel>("mixedStarsLabel").isVisible());
+    EXPECT_EQ(stars().starRating().starCount(), 4);
+    EXPECT_EQ(entry(GENRES, 2)->text(), "Rock");
+    EXPECT_TRUE(entry(GENRES, 2)->isChecked());
+    EXPECT_EQ(entry(GENRES, 1)->text(), "Pop");
+
+    // The current project stays, and the others do not.
+    table().selectRow(2);
+    ASSERT_TRUE(waitUntil([this] { return text("projectNameLabel") == "Gamma"; }));
+    EXPECT_EQ(text("projectProgressLabel"), "Progress: 30%");
+    EXPECT_TRUE(actions().ignore->isChecked());
+}
+
+TEST_F(EditingTest, AClickOnTheRestingHandleChangesNothing) {
+    for (const QList<int>& rows : {QList<int>{0}, QList<int>{0, 1, 2}}) {
+        select(rows);
+        clickHandle();
+        EXPECT_EQ(of("progress"), "0.1 0.2 0.3");
+        EXPECT_FALSE(actions().undo->isEnabled());
+    }
+}
+
+TEST_F(EditingTest, OnlyThoseThatAreStillSelectedAreEditedWhileTheDetailsAreOnTheirWay) {
+    select({0, 1, 2});
+    ASSERT_TRUE(stopWorker());
+    table().selectRow(1);
+    QTest::keyClick(&stars(), Qt::Key_5);
+    tasks().restart();
+    settle();
+    EXPECT_EQ(of("star_rating"), "1 5 3");
+}
