@@ -199,3 +199,31 @@ TEST_F(EditingTest, OnlyThoseThatAreStillSelectedAreEditedWhileTheDetailsAreOnTh
     settle();
     EXPECT_EQ(of("star_rating"), "1 5 3");
 }
+
+TEST_F(EditingTest, LeavingTheQuestionOfCompletionOpenChangesNothing) {
+    const std::pair<const char*, std::function<void(QMessageBox&)>> ways[] = {
+        {"Escape",
+         [](QMessageBox& question) {
+             QTest::keyClick(&question, Qt::Key_Escape);
+         }},
+        {"closed", [](QMessageBox& question) {
+             question.close();
+         }}};
+    const QStringList before = values("*");
+    for (const auto& [name, leave] : ways) {
+        SCOPED_TRACE(name);
+        select({1, 2});
+        QTest::keyClick(&slider(), Qt::Key_End);
+        auto* question = window->findChild<QMessageBox*>();
+        ASSERT_NE(question, nullptr);
+        EXPECT_EQ(question->text(), "Do you want to mark these 2 projects as completed?");
+        EXPECT_FALSE(question->button(QMessageBox::Cancel)->isVisible());
+        leave(*question);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        settle();
+        EXPECT_EQ(values("*"), before);
+        EXPECT_FALSE(actions().undo->isEnabled());
+        EXPECT_TRUE(waitUntil([this] { return slider().value() == 30; }));
+        EXPECT_EQ(text("projectProgressLabel"), "Progress: (mixed)");
+    }
+}

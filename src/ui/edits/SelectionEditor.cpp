@@ -53,9 +53,15 @@ void SelectionEditor::setProgress(int percent) {
                 ? tr("Do you want to mark this project as completed?")
                 : tr("Do you want to mark these %1 projects as completed?").arg(m_projects.size()),
             tr("Completed projects are hidden by default but you can always change this in the View menu."));
-    question->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    question->setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    // Escape would count as No otherwise, being the only other way out.
+    question->setEscapeButton(QMessageBox::Cancel);
+    question->button(QMessageBox::Cancel)->hide();
     connect(question, &QMessageBox::finished, this, [this, projects = m_projects](int answer) {
-        m_history.perform(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
+        if (answer == QMessageBox::Yes || answer == QMessageBox::No)
+            m_history.perform(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
+        else
+            emit cancelled();
     });
     question->open();
 }

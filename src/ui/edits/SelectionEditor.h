@@ -26,7 +26,7 @@ public:
     void stopAsking() { m_mayAsk = false; }
 
     void setStarRating(int stars);
-    /// Asks at 100 whether that is completed.
+    /// Asks at 100 whether that is completed; without an answer nothing changes.
     void setProgress(int percent);
     void setStatus(FilterType type, qint64 statusId);
     void ignoreSelectedProject();
@@ -35,6 +35,10 @@ public:
     /// Both throw Exception for an id below 0 and log a type that projects cannot be associated with.
     void associateProjectsWithFilter(FilterType type, qint64 filterId, const QList<qint64>& projects);
     void disassociateProjectsWithFilter(FilterType type, qint64 filterId, const QList<qint64>& projects);
+
+signals:
+    /// The user has taken back an edit that the window shows already.
+    void cancelled();
 
 private:
     QMessageBox* ask(const QString& text, const QString& details);
