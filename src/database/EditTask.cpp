@@ -53,7 +53,7 @@ private:
 
 } // namespace
 
-EditTask::EditTask(QString stateStatement, Plan plan, QSqlDatabase& database)
+EditTask::EditTask(StateStatement stateStatement, Plan plan, QSqlDatabase& database)
     : Task(&database),
       m_stateStatement(std::move(stateStatement)),
       m_plan(std::move(plan)) {}
@@ -84,7 +84,8 @@ unsigned short EditTask::exec() {
 
 void EditTask::readAndWrite() {
     Transaction transaction(database());
-    const QStringList statements = m_plan(m_stateStatement.isEmpty() ? QList<QStringList>() : readState());
+    const QString state = m_stateStatement();
+    const QStringList statements = m_plan(state.isEmpty() ? QList<QStringList>() : readState(state));
     QSqlQuery query(database());
     for (const auto& statement : statements)
         execute(database(), query, statement);
@@ -92,10 +93,10 @@ void EditTask::readAndWrite() {
     transaction.commit();
 }
 
-QList<QStringList> EditTask::readState() {
+QList<QStringList> EditTask::readState(const QString& statement) {
     QSqlQuery query(database());
     query.setForwardOnly(true);
-    execute(database(), query, m_stateStatement);
+    execute(database(), query, statement);
     QList<QStringList> rows;
     const int columns = query.record().count();
     while (query.next()) {

@@ -140,13 +140,13 @@ void MainWindow::folderTreeItemModelChanged() {
     guarded(tr("Filter actions refresh failed."), [this] {
         m_menus->setEntries(*m_filters);
         m_details->setEntries(*m_filters);
+        followFilter();
     });
 }
 
 void MainWindow::addFilter(FilterType type, bool associateWithSelected) {
     const QString name = type == FilterType::SAVED_SEARCH ? m_projects->searchTerm() : QString();
-    auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Add, -1, this);
-    connect(form, &AddFilterForm::onFilterAdded, m_filters, &FolderTreeItemModel::reload);
+    auto* form = new AddFilterForm(m_tasks, *m_history, type, name, AddFilterForm::EditType::Add, -1, this);
     if (associateWithSelected) {
         connect(
             form, &AddFilterForm::onFilterAdded, this,
@@ -161,8 +161,8 @@ void MainWindow::addFilter(FilterType type, bool associateWithSelected) {
 
 void MainWindow::renameFilter(FilterType type, qint64 id, const QString& name) {
     guarded(tr("Filter could not be renamed."), [&] {
-        auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Rename, id, this);
-        connect(form, &AddFilterForm::onFilterRenamed, this, &MainWindow::filterRenamed);
+        auto* form =
+            new AddFilterForm(m_tasks, *m_history, type, name, AddFilterForm::EditType::Rename, id, this);
         form->open();
     });
 }
@@ -171,24 +171,30 @@ void MainWindow::removeFilter(FilterType type, qint64 id, const QString& name) {
     guarded(tr("Could not remove filter"), [&] {
         if (id < 0)
             throw Stemhaven::Exception(tr("Cannot remove filter. Could not find primary key..."));
-        auto* form = new RemoveFilter(m_tasks, type, id, name, this);
+        auto* form = new RemoveFilter(m_tasks, *m_history, type, id, name, this);
         connect(form, &RemoveFilter::removed, this, &MainWindow::filterRemoved);
         form->open();
     });
 }
 
-void MainWindow::filterRenamed(FilterType type, const QString& name, qint64 id) {
-    if (m_filter->type() == type && m_filter->id() == id)
-        m_filter->set(type, id, name);
-    reloadAll();
-}
-
 void MainWindow::filterRemoved(FilterType type, qint64 id) {
-    m_history->forgetEntry(type, id);
-    m_details->reload();
     if (m_filter->type() == type && m_filter->id() == id)
         filterTreeViewActivated(FilterType::ALL, -1, {});
-    reloadAll();
+}
+
+/// The entry that the table is narrowed to may have another name, or be gone, by an edit or its undoing.
+void MainWindow::followFilter() {
+    const FilterType type = m_filter->type();
+    if (filterTypeTable(type).isEmpty())
+        return;
+    const QModelIndex entry = m_filters->indexOf(type, m_filter->id());
+    const QString name = entry.data().toString();
+    if (!entry.isValid()) {
+        filterTreeViewActivated(FilterType::ALL, -1, {});
+    } else if (name != m_filter->name()) {
+        m_filter->set(type, m_filter->id(), name);
+        reloadProjects();
+    }
 }
 
 // --- The selected projects ---------------------------------------------------------------------------------

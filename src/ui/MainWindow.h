@@ -75,8 +75,8 @@ private:
     void addFilter(FilterType type, bool associateWithSelected);
     void renameFilter(FilterType type, qint64 id, const QString& name);
     void removeFilter(FilterType type, qint64 id, const QString& name);
-    void filterRenamed(FilterType type, const QString& name, qint64 id);
     void filterRemoved(FilterType type, qint64 id);
+    void followFilter();
 
     void projectsTableSelectionChanged();
     void projectShown();

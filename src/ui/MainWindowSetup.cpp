@@ -160,6 +160,7 @@ void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::progressEdited, m_editor, &SelectionEditor::setProgress);
     connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
     connect(m_editor, &SelectionEditor::cancelled, m_details, &DetailsPane::reload);
+    connect(m_history, &EditHistory::wentBackOrForth, m_projects.get(), &ProjectsPane::selectAfterReload);
     connect(m_history, &EditHistory::written, this, &MainWindow::editsWritten);
     connect(m_history, &EditHistory::refused, this, &MainWindow::editRefused);
     connect(m_history, &EditHistory::changed, this, &MainWindow::historyChanged);

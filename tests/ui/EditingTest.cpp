@@ -3,6 +3,8 @@
 #include "BrowsingFixture.h"
 #include "ui/actions/AssociationMenu.h"
 
+#include <QDialog>
+#include <QLineEdit>
 #include <QStyleOptionSlider>
 
 using enum FilterType;
@@ -226,4 +228,69 @@ TEST_F(EditingTest, LeavingTheQuestionOfCompletionOpenChangesNothing) {
         EXPECT_TRUE(waitUntil([this] { return slider().value() == 30; }));
         EXPECT_EQ(text("projectProgressLabel"), "Progress: (mixed)");
     }
+}
+
+TEST_F(EditingTest, UndoAndRedoSelectWhatTheyChanged) {
+    select({0, 1});
+    QTest::keyClick(&stars(), Qt::Key_5);
+    settle();
+    select({2});
+    trigger(actions().undo);
+    EXPECT_EQ(names().size(), 3);
+    ASSERT_TRUE(waitUntil([this] { return details().projects() == QList<qint64>{1, 2}; }));
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 2);
+    table().selectionModel()->clear();
+    trigger(actions().redo);
+    ASSERT_TRUE(waitUntil([this] { return stars().starRating().starCount() == 5; }));
+    EXPECT_EQ(text("projectNameLabel"), "2 projects");
+
+    // A record that comes back, and one that is hidden by what is done again.
+    select({0});
+    actions().deleteRecord->trigger();
+    ASSERT_TRUE(answer("Delete record"));
+    select({1});
+    trigger(actions().undo);
+    ASSERT_TRUE(waitUntil([this] { return details().project().name == "Alpha"; }));
+    trigger(actions().hideIgnored);
+    EXPECT_EQ(names(), (QStringList{"Alpha", "Beta"}));
+    actions().ignore->trigger();
+    ASSERT_TRUE(answer("Ignore"));
+    trigger(actions().undo);
+    select({1});
+    trigger(actions().redo);
+    EXPECT_EQ(selectedName(), "Beta");
+}
+
+TEST_F(EditingTest, UndoBringsTheSidebarBackAndTheTableFollows) {
+    const auto removeOrRename = [this](FilterType type, const QString& newName) {
+        settle();
+        auto* dialog = window->findChild<QDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        if (!newName.isEmpty())
+            dialog->findChild<QLineEdit*>()->setText(newName);
+        dialog->accept();
+        settle();
+        settle();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_FALSE(child<FolderTreeItemModel>().getEntries(type).isEmpty());
+    };
+    QTest::keyClick(&stars(), Qt::Key_5);
+    EXPECT_EQ(activate(TAGS, "#two & more"), "Tag '#two & more' (1 found)");
+    emit child<FilterSidebar>().renameRequested(TAGS, 2, "#two & more");
+    removeOrRename(TAGS, "#second");
+    ASSERT_TRUE(waitUntil([this] { return status() == "Tag '#second' (1 found)"; }));
+    EXPECT_EQ(actions().undo->text(), "Undo Rename Tag");
+    trigger(actions().undo);
+    ASSERT_TRUE(waitUntil([this] { return status() == "Tag '#two & more' (1 found)"; }));
+    trigger(actions().redo);
+
+    emit child<FilterSidebar>().removeRequested(TAGS, 2, "#second");
+    removeOrRename(TAGS, {});
+    ASSERT_TRUE(waitUntil([this] { return status() == "All projects (3 found)"; }));
+    EXPECT_EQ(actions().undo->text(), "Undo Remove Tag");
+    trigger(actions().undo);
+    EXPECT_EQ(database.rows("SELECT project_id FROM project_tag_map WHERE tag_id=2"), QStringList("3"));
+    ASSERT_TRUE(waitUntil([this] { return activate(TAGS, "#second") == "Tag '#second' (1 found)"; }));
+    trigger(actions().redo);
+    ASSERT_TRUE(waitUntil([this] { return status() == "All projects (3 found)"; }));
 }

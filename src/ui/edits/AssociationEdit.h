@@ -14,8 +14,12 @@ public:
 
     QString stateStatement() const override;
     QStringList redo(const QList<QStringList>& state) override;
-    QStringList undo() const override;
-    bool forgetEntry(FilterType type, qint64 id) override;
+    QStringList undo(const QList<QStringList>& state) override;
+
+    QList<qint64> changedProjects() const override { return m_changed; }
+
+protected:
+    void renumberEntry(FilterType type, qint64 from, qint64 to) override;
 
 private:
     QStringList statements(Direction direction) const;

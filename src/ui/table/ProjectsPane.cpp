@@ -178,6 +178,10 @@ QList<qint64> ProjectsPane::selectedProjects() const {
     return m_selection->selectedProjects();
 }
 
+void ProjectsPane::selectAfterReload(const QList<qint64>& projects) {
+    m_selection->selectAfterReload(projects);
+}
+
 void ProjectsPane::clearSelection() {
     m_selection->clear();
 }
@@ -225,6 +229,9 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
     Stemhaven::guarded(tr("Table restoration has failed"), [&] {
         m_columns->fit();
         m_selection->restore(reason);
+        // The rows of a reload that began before may lack what was brought back.
+        if (!m_reloads->isWaiting())
+            m_selection->selectAfterReload({});
         showStatus();
         showRowsOrReason();
     });

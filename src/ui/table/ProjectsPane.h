@@ -56,6 +56,8 @@ public:
     qint64 currentProject() const;
     /// The current one first.
     QList<qint64> selectedProjects() const;
+    /// Selects those of the projects that the next reload brings; where it brings none, what is selected stays.
+    void selectAfterReload(const QList<qint64>& projects);
     void clearSelection();
     /// Returns whether there is one.
     bool selectFirst();

@@ -23,6 +23,9 @@ public:
     /// As a refresh, but a burst of these becomes a few reloads.
     void requestSpaced();
 
+    /// Whether another reload follows the one that is under way or has just ended.
+    bool isWaiting() const { return m_isWaiting; }
+
 signals:
     /// reason is NewQuery when one of the requests that the reload stands for was.
     void reloaded(ReloadScheduler::Reason reason);
