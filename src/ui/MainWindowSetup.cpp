@@ -5,6 +5,7 @@
 #include "ui/MainWindow.h"
 #include "ui/MissingFolders.h"
 #include "ui/SidePanes.h"
+#include "ui/SpacedCall.h"
 #include "ui/actions/ProjectMenus.h"
 #include "ui/actions/WindowActions.h"
 #include "ui/details/DetailsPane.h"
@@ -22,10 +23,15 @@
 #include <QShortcut>
 #include <QSplitter>
 
+#include <chrono>
+
 using Stemhaven::guarded;
 using Stemhaven::ProjectMonitor;
 
 namespace {
+
+/// Of the sidebar's and the details' reloads. The table has its own.
+constexpr std::chrono::seconds noticeSpacing{1};
 
 /// As the menu key does, which many keyboards lack.
 void askForContextMenu(QWidget& widget) {
@@ -169,9 +175,14 @@ void MainWindow::setupEditEvents() {
 
 void MainWindow::setupMonitorEvents() {
     connect(&m_monitor, &ProjectMonitor::databaseInitialized, this, &MainWindow::reloadAll);
-    connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, [this] {
+    // While thousands of bundles are being written there is one notice after the other.
+    auto* notices = new SpacedCall(noticeSpacing, this);
+    connect(notices, &SpacedCall::due, this, [this] {
         m_filters->reload();
         m_details->reload();
+    });
+    connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, [this, notices] {
+        notices->request();
         m_projects->reloadProjectsSpaced(m_monitor.isSearching());
     });
     connect(&m_monitor, &ProjectMonitor::wasStarted, this, &MainWindow::reloadProjects);

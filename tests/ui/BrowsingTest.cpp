@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
+#include <QTimer>
 
 using enum FilterType;
 
@@ -286,4 +287,26 @@ TEST_F(BrowsingTest, WhatTheUserIsAtIsSetBackByARefusedWriteButNotByALateRecord)
         waitUntil([&] { return stars().starRating().starCount() == 2 && lyrics().currentIndex() == 0; }));
     EXPECT_EQ(log.count("Error updating project star rating!"), 1);
     EXPECT_EQ(actions().undo->text(), "Undo Rating");
+}
+
+TEST_F(BrowsingTest, NoticesOfTheMonitorPutNeitherTheDetailsOffNorReloadTheSidebarEachTime) {
+    open();
+    QTimer notices;
+    QObject::connect(&notices, &QTimer::timeout, &details(), &DetailsPane::reload);
+    notices.start(0);
+    select({1});
+    EXPECT_EQ(text("projectNameLabel"), "Beta");
+    notices.stop();
+    settle();
+
+    QSignalSpy reloaded(&child<FolderTreeItemModel>(), &FolderTreeItemModel::changed);
+    for (int notice = 0; notice < 20; ++notice) {
+        emit monitor.projectsDbModified();
+        settle();
+    }
+    EXPECT_LE(reloaded.count(), 5);
+    // The last one is not lost.
+    database.rows("INSERT INTO genres VALUES(7, 'Late', NULL)");
+    emit monitor.projectsDbModified();
+    EXPECT_TRUE(waitUntil([this] { return child<FolderTreeItemModel>().getEntries(GENRES).size() == 2; }));
 }

@@ -78,11 +78,10 @@ void ProjectLoader::start() {
 }
 
 void ProjectLoader::finish(const Outcome& outcome) {
-    m_isBusy = false;
-    if (m_wanted.isEmpty())
-        return;
-    if (m_again || m_wanted != m_loading)
-        start();
-    else
+    // Whoever is told now may ask for others, which then wait for the end of this call.
+    if (!m_wanted.isEmpty() && m_wanted == m_loading)
         emit loaded(outcome.failed ? ProjectRecord() : outcome.record, outcome.summary);
+    m_isBusy = false;
+    if (m_again && !m_wanted.isEmpty())
+        start();
 }

@@ -11,7 +11,8 @@ class TaskManager;
 }
 
 /// Loads what is known of the selected projects. One load at a time: a newer request overtakes those that
-/// wait, so that running through the table with a held key never lags behind. GUI thread.
+/// wait, so that running through the table with a held key never lags behind. To ask for the same projects
+/// again puts no answer off that is on its way, however often. GUI thread.
 class ProjectLoader : public QObject {
     Q_OBJECT
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "ui/SpacedCall.h"
+
 #include <QObject>
-#include <QTimer>
 
 class ProjectsTableModel;
 
@@ -40,6 +41,5 @@ private:
     Reason m_runningReason = Reason::Refresh;
     Reason m_waitingReason = Reason::Refresh;
     bool m_isWaiting = false;
-    QTimer m_spacing;
-    bool m_wantedAfterSpacing = false;
+    SpacedCall m_spacing;
 };
