@@ -351,6 +351,10 @@
         <translation>Wähle ein Projekt aus, um seine Details zu sehen.</translation>
     </message>
     <message>
+        <source>The details could not be read. Click the project to try again.</source>
+        <translation>Die Details konnten nicht gelesen werden. Klicke auf das Projekt, um es erneut zu versuchen.</translation>
+    </message>
+    <message>
         <source>Progress</source>
         <translation>Fortschritt</translation>
     </message>
@@ -691,6 +695,10 @@
     <message>
         <source>Could not select project</source>
         <translation>Das Projekt konnte nicht ausgewählt werden</translation>
+    </message>
+    <message>
+        <source>The project&apos;s details could not be read.</source>
+        <translation>Die Details des Projekts konnten nicht gelesen werden.</translation>
     </message>
     <message>
         <source>Disassociating project with filter failed.</source>

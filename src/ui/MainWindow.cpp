@@ -200,7 +200,7 @@ void MainWindow::followFilter() {
 // --- The selected projects ---------------------------------------------------------------------------------
 
 void MainWindow::projectsTableSelectionChanged() {
-    m_whenSelectedIsShown = nullptr;
+    m_whenSelectedIsShown.reset();
     guarded(tr("Could not select project"), [this] {
         m_details->selectProjects(m_projects->selectedProjects());
         m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
@@ -215,7 +215,17 @@ void MainWindow::projectShown() {
     m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
     m_menus->setSelection(m_details->summary());
     if (m_whenSelectedIsShown && m_details->project().isValid() && m_details->showsSelection())
-        std::exchange(m_whenSelectedIsShown, nullptr)();
+        std::exchange(m_whenSelectedIsShown, std::nullopt)->what();
+}
+
+/// What waits would come to the user as out of nowhere if it waited on.
+void MainWindow::selectedNotAvailable() {
+    const auto pending = std::exchange(m_whenSelectedIsShown, std::nullopt);
+    if (pending) {
+        Stemhaven::ErrorHandler::instance().reportError(
+            pending->failureTitle, Stemhaven::Exception(tr("The project's details could not be read.")),
+            QtWarningMsg);
+    }
 }
 
 /// Does something with the project that is selected in the table: at once, or when its details have come. It
@@ -224,10 +234,12 @@ void MainWindow::whenSelectedIsShown(const QString& failureTitle, const std::fun
     auto perform = [failureTitle, what] {
         guarded(failureTitle, what);
     };
-    if (m_details->showsSelection())
+    if (m_details->showsSelection()) {
         perform();
-    else
-        m_whenSelectedIsShown = std::move(perform);
+        return;
+    }
+    m_whenSelectedIsShown = {failureTitle, std::move(perform)};
+    m_details->retry();
 }
 
 /// What an edit applies to: the selected projects. Until the details of newly selected ones have come, it is

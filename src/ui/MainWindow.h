@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class CurrentFilter;
 class DetailsPane;
@@ -80,6 +81,7 @@ private:
 
     void projectsTableSelectionChanged();
     void projectShown();
+    void selectedNotAvailable();
     void whenSelectedIsShown(const QString& failureTitle, const std::function<void()>& what);
     QList<qint64> editedProjects() const;
     void openSelectedProject();
@@ -110,5 +112,12 @@ private:
     ToolButton* m_sidebarToggle;
     ToolButton* m_detailsToggle;
     SidePanes* m_sidePanes = nullptr;
-    std::function<void()> m_whenSelectedIsShown;
+
+    /// What was asked for before the details of the selected projects had come.
+    struct PendingRequest {
+        QString failureTitle;
+        std::function<void()> what;
+    };
+
+    std::optional<PendingRequest> m_whenSelectedIsShown;
 };

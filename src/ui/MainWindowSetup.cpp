@@ -127,10 +127,11 @@ void MainWindow::setupEvents() {
         whenSelectedIsShown(tr("Open project failed."), [this] { m_actions->open->trigger(); });
     });
     connect(m_projects.get(), &ProjectsPane::contextMenuRequested, this, [this](const QPoint& position) {
-        whenSelectedIsShown({}, [this, position] { m_menus->popUp(position); });
+        whenSelectedIsShown(tr("Could not select project"), [this, position] { m_menus->popUp(position); });
     });
     connect(
         m_projects.get(), &ProjectsPane::selectionChanged, this, &MainWindow::projectsTableSelectionChanged);
+    connect(m_projects.get(), &ProjectsPane::projectPressed, m_details, &DetailsPane::retry);
     connect(m_folders, &FolderAdder::folderAdded, this, &MainWindow::lookIntoNewFolder);
 
     connect(m_filters, &FolderTreeItemModel::changed, this, &MainWindow::folderTreeItemModelChanged);
@@ -161,6 +162,7 @@ void MainWindow::setupEvents() {
 
 void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::projectShown, this, &MainWindow::projectShown);
+    connect(m_details, &DetailsPane::notAvailable, this, &MainWindow::selectedNotAvailable);
     connect(m_details, &DetailsPane::openRequested, m_actions->open, &QAction::trigger);
     connect(m_details, &DetailsPane::starRatingEdited, m_editor, &SelectionEditor::setStarRating);
     connect(m_details, &DetailsPane::progressEdited, m_editor, &SelectionEditor::setProgress);

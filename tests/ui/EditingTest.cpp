@@ -1,6 +1,7 @@
 // What an edit in the window does to the projects that are selected.
 
 #include "BrowsingFixture.h"
+#include "app/errors/ErrorHandler.h"
 #include "ui/actions/AssociationMenu.h"
 
 #include <QDialog>
@@ -293,4 +294,32 @@ TEST_F(EditingTest, UndoBringsTheSidebarBackAndTheTableFollows) {
     ASSERT_TRUE(waitUntil([this] { return activate(TAGS, "#second") == "Tag '#second' (1 found)"; }));
     trigger(actions().redo);
     ASSERT_TRUE(waitUntil([this] { return status() == "All projects (3 found)"; }));
+}
+
+TEST_F(EditingTest, WhatWasAskedForBeforeUnreadableDetailsIsDroppedAndAClickTriesAgain) {
+    QStringList alerts;
+    Stemhaven::ErrorHandler::instance().setPresenter([&](const auto& details) {
+        // Others may be of what came before.
+        if (details.message.contains("could not be read"))
+            alerts.append(details.title + '|' + details.message);
+    });
+    select({0});
+    database.rows("ALTER TABLE project_tag_map RENAME TO elsewhere");
+    ASSERT_TRUE(stopWorker());
+    table().selectRow(1);
+    actions().deleteRecord->trigger();
+    tasks().restart();
+    ASSERT_TRUE(waitUntil([&] { return !alerts.isEmpty(); }));
+    EXPECT_EQ(alerts, QStringList("Could not delete record|The project's details could not be read."));
+    EXPECT_FALSE(details().project().isValid());
+    EXPECT_FALSE(actions().deleteRecord->isEnabled());
+
+    database.rows("ALTER TABLE elsewhere RENAME TO project_tag_map");
+    const QPoint place = table().visualRect(model().index(1, 1)).center();
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_TRUE(waitUntil([this] { return details().project().name == "Beta"; }));
+    settle();
+    EXPECT_EQ(window->findChild<QMessageBox*>(), nullptr);
+    EXPECT_EQ(alerts.size(), 1);
+    Stemhaven::ErrorHandler::instance().setPresenter([](const auto& /*details*/) {});
 }

@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace {
 
@@ -72,6 +73,7 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
         emit filled();
     });
     connect(m_loader, &ProjectLoader::loaded, this, &DetailsPane::showLoaded);
+    connect(m_loader, &ProjectLoader::failed, this, &DetailsPane::showUnreadable);
     connect(m_progress, &QSlider::valueChanged, this, &DetailsPane::showProgress);
     connect(m_open, &QPushButton::released, this, &DetailsPane::openRequested);
     connectProjectEvents();
@@ -79,10 +81,11 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
 
 QWidget* DetailsPane::makeNothingSelectedPage() {
     auto* page = new QWidget(this);
-    auto* text = new QLabel(tr("Select a project to see its details."), page);
-    text->setForegroundRole(QPalette::PlaceholderText);
-    text->setAlignment(Qt::AlignCenter);
-    text->setWordWrap(true);
+    m_nothingText = new QLabel(tr("Select a project to see its details."), page);
+    m_nothingText->setObjectName(QStringLiteral("nothingShownLabel"));
+    m_nothingText->setForegroundRole(QPalette::PlaceholderText);
+    m_nothingText->setAlignment(Qt::AlignCenter);
+    m_nothingText->setWordWrap(true);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(margin);
@@ -90,7 +93,7 @@ QWidget* DetailsPane::makeNothingSelectedPage() {
     auto* emblem = new TracksEmblem(page);
     emblem->setAccented(false);
     layout->addWidget(emblem, 0, Qt::AlignHCenter);
-    layout->addWidget(text);
+    layout->addWidget(m_nothingText);
     layout->addStretch(3);
     return page;
 }
@@ -185,6 +188,11 @@ void DetailsPane::reload() {
     m_loader->load(m_selected);
 }
 
+void DetailsPane::retry() {
+    if (std::exchange(m_isUnreadable, false))
+        reload();
+}
+
 void DetailsPane::reloadPicture() {
     m_previewKey.clear();
     reload();
@@ -201,8 +209,10 @@ void DetailsPane::commit() {
 void DetailsPane::showLoaded(const ProjectRecord& record, const SelectionSummary& summary) {
     if (!record.isValid()) {
         showNothing();
+        emit notAvailable();
         return;
     }
+    m_isUnreadable = false;
     if (m_isBeingWritten && showsSelection())
         return;
     m_project = record;
@@ -273,7 +283,16 @@ void DetailsPane::clearPreview() {
     m_preview->clear();
 }
 
+void DetailsPane::showUnreadable() {
+    showNothing();
+    m_isUnreadable = true;
+    m_nothingText->setText(tr("The details could not be read. Click the project to try again."));
+    emit notAvailable();
+}
+
 void DetailsPane::showNothing() {
+    m_isUnreadable = false;
+    m_nothingText->setText(tr("Select a project to see its details."));
     m_project = {};
     m_summary = {};
     m_shown.clear();

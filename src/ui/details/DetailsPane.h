@@ -38,6 +38,8 @@ public:
     void selectProjects(const QList<qint64>& projects);
     /// Shows what is in the database by now.
     void reload();
+    /// Tries again to read what could not be read; else nothing.
+    void retry();
     /// As reload(), when the project's bundle may have gone or come back.
     void reloadPicture();
     void setEntries(const FolderTreeItemModel& entries);
@@ -63,6 +65,8 @@ public:
 signals:
     /// The details of the selected projects have come, or there are none.
     void projectShown(const ProjectRecord& record);
+    /// The selected projects are not in the database, or cannot be read; none are shown now.
+    void notAvailable();
     /// The selected project's picture has come too, or there is none.
     void filled();
     void starRatingEdited(int stars);
@@ -79,6 +83,7 @@ private:
     void showPreview(const ProjectRecord& record);
     void clearPreview();
     void showNothing();
+    void showUnreadable();
     void showProgress(int percent);
     void showProgressText(const QString& progress);
     void progressEditedTo(int percent);
@@ -93,6 +98,7 @@ private:
     QList<qint64> m_selected;
     QList<qint64> m_shown;
     bool m_isBeingWritten = false;
+    bool m_isUnreadable = false;
     QString m_previewKey; ///< the bundle and the moment of its last change that the picture is of
     QList<QMetaObject::Connection> m_projectEvents;
 
@@ -108,6 +114,7 @@ private:
     QLabel* m_progressLabel;
     ProgressSlider* m_progress;
     StatusFields* m_statuses;
+    QLabel* m_nothingText = nullptr;
     QWidget* m_projectPage;
     QStackedLayout* m_pages;
 };

@@ -79,8 +79,12 @@ void ProjectLoader::start() {
 
 void ProjectLoader::finish(const Outcome& outcome) {
     // Whoever is told now may ask for others, which then wait for the end of this call.
-    if (!m_wanted.isEmpty() && m_wanted == m_loading)
-        emit loaded(outcome.failed ? ProjectRecord() : outcome.record, outcome.summary);
+    if (!m_wanted.isEmpty() && m_wanted == m_loading) {
+        if (outcome.failed)
+            emit failed();
+        else
+            emit loaded(outcome.record, outcome.summary);
+    }
     m_isBusy = false;
     if (m_again && !m_wanted.isEmpty())
         start();

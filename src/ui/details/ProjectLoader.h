@@ -25,8 +25,10 @@ public:
 
 signals:
     /// The projects that were asked for last. record is the current one's, and not valid where there is no
-    /// such record, or it cannot be read.
+    /// such record.
     void loaded(const ProjectRecord& record, const SelectionSummary& summary);
+    /// They cannot be read.
+    void failed();
 
 private:
     void start();

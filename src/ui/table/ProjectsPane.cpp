@@ -123,6 +123,7 @@ void ProjectsPane::setUpEvents() {
     connect(m_table, &KeyEventTableView::textTyped, this, &ProjectsPane::searchFor);
     connect(m_searchEdit, &SearchField::downPressed, this, &ProjectsPane::goToTable);
     connect(m_table, &KeyEventTableView::enterPressed, this, &ProjectsPane::openRequested);
+    connect(m_table, &QTableView::pressed, this, &ProjectsPane::projectPressed);
     connect(m_table, &QTableView::doubleClicked, this, &ProjectsPane::openRequested);
     connect(m_table, &KeyEventTableView::selectionChangedByKeyboard, m_selection, [this] {
         m_selection->update();

@@ -83,6 +83,8 @@ signals:
     void showAllRequested();
     void reloadRequested();
     void selectionChanged();
+    /// By the mouse, also one that is selected already.
+    void projectPressed();
     /// The current project is to be opened.
     void openRequested();
     void contextMenuRequested(const QPoint& globalPosition);
