@@ -1394,6 +1394,10 @@
         <translation>Einstellungen</translation>
     </message>
     <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
         <source>&amp;Open</source>
         <translation>Ö&amp;ffnen</translation>
     </message>
