@@ -4,6 +4,7 @@
 #include "app/errors/ErrorHandler.h"
 #include "ui/actions/AssociationMenu.h"
 
+#include <QAccessible>
 #include <QDialog>
 #include <QLineEdit>
 #include <QStyleOptionSlider>
@@ -322,4 +323,23 @@ TEST_F(EditingTest, WhatWasAskedForBeforeUnreadableDetailsIsDroppedAndAClickTrie
     EXPECT_EQ(window->findChild<QMessageBox*>(), nullptr);
     EXPECT_EQ(alerts.size(), 1);
     Stemhaven::ErrorHandler::instance().setPresenter([](const auto& /*details*/) {});
+}
+
+TEST_F(EditingTest, AValueSetByAssistiveTechnologyIsAnEditLikeOneByKey) {
+    select({0});
+    auto* face = QAccessible::queryAccessibleInterface(&slider());
+    ASSERT_NE(face, nullptr);
+    ASSERT_NE(face->valueInterface(), nullptr);
+    const auto expect = [this](const char* progress) {
+        settle();
+        EXPECT_EQ(values("progress").constFirst(), progress);
+        EXPECT_EQ(slider().value(), qRound(QString(progress).toDouble() * 100));
+    };
+    face->valueInterface()->setCurrentValue(42);
+    expect("0.42");
+    face->valueInterface()->setCurrentValue(43);
+    expect("0.43");
+    trigger(actions().undo);
+    trigger(actions().undo);
+    expect("0.1");
 }

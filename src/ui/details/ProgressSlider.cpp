@@ -10,6 +10,11 @@ ProgressSlider::ProgressSlider(QWidget* parent) : QSlider(Qt::Horizontal, parent
     setRange(0, 100);
     setPageStep(largeStep);
     connect(this, &QSlider::actionTriggered, this, [this] { m_wasMoved = true; });
+    connect(this, &QSlider::valueChanged, this, [this] {
+        // Assistive technology has no hand to let go with.
+        if (!m_mouseIsDown && !m_keyIsDown)
+            commit();
+    });
 }
 
 void ProgressSlider::setStoredValue(int percent, bool isMixed) {
@@ -44,6 +49,7 @@ void ProgressSlider::mousePressEvent(QMouseEvent* event) {
     const bool isOnHandle = place.contains(event->position().toPoint());
     m_grip = isOnHandle ? event->position() - QRectF(place).center() : QPointF();
     const int before = value();
+    m_mouseIsDown = true;
     QSlider::mousePressEvent(event);
     if (!isOnHandle)
         return;
@@ -62,12 +68,14 @@ void ProgressSlider::mouseMoveEvent(QMouseEvent* event) {
 
 void ProgressSlider::mouseReleaseEvent(QMouseEvent* event) {
     QSlider::mouseReleaseEvent(event);
+    m_mouseIsDown = false;
     commit();
 }
 
 void ProgressSlider::keyPressEvent(QKeyEvent* event) {
+    const bool wasDown = std::exchange(m_keyIsDown, true);
     QSlider::keyPressEvent(event);
-    m_keyIsDown = m_keyIsDown || m_wasMoved;
+    m_keyIsDown = wasDown || m_wasMoved;
 }
 
 void ProgressSlider::keyReleaseEvent(QKeyEvent* event) {

@@ -3,7 +3,8 @@
 #include <QSlider>
 
 /// Sets the progress of projects in percent. edited() comes once a change is made: when the mouse or the key
-/// is let go, but not while the slider moves, nor for a click that does not move it. The wheel belongs to
+/// is let go, but not while the slider moves, nor for a click that does not move it. A value that assistive
+/// technology sets is such a change, too. The wheel belongs to
 /// what the slider stands in.
 class ProgressSlider : public QSlider {
     Q_OBJECT
@@ -34,7 +35,8 @@ private:
 
     int m_storedValue = 0;
     bool m_isMixed = false;
-    bool m_wasMoved = false;  ///< by the user, if only to where it was before
-    QPointF m_grip;           ///< from the handle's middle to where the mouse has taken hold of it
+    bool m_wasMoved = false; ///< by the user, if only to where it was before
+    QPointF m_grip;          ///< from the handle's middle to where the mouse has taken hold of it
+    bool m_mouseIsDown = false;
     bool m_keyIsDown = false; ///< one that has moved the slider
 };
