@@ -265,6 +265,8 @@ void DetailsPane::showUserData() {
 void DetailsPane::showPreview(const ProjectRecord& record) {
     if (m_shown.size() > 1) {
         clearPreview();
+        // Not "No picture": each may have one.
+        m_preview->setImage({}, m_name->text());
         emit filled();
         return;
     }
