@@ -246,6 +246,10 @@
         <source>New...</source>
         <translation>Neu …</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>BoolDot</name>
@@ -347,8 +351,20 @@
         <translation>Wähle ein Projekt aus, um seine Details zu sehen.</translation>
     </message>
     <message>
+        <source>The details could not be read. Click the project to try again.</source>
+        <translation>Die Details konnten nicht gelesen werden. Klicke auf das Projekt, um es erneut zu versuchen.</translation>
+    </message>
+    <message>
         <source>Progress</source>
         <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>(mixed)</source>
+        <translation>(verschieden)</translation>
+    </message>
+    <message>
+        <source>%1 projects</source>
+        <translation>%1 Projekte</translation>
     </message>
     <message>
         <source>%1 projects are selected. What you change here changes all of them.</source>
@@ -681,6 +697,10 @@
         <translation>Das Projekt konnte nicht ausgewählt werden</translation>
     </message>
     <message>
+        <source>The project&apos;s details could not be read.</source>
+        <translation>Die Details des Projekts konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
         <source>Disassociating project with filter failed.</source>
         <translation>Das Projekt konnte nicht herausgenommen werden.</translation>
     </message>
@@ -993,6 +1013,10 @@
         <translation>Soll dieses Projekt als abgeschlossen gelten?</translation>
     </message>
     <message>
+        <source>Do you want to mark these %1 projects as completed?</source>
+        <translation>Sollen diese %1 Projekte als abgeschlossen gelten?</translation>
+    </message>
+    <message>
         <source>Completed projects are hidden by default but you can always change this in the View menu.</source>
         <translation>Abgeschlossene Projekte sind in der Regel ausgeblendet; das lässt sich jederzeit im Menü „Darstellung“ ändern.</translation>
     </message>
@@ -1111,6 +1135,10 @@
     <message>
         <source>Could not retreive primary key for selected mix/master status! Type conversion failed...</source>
         <translation>Die Kennung des gewählten Stands fehlt! Sie ist keine Zahl …</translation>
+    </message>
+    <message>
+        <source>(mixed)</source>
+        <translation>(verschieden)</translation>
     </message>
 </context>
 <context>
@@ -1375,6 +1403,10 @@
     <message>
         <source>Settings</source>
         <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
     </message>
     <message>
         <source>&amp;Open</source>

@@ -26,7 +26,7 @@ void execute(const QSqlDatabase& database, QSqlQuery& query, const QString& stat
 
 } // namespace
 
-EditTask::EditTask(QString stateStatement, Plan plan, QSqlDatabase& database)
+EditTask::EditTask(StateStatement stateStatement, Plan plan, QSqlDatabase& database)
     : Task(&database),
       m_stateStatement(std::move(stateStatement)),
       m_plan(std::move(plan)) {}
@@ -60,7 +60,8 @@ unsigned short EditTask::exec() {
 
 void EditTask::readAndWrite() {
     Transaction transaction(database());
-    const QStringList statements = m_plan(m_stateStatement.isEmpty() ? QList<QStringList>() : readState());
+    const QString state = m_stateStatement();
+    const QStringList statements = m_plan(state.isEmpty() ? QList<QStringList>() : readState(state));
     QSqlQuery query(database());
     for (const auto& statement : statements)
         execute(database(), query, statement);
@@ -68,10 +69,10 @@ void EditTask::readAndWrite() {
     transaction.commit();
 }
 
-QList<QStringList> EditTask::readState() {
+QList<QStringList> EditTask::readState(const QString& statement) {
     QSqlQuery query(database());
     query.setForwardOnly(true);
-    execute(database(), query, m_stateStatement);
+    execute(database(), query, statement);
     QList<QStringList> rows;
     const int columns = query.record().count();
     while (query.next()) {

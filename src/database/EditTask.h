@@ -21,8 +21,10 @@ public:
     using Plan = std::function<QStringList(const QList<QStringList>& before)>;
     using SqlErrorCallback = std::function<void(std::shared_ptr<Task>, const DbException&)>;
 
-    /// stateStatement is a select; its rows go to plan as texts. Where it is empty, nothing is read.
-    EditTask(QString stateStatement, Plan plan, QSqlDatabase& database);
+    /// Gives the select whose rows go to the plan as texts; empty to read nothing. Runs on the worker.
+    using StateStatement = std::function<QString()>;
+
+    EditTask(StateStatement stateStatement, Plan plan, QSqlDatabase& database);
 
     void setSqlErrorCallback(SqlErrorCallback callback);
 
@@ -32,9 +34,9 @@ public:
 
 private:
     void readAndWrite();
-    QList<QStringList> readState();
+    QList<QStringList> readState(const QString& statement);
 
-    QString m_stateStatement;
+    StateStatement m_stateStatement;
     Plan m_plan;
     SqlErrorCallback m_sqlErrorCallback;
 };

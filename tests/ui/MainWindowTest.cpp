@@ -138,3 +138,21 @@ TEST_F(MainWindowTest, TheWindowComesBackAsItWasLeft) {
     EXPECT_EQ(log.count("Could not load int value of setting 'filterSliderPos'"), 1);
     EXPECT_TRUE(child<FilterSidebar>().isVisible());
 }
+
+TEST_F(MainWindowTest, AShortcutTakesBackWhatItDidAndQuitCloses) {
+    open();
+    for (int round = 0; round < 2; ++round) {
+        QTest::keyClick(&*window, Qt::Key_D, Qt::ControlModifier);
+        EXPECT_EQ(details().isVisible(), round == 1);
+        QTest::keyClick(&*window, Qt::Key_BracketLeft, Qt::ControlModifier);
+        EXPECT_EQ(child<FilterSidebar>().isVisible(), round == 1);
+    }
+    QSignalSpy again(actions().redo, &QAction::triggered);
+    actions().redo->setEnabled(true);
+    QTest::keyClick(&*window, Qt::Key_Y, Qt::ControlModifier);
+    QTest::keyClick(&*window, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(again.count(), 2);
+    EXPECT_EQ(actions().quit->shortcut(), QKeySequence(QKeySequence::Quit));
+    actions().quit->trigger();
+    EXPECT_FALSE(window->isVisible());
+}

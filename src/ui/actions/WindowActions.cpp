@@ -7,6 +7,21 @@
 #include <QMenu>
 #include <QMenuBar>
 
+namespace {
+
+/// Platforms have one of two, and who knows the other tries it.
+QList<QKeySequence> redoShortcuts() {
+    QList<QKeySequence> shortcuts{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)};
+    const auto others = QKeySequence::keyBindings(QKeySequence::Redo) << QKeySequence(Qt::CTRL | Qt::Key_Y);
+    for (const QKeySequence& other : others) {
+        if (!shortcuts.contains(other))
+            shortcuts.append(other);
+    }
+    return shortcuts;
+}
+
+} // namespace
+
 WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(window) {
     settings = make(tr("Settings"), QKeySequence::keyBindings(QKeySequence::Preferences));
     settings->setMenuRole(QAction::PreferencesRole);
@@ -28,18 +43,24 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     ignore->setCheckable(true);
     deleteRecord = make(tr("Delete record"));
 
+    quit = make(tr("Quit"), QKeySequence::keyBindings(QKeySequence::Quit));
+    quit->setMenuRole(QAction::QuitRole);
+
     undo = make(tr("Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
-    redo = make(tr("Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    redo = make(tr("Redo"), redoShortcuts());
 
     scrollToTop = make(tr("Scroll to Top"), {QKeySequence(Qt::CTRL | Qt::Key_T)});
     collapseAllFilters = make(tr("Collapse All Filters"));
     collapseAllFilters->setStatusTip(tr("Collapse All Filters"));
-    showSidebar = make(tr("Show Filter Sidebar"));
+    // Of each pair only the one that is possible is enabled, and so they share a shortcut.
+    const QList<QKeySequence> sidebarShortcut{QKeySequence(Qt::CTRL | Qt::Key_BracketLeft)};
+    const QList<QKeySequence> detailsShortcut{QKeySequence(Qt::CTRL | Qt::Key_D)};
+    showSidebar = make(tr("Show Filter Sidebar"), sidebarShortcut);
     showSidebar->setEnabled(false);
-    hideSidebar = make(tr("Hide Filter Sidebar"), {QKeySequence(Qt::CTRL | Qt::Key_BracketLeft)});
-    showDetails = make(tr("Show Project Details"));
+    hideSidebar = make(tr("Hide Filter Sidebar"), sidebarShortcut);
+    showDetails = make(tr("Show Project Details"), detailsShortcut);
     showDetails->setEnabled(false);
-    hideDetails = make(tr("Hide Project &Details"), {QKeySequence(Qt::CTRL | Qt::Key_D)});
+    hideDetails = make(tr("Hide Project &Details"), detailsShortcut);
     hideCompleted = make(tr("Hide Completed Projects"), {QKeySequence(Qt::CTRL | Qt::Key_C)});
     hideIgnored = make(tr("Hide Ignored Projects"));
     for (QAction* hide : {hideCompleted, hideIgnored}) {
@@ -81,6 +102,8 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     file->addActions({release, ignore, deleteRecord});
     file->addSeparator();
     file->addAction(settings);
+    file->addSeparator();
+    file->addAction(quit);
 
     auto* edit = m_window.menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});

@@ -26,6 +26,7 @@ public:
     QAction* deleteRecord;
 
     QAction* settings;
+    QAction* quit;
     QAction* undo;
     QAction* redo;
 

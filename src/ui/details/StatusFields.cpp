@@ -117,7 +117,7 @@ void StatusFields::setEntries(const FolderTreeItemModel& entries) {
     }
 }
 
-void StatusFields::setStatuses(const QMap<FilterType, qint64>& statuses) {
+void StatusFields::setStatuses(const QMap<FilterType, std::optional<qint64>>& statuses) {
     m_statuses = statuses;
     for (const FilterType type : statusFilterTypes)
         choose(type);
@@ -126,7 +126,12 @@ void StatusFields::setStatuses(const QMap<FilterType, qint64>& statuses) {
 void StatusFields::choose(FilterType type) {
     QComboBox* combo = m_combos[type];
     const QSignalBlocker blocker(combo);
-    combo->setCurrentIndex(combo->findData(m_statuses.value(type, defaultStatusId)));
+    const std::optional<qint64> status = m_statuses.value(type, defaultStatusId);
+    const QString mixed = status ? QString() : tr("(mixed)");
+    combo->setPlaceholderText(mixed);
+    combo->setAccessibleDescription(mixed);
+    // Nothing is chosen where they differ, so that choosing any of the entries is a change.
+    combo->setCurrentIndex(status ? combo->findData(*status) : -1);
 }
 
 void StatusFields::statusChosen(FilterType type) {

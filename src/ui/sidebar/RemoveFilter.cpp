@@ -2,10 +2,11 @@
 
 #include "app/errors/DbException.h"
 #include "app/errors/Guarded.h"
-#include "database/EditTask.h"
 #include "database/FilterStatements.h"
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
+#include "ui/edits/EditHistory.h"
+#include "ui/edits/EntryPresenceEdit.h"
 #include "ui/sidebar/ElidedName.h"
 
 #include <QDebug>
@@ -22,7 +23,6 @@
 
 namespace FilterStatements = Stemhaven::FilterStatements;
 using Stemhaven::DbException;
-using Stemhaven::ErrorHandler;
 using Stemhaven::guarded;
 using Stemhaven::QueryTask;
 
@@ -76,12 +76,6 @@ bool isDefaultStatus(FilterType type, qint64 id) {
     return filterTypeIsStatus(type) && id == defaultStatusId;
 }
 
-void reportFailure(const QString& failure, const DbException& error) {
-    qCritical().noquote() << failure;
-    qCritical() << "Reason: " << error;
-    ErrorHandler::instance().reportError(RemoveFilter::tr("Removal failed"), error, QtCriticalMsg);
-}
-
 QLabel* makeLabel(const char* name, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setObjectName(QString::fromLatin1(name));
@@ -93,9 +87,11 @@ QLabel* makeLabel(const char* name, QWidget* parent) {
 } // namespace
 
 RemoveFilter::RemoveFilter(
-    Stemhaven::TaskManager& tasks, FilterType type, qint64 id, const QString& name, QWidget* parent)
+    Stemhaven::TaskManager& tasks, EditHistory& history, FilterType type, qint64 id, const QString& name,
+    QWidget* parent)
     : WritingDialog(parent),
       m_tasks(tasks),
+      m_history(history),
       m_type(type),
       m_id(id),
       m_name(name),
@@ -224,27 +220,17 @@ void RemoveFilter::reject() {
 }
 
 void RemoveFilter::removeEntry() {
-    const QString references = FilterStatements::removeReferences(m_type, m_id);
-    QStringList statements{FilterStatements::remove(m_type, m_id)};
-    if (!references.isEmpty())
-        statements.append(references);
-    // Both or none, also when the program ends: the id of what is gone may be given out again, and no project
-    // may be left with it.
-    auto task = std::make_shared<Stemhaven::EditTask>(
-        QString(), [statements](const auto& /*state*/) { return statements; }, m_tasks.mainDatabase());
-    task->setSuccessCallback([form = QPointer(this)](const auto& /*self*/) {
-        if (form)
-            form->finish();
-    });
-    const QString entryFailure = QString::fromLatin1(kindOf(m_type).entryFailure) + QString::number(m_id);
-    const QString failure = referencesFailure(m_type, m_id);
-    task->setSqlErrorCallback([=, form = QPointer(this)](const auto& /*self*/, const DbException& error) {
-        reportFailure(
-            !references.isEmpty() && error.getExecutedQuery() == references ? failure : entryFailure, error);
-        if (form)
-            form->endWriting(false);
-    });
-    m_tasks.addTask(std::move(task));
+    const QString failure = QString::fromLatin1(kindOf(m_type).entryFailure) + QString::number(m_id);
+    m_history.perform(
+        EntryPresenceEdit::removal(
+            {windowTitle(), tr("Removal failed"), failure, {}}, m_type, m_id,
+            referencesFailure(m_type, m_id)),
+        [form = QPointer(this)](bool succeeded) {
+            if (form && succeeded)
+                form->finish();
+            else if (form)
+                form->endWriting(false);
+        });
 }
 
 void RemoveFilter::finish() {

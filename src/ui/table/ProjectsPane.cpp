@@ -123,6 +123,7 @@ void ProjectsPane::setUpEvents() {
     connect(m_table, &KeyEventTableView::textTyped, this, &ProjectsPane::searchFor);
     connect(m_searchEdit, &SearchField::downPressed, this, &ProjectsPane::goToTable);
     connect(m_table, &KeyEventTableView::enterPressed, this, &ProjectsPane::openRequested);
+    connect(m_table, &QTableView::pressed, this, &ProjectsPane::projectPressed);
     connect(m_table, &QTableView::doubleClicked, this, &ProjectsPane::openRequested);
     connect(m_table, &KeyEventTableView::selectionChangedByKeyboard, m_selection, [this] {
         m_selection->update();
@@ -178,6 +179,10 @@ QList<qint64> ProjectsPane::selectedProjects() const {
     return m_selection->selectedProjects();
 }
 
+void ProjectsPane::selectAfterReload(const QList<qint64>& projects) {
+    m_selection->selectAfterReload(projects);
+}
+
 void ProjectsPane::clearSelection() {
     m_selection->clear();
 }
@@ -225,6 +230,9 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
     Stemhaven::guarded(tr("Table restoration has failed"), [&] {
         m_columns->fit();
         m_selection->restore(reason);
+        // The rows of a reload that began before may lack what was brought back.
+        if (!m_reloads->isWaiting())
+            m_selection->selectAfterReload({});
         showStatus();
         showRowsOrReason();
     });

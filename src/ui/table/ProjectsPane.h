@@ -56,6 +56,8 @@ public:
     qint64 currentProject() const;
     /// The current one first.
     QList<qint64> selectedProjects() const;
+    /// Selects those of the projects that the next reload brings; where it brings none, what is selected stays.
+    void selectAfterReload(const QList<qint64>& projects);
     void clearSelection();
     /// Returns whether there is one.
     bool selectFirst();
@@ -81,6 +83,8 @@ signals:
     void showAllRequested();
     void reloadRequested();
     void selectionChanged();
+    /// By the mouse, also one that is selected already.
+    void projectPressed();
     /// The current project is to be opened.
     void openRequested();
     void contextMenuRequested(const QPoint& globalPosition);

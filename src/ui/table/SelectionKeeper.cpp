@@ -8,6 +8,7 @@
 #include <QScrollBar>
 
 #include <mutex>
+#include <utility>
 
 SelectionKeeper::SelectionKeeper(KeyEventTableView& table, ProjectsTableModel& model, QObject* parent)
     : QObject(parent),
@@ -51,7 +52,34 @@ void SelectionKeeper::update() {
         return;
     m_project = project;
     m_selected = selected;
+    m_wanted.clear();
     emit changed();
+}
+
+/// Whether any of the projects that are wanted is there, and is to be selected.
+bool SelectionKeeper::takeWanted() {
+    if (m_wanted.isEmpty())
+        return false;
+    const QSet<qint64> wanted(m_wanted.begin(), m_wanted.end());
+    QList<qint64> present;
+    {
+        const int count = m_model.rowCount();
+        const std::lock_guard lock(m_model);
+        for (int row = 0; row < count; ++row) {
+            const qint64 project = m_model.projectIDForRow(row);
+            if (wanted.contains(project))
+                present.append(project);
+        }
+    }
+    if (present.isEmpty())
+        return false;
+    const qint64 project = present.contains(m_project) ? m_project : present.constFirst();
+    const auto selected = present.size() > 1 ? QSet<qint64>(present.begin(), present.end()) : QSet<qint64>();
+    if (m_table.selectionModel()->hasSelection() && project == m_project && selected == m_selected)
+        return false;
+    m_project = project;
+    m_selected = selected;
+    return true;
 }
 
 /// From the ranges, since QItemSelectionModel::selectedRows() looks through all of them for every row.
@@ -66,13 +94,17 @@ QList<int> SelectionKeeper::selectedRows() const {
 }
 
 void SelectionKeeper::restore(ReloadScheduler::Reason reason) {
-    const int oldRow = m_table.currentIndex().row();
+    const bool areOthers = takeWanted();
+    const int oldRow = areOthers ? -1 : m_table.currentIndex().row();
     const int newRow = m_project < 0 ? -1 : m_model.rowForProjectID(m_project);
     const int position = scrollPositionFor(oldRow, newRow);
 
-    select(newRow);
+    select(newRow, areOthers || m_table.selectionModel()->hasSelection());
     m_table.doItemsLayout();
-    if (reason == ReloadScheduler::Reason::Refresh)
+    if (areOthers) {
+        m_table.scrollTo(m_model.index(newRow, 0));
+        emit changed();
+    } else if (reason == ReloadScheduler::Reason::Refresh)
         m_table.verticalScrollBar()->setValue(position);
     else if (newRow >= 0)
         m_table.scrollTo(m_model.index(newRow, 0));
@@ -87,17 +119,16 @@ void SelectionKeeper::clear() {
     m_table.selectionModel()->clear();
 }
 
-void SelectionKeeper::select(int row) {
+void SelectionKeeper::select(int row, bool isSelected) {
     const QScopedValueRollback restoring(m_restoring, true);
     auto* selection = m_table.selectionModel();
-    const bool wasSelected = selection->hasSelection();
     const int column = std::max(0, selection->currentIndex().column());
     // The old indexes stand for rows of the old result.
     selection->clear();
     if (row < 0)
         return;
-    const auto how = wasSelected ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
-                                 : QItemSelectionModel::NoUpdate;
+    const auto how = isSelected ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                                : QItemSelectionModel::NoUpdate;
     const bool autoScroll = m_table.hasAutoScroll();
     m_table.setAutoScroll(false);
     selection->setCurrentIndex(m_model.index(row, column), how);

@@ -31,6 +31,10 @@ public:
     /// are.
     void restore(ReloadScheduler::Reason reason);
 
+    /// The next restore() selects those of the projects that there are. None: it does not. Until the user
+    /// selects something.
+    void selectAfterReload(const QList<qint64>& projects) { m_wanted = projects; }
+
     void clear();
 
     /// Takes over what is selected in the table by now.
@@ -42,7 +46,8 @@ signals:
 
 private:
     QList<int> selectedRows() const;
-    void select(int row);
+    bool takeWanted();
+    void select(int row, bool isSelected);
     QItemSelection rowsOfSelected() const;
     int scrollPositionFor(int oldRow, int newRow) const;
 
@@ -50,5 +55,6 @@ private:
     ProjectsTableModel& m_model;
     qint64 m_project = -1;
     QSet<qint64> m_selected; ///< the current one too; empty unless there are several
+    QList<qint64> m_wanted;
     bool m_restoring = false;
 };

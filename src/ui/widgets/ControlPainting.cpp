@@ -151,6 +151,11 @@ void drawCheckMark(QPainter* painter, const QRect& rect, const QColor& color) {
         std::array{center + QPointF(-4, 0.5), center + QPointF(-1.25, 3.25), center + QPointF(4, -3)}, color);
 }
 
+void drawPartialMark(QPainter* painter, const QRect& rect, const QColor& color) {
+    const QPointF center = QRectF(rect).center();
+    drawStroke(painter, std::array{center - QPointF(3.5, 0), center + QPointF(3.5, 0)}, color);
+}
+
 void drawLineEdit(const QStyleOption& option, QPainter* painter) {
     const QPalette& palette = option.palette;
     drawBox(
@@ -197,9 +202,7 @@ void drawCheckBox(const QStyleOption& option, QPainter* painter) {
     const QColor fill = indicatorFill(option, chosen);
     drawBox(painter, box, fill, chosen ? fill : indicatorLine(option), 1.0, smallRadius);
     if (partly) {
-        const QPointF center = box.center();
-        drawStroke(
-            painter, std::array{center - QPointF(3.5, 0), center + QPointF(3.5, 0)}, indicatorMark(option));
+        drawPartialMark(painter, option.rect, indicatorMark(option));
     } else if (chosen) {
         drawCheckMark(painter, option.rect, indicatorMark(option));
     }

@@ -42,6 +42,8 @@ void drawHalo(QPainter* painter, const QRectF& around, const QPalette& palette, 
 void drawChevron(QPainter* painter, const QRect& rect, Qt::ArrowType direction, const QColor& color);
 /// The mark of something chosen, in a place of some 16 units.
 void drawCheckMark(QPainter* painter, const QRect& rect, const QColor& color);
+/// The mark of something that is chosen in part.
+void drawPartialMark(QPainter* painter, const QRect& rect, const QColor& color);
 
 void drawLineEdit(const QStyleOption& option, QPainter* painter);
 /// Whether it is the button of a dialog that Return presses.

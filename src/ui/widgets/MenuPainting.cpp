@@ -52,8 +52,13 @@ Colors colorsOf(const QStyleOptionMenuItem& option, bool selected) {
 }
 
 void drawMark(const QStyleOptionMenuItem& option, const QColor& color, QPainter* painter) {
-    if (option.checkType != QStyleOptionMenuItem::NotCheckable && option.checked)
-        drawCheckMark(painter, placed(option, sidePadding - 2, iconSide), color);
+    if (option.checkType == QStyleOptionMenuItem::NotCheckable || !option.checked)
+        return;
+    const QRect place = placed(option, sidePadding - 2, iconSide);
+    if (option.state.testFlag(QStyle::State_NoChange))
+        drawPartialMark(painter, place, color);
+    else
+        drawCheckMark(painter, place, color);
 }
 
 void drawIcon(const QStyleOptionMenuItem& option, bool selected, QPainter* painter) {
