@@ -16,6 +16,7 @@
 #include "ui/Screenshot.h"
 #include "ui/dialogs/AlertQueue.h"
 #include "ui/widgets/FontIcons.h"
+#include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/Theme.h"
 
 #include <QApplication>
@@ -187,6 +188,10 @@ int run(int argc, char** argv) {
     QObject::connect(
         &activation, &Stemhaven::ActivationSocket::activationRequested, &window,
         [&window](const QByteArray& token) { bringForward(window, token); });
+    // A size that is asked for holds on any screen.
+    std::optional<ScreenFitting> screens;
+    if (!commandLine->size)
+        screens.emplace();
     std::optional<Screenshot> screenshot;
     if (commandLine->size)
         window.resize(*commandLine->size);

@@ -38,5 +38,5 @@ private:
     QSplitter& m_sidebarSplitter;
     QSplitter& m_detailsSplitter;
     int m_sidebarWidth = 0; ///< 0: none is remembered
-    int m_detailsWidth = 0;
+    int m_detailsWidth = 0; ///< also while they are hidden
 };

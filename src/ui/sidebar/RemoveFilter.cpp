@@ -7,6 +7,7 @@
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
 #include "ui/sidebar/ElidedName.h"
+#include "ui/widgets/ScreenFitting.h"
 
 #include <QDebug>
 #include <QDialogButtonBox>
@@ -14,6 +15,7 @@
 #include <QListView>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QSqlQuery>
 #include <QStringListModel>
 #include <QVBoxLayout>
@@ -192,11 +194,13 @@ void RemoveFilter::takeProjects(const QStringList& names) {
     const int rows = std::min(static_cast<int>(names.size()), mostRowsShown);
     const int rowHeight = m_projectsView->sizeHintForRow(0) + 2 * m_projectsView->spacing();
     const int height = rows * rowHeight + 2 * m_projectsView->frameWidth();
-    m_projectsView->setMinimumHeight(height);
+    // The rest of the dialog needs its place on a small screen, too.
+    m_projectsView->setMinimumHeight(std::min(height, screen()->availableGeometry().height() / 6));
     if (names.size() <= mostRowsShown)
         m_projectsView->setMaximumHeight(height);
     m_removeButton->setEnabled(true);
     adjustSize();
+    fitToScreen(*this);
 }
 
 void RemoveFilter::showNoProjects() {

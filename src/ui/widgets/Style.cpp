@@ -273,7 +273,7 @@ QSize Style::sizeFromContents(
     case CT_LineEdit:
         return size.expandedTo({0, controlHeight});
     case CT_PushButton:
-        return QSize(size.width() + 24, size.height()).expandedTo({88, controlHeight});
+        return QSize(size.width() + 16, size.height()).expandedTo({88, controlHeight});
     case CT_ComboBox:
         return QSize(contentsSize.width() + 2 * comboPadding + comboArrowWidth, contentsSize.height() + 8)
             .expandedTo({0, controlHeight});
