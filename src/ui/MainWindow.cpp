@@ -68,8 +68,9 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
       m_detailsToggle(new ToolButton(Glyph::DetailsToggle, tr("Project Details"))) {
     setWindowTitle(QStringLiteral("Stemhaven"));
     new FramelessWindow(*this);
-    new FolderDrop(*this, *m_folders);
+    auto* drops = new FolderDrop(*this, *m_folders);
     layOut();
+    drops->coverFields();
     setupActions();
     setupEvents();
     setupMenus();

@@ -1,7 +1,9 @@
 #include "WindowFixture.h"
 #include "support/TestBundle.h"
+#include "ui/Screenshot.h"
 #include "ui/dialogs/FolderAdder.h"
 #include "ui/sidebar/FilterSidebar.h"
+#include "ui/table/StarEditor.h"
 #include "ui/widgets/ImageView.h"
 
 #include <QDir>
@@ -9,6 +11,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSplitter>
 
 #include <limits>
@@ -20,19 +23,24 @@ const QString allRoots = "SELECT * FROM root_project_search_paths";
 class MainWindowTest : public WindowFixture {
 protected:
     /// What a drag of these paths to the window and a drop there does; whether it was welcome.
-    bool drop(const QStringList& paths) {
+    bool drop(const QStringList& paths, QWidget* target = nullptr) {
         QMimeData data;
+        // As file managers add it.
+        data.setText(paths.join('\n'));
         QList<QUrl> urls;
         for (const QString& path : paths)
             urls.append(QUrl::fromLocalFile(path));
         data.setUrls(urls);
         QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         enter.ignore();
-        QApplication::sendEvent(&*window, &enter);
+        QWidget* const under = target ? target : &*window;
+        QApplication::sendEvent(under, &enter);
         if (!enter.isAccepted())
             return false;
+        QDragMoveEvent move({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(under, &move);
         QDropEvent dropped({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&*window, &dropped);
+        QApplication::sendEvent(under, &dropped);
         return true;
     }
 };
@@ -72,7 +80,9 @@ TEST_F(MainWindowTest, DroppedFolderFillsTheTableAndIsNamedWhileItIsMissing) {
     auto& notice = child<QLabel>("noticeLabel");
     const auto& picture = child<ImageView>();
     EXPECT_FALSE(drop({bundle, music + "/none", "relative"}));
-    ASSERT_TRUE(drop({music}));
+    EXPECT_FALSE(drop({bundle + "/Resources/ProjectInformation.plist"}, &searchEdit()));
+    ASSERT_TRUE(drop({music}, &searchEdit()));
+    EXPECT_EQ(searchEdit().text(), QString());
     ASSERT_TRUE(waitUntil([&] { return model().rowCount() == 1 && monitor.isWatching(); }));
     EXPECT_EQ(database.rootRows(allRoots), QStringList(music));
     EXPECT_TRUE(waitUntil([&] { return !emptyState().isVisible(); }));
@@ -89,6 +99,50 @@ TEST_F(MainWindowTest, DroppedFolderFillsTheTableAndIsNamedWhileItIsMissing) {
         waitUntil([&] { return !notice.isVisible() && picture.accessibleDescription() == "No picture"; }));
     EXPECT_EQ(model().rowCount(), 1);
     ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
+}
+
+TEST_F(MainWindowTest, ButtonsActOnAClickThatEndsOnThem) {
+    insert({"Song"});
+    open();
+    table().selectRow(0);
+    ASSERT_TRUE(waitUntil([&] { return details().project().isValid(); }));
+    auto& button = child<QPushButton>("openProjectButton");
+    auto& stars = child<StarEditor>();
+    details().disconnect(SIGNAL(openRequested()));
+    QSignalSpy opened(&details(), &DetailsPane::openRequested);
+    QSignalSpy rated(&details(), &DetailsPane::starRatingEdited);
+    const QPoint outside(-200, -200);
+    stars.grab();
+    const QPoint third(stars.rect().center());
+
+    QTest::mousePress(&button, Qt::LeftButton);
+    QTest::mouseRelease(&button, Qt::LeftButton, {}, outside);
+    QTest::mouseClick(&button, Qt::RightButton);
+    EXPECT_EQ(opened.count(), 0);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QTest::mouseDClick(&button, Qt::LeftButton);
+    EXPECT_EQ(opened.count(), 1);
+
+    QTest::mouseMove(&stars, third);
+    QTest::mousePress(&stars, Qt::LeftButton, {}, third);
+    QTest::mouseRelease(&stars, Qt::LeftButton, {}, outside);
+    QTest::mouseClick(&stars, Qt::RightButton, {}, third);
+    EXPECT_EQ(rated.count(), 0);
+    QTest::mouseMove(&stars, third + QPoint(1, 0));
+    QTest::mouseClick(&stars, Qt::LeftButton, {}, third + QPoint(1, 0));
+    EXPECT_EQ(rated.count(), 1);
+    settle();
+}
+
+TEST_F(MainWindowTest, APictureThatCannotBeTakenEndsTheProgramNevertheless) {
+    ASSERT_TRUE(stopWorker());
+    window.emplace(tasks(), monitor);
+    const QString file = database.folder.path() + "/picture.png";
+    const Screenshot screenshot(*window, file, std::chrono::milliseconds(1));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(QApplication::exec(), 1);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("was not filled in time"), std::string::npos);
+    EXPECT_FALSE(QFile::exists(file));
 }
 
 TEST_F(MainWindowTest, TheWindowComesBackAsItWasLeft) {

@@ -10,6 +10,7 @@
 #include "ui/widgets/ImageView.h"
 #include "ui/widgets/TracksEmblem.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -71,7 +72,12 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
     });
     connect(m_loader, &ProjectLoader::loaded, this, &DetailsPane::showProject);
     connect(m_progress, &QSlider::valueChanged, this, &DetailsPane::showProgress);
-    connect(m_open, &QPushButton::released, this, &DetailsPane::openRequested);
+    connect(m_open, &QPushButton::clicked, this, [this] {
+        // Who double-clicks means one opening.
+        if (m_openPause.hasExpired())
+            emit openRequested();
+        m_openPause.setRemainingTime(QApplication::doubleClickInterval());
+    });
     connectProjectEvents();
 }
 

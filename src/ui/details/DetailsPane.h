@@ -2,6 +2,7 @@
 
 #include "ui/details/ProjectRecord.h"
 
+#include <QDeadlineTimer>
 #include <QList>
 #include <QMetaObject>
 #include <QWidget>
@@ -77,6 +78,7 @@ private:
     ProjectRecord m_project;
     qint64 m_selectedId = -1;
     int m_selectedCount = 0;
+    QDeadlineTimer m_openPause{0}; ///< until it ends, a click is the second of a double click
     bool m_isBeingWritten = false;
     QString m_previewKey; ///< the bundle and the moment of its last change that the picture is of
     QList<QMetaObject::Connection> m_projectEvents;

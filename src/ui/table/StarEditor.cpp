@@ -53,12 +53,22 @@ void StarEditor::mouseMoveEvent(QMouseEvent* event) {
     }
 }
 
-void StarEditor::mouseReleaseEvent(QMouseEvent* /*event*/) {
+void StarEditor::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (!rect().contains(event->position().toPoint())) {
+        showCommitted();
+        return;
+    }
     m_committedCount = m_rating.starCount();
     emit editingFinished();
 }
 
 void StarEditor::leaveEvent(QEvent* /*event*/) {
+    showCommitted();
+}
+
+void StarEditor::showCommitted() {
     m_rating = StarRating(m_committedCount);
     update();
 }

@@ -4,7 +4,8 @@
 
 #include <QWidget>
 
-/// Lets the user give a rating: the stars follow the pointer and stay where it is released. With the keyboard
+/// Lets the user give a rating: the stars follow the pointer and stay where the left button is
+/// released, if that is on the editor. With the keyboard
 /// the digits and the arrow keys give it at once.
 class StarEditor : public QWidget {
     Q_OBJECT
@@ -34,6 +35,7 @@ protected:
 
 private:
     void give(int stars);
+    void showCommitted();
 
     StarRating m_rating;
     int m_committedCount = 0;
