@@ -6,6 +6,7 @@
 #include "ui/details/ProjectLoader.h"
 #include "ui/details/StatusFields.h"
 #include "ui/table/StarEditor.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ImageView.h"
 #include "ui/widgets/TracksEmblem.h"
@@ -84,7 +85,7 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
 QWidget* DetailsPane::makeNothingSelectedPage() {
     auto* page = new QWidget(this);
     auto* text = new QLabel(tr("Select a project to see its details."), page);
-    text->setForegroundRole(QPalette::PlaceholderText);
+    Contrast::makeSecondary(*text);
     text->setAlignment(Qt::AlignCenter);
     text->setWordWrap(true);
     auto* layout = new QVBoxLayout(page);
@@ -118,7 +119,7 @@ QWidget* DetailsPane::makeProjectPage() {
     m_name->setFont(nameFont);
     for (QLabel* label :
          {static_cast<QLabel*>(m_details), static_cast<QLabel*>(m_path), m_selectedCountLabel})
-        label->setForegroundRole(QPalette::PlaceholderText);
+        Contrast::makeSecondary(*label);
     m_path->setElideMode(Qt::ElideMiddle);
     m_selectedCountLabel->setWordWrap(true);
 

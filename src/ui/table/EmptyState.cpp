@@ -1,5 +1,6 @@
 #include "ui/table/EmptyState.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/TracksEmblem.h"
 
 #include <QLabel>
@@ -42,7 +43,7 @@ EmptyState::EmptyState(QWidget* parent)
     titleFont.setPointSizeF(titleFont.pointSizeF() * 1.4);
     titleFont.setWeight(QFont::DemiBold);
     m_title->setFont(titleFont);
-    m_help->setForegroundRole(QPalette::PlaceholderText);
+    Contrast::makeSecondary(*m_help);
     m_action->setDefault(true);
 
     // A column of its own width, in which the texts get the height that they wrap to.

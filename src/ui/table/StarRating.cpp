@@ -2,6 +2,7 @@
 
 #include "ui/table/CellBrush.h"
 #include "ui/widgets/AccentColor.h"
+#include "ui/widgets/Contrast.h"
 
 #include <QCoreApplication>
 #include <QPainter>
@@ -55,7 +56,10 @@ void StarRating::paint(
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(editable ? QBrush(getAccentColor()) : cellBrush(palette, selected));
+    painter->setBrush(
+        editable
+            ? QBrush(Contrast::readable(getAccentColor(), palette.color(QPalette::Window), Contrast::shape))
+            : cellBrush(palette, selected));
     painter->translate(QPoint(left, top));
     painter->scale(starSide, starSide);
     for (int i = 0; i < m_maxStarCount; ++i) {

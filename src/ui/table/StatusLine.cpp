@@ -1,5 +1,6 @@
 #include "ui/table/StatusLine.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ElidedTip.h"
 
@@ -23,7 +24,7 @@ StatusLine::StatusLine(QWidget* parent)
     layout->setContentsMargins({});
     layout->setSpacing(0);
     for (auto* label : {m_statusLabel, m_noticeLabel}) {
-        label->setForegroundRole(QPalette::PlaceholderText);
+        Contrast::makeSecondary(*label);
         label->setContentsMargins(sideMargin, lineMargin, sideMargin, lineMargin);
         layout->addWidget(label, 1);
     }
