@@ -255,6 +255,17 @@
     </message>
 </context>
 <context>
+    <name>CellValue</name>
+    <message>
+        <source>MMM d, yyyy</source>
+        <translation>d. MMM yyyy</translation>
+    </message>
+    <message>
+        <source>MMM d, yyyy h:mm A</source>
+        <translation>d. MMM yyyy HH:mm</translation>
+    </message>
+</context>
+<context>
     <name>CurrentFilter</name>
     <message>
         <source> matching &apos;%1&apos;</source>
@@ -974,6 +985,10 @@
         <translation>Anzeigen im Finder nicht möglich</translation>
     </message>
     <message>
+        <source>Could not show in File Manager</source>
+        <translation>Anzeigen im Dateimanager nicht möglich</translation>
+    </message>
+    <message>
         <source>Could not show package contents</source>
         <translation>Der Paketinhalt konnte nicht gezeigt werden</translation>
     </message>
@@ -984,6 +999,10 @@
     <message>
         <source>Error code: %1</source>
         <translation>Fehlercode: %1</translation>
+    </message>
+    <message>
+        <source>The command xdg-open is missing, which opens files with the programs of your desktop. Install the package xdg-utils, then try again.</source>
+        <translation>Der Befehl xdg-open fehlt, der Dateien mit den Programmen des Desktops öffnet. Installiere das Paket xdg-utils und versuche es dann noch einmal.</translation>
     </message>
 </context>
 <context>
@@ -1378,8 +1397,16 @@
         <translation>Im Finder &amp;zeigen</translation>
     </message>
     <message>
+        <source>&amp;Show in File Manager</source>
+        <translation>Im Dateimanager &amp;zeigen</translation>
+    </message>
+    <message>
         <source>Show in Finder</source>
         <translation>Im Finder zeigen</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>Im Dateimanager zeigen</translation>
     </message>
     <message>
         <source>Show &amp;Package Contents</source>

@@ -1,6 +1,8 @@
 #include "WindowFixture.h"
+#include "app/errors/ErrorHandler.h"
 #include "support/TestBundle.h"
 #include "ui/Screenshot.h"
+#include "ui/SelectedBundle.h"
 #include "ui/dialogs/FolderAdder.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/table/StarEditor.h"
@@ -13,6 +15,8 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStyledItemDelegate>
+#include <QTranslator>
 
 #include <limits>
 
@@ -143,6 +147,47 @@ TEST_F(MainWindowTest, APictureThatCannotBeTakenEndsTheProgramNevertheless) {
     EXPECT_EQ(QApplication::exec(), 1);
     EXPECT_NE(testing::internal::GetCapturedStderr().find("was not filled in time"), std::string::npos);
     EXPECT_FALSE(QFile::exists(file));
+}
+
+TEST_F(MainWindowTest, DatesNumbersAndCountsFollowTheLanguage) {
+    const QLocale before;
+    const auto moment = QDateTime({2016, 1, 29}, {14, 53}).toSecsSinceEpoch();
+    insertNumbered(1200);
+    database.rows(QString("UPDATE projects SET bpm=174.98765, last_modified=%1").arg(moment));
+    const std::tuple<QLocale::Language, QString, QString, QString> cases[] = {
+        {QLocale::English, "All projects (1,200 found)", "Jan 29, 2016 2:53 PM", "174.99"},
+        {QLocale::German, "Alle Projekte (1.200 gefunden)", "29. Jan. 2016 14:53", "174,99"}};
+    for (const auto& [language, count, date, tempo] : cases) {
+        QTranslator translator;
+        if (language == QLocale::German) {
+            ASSERT_TRUE(translator.load(":/i18n/Stemhaven_de_DE"));
+            QApplication::installTranslator(&translator);
+        }
+        QLocale::setDefault(language);
+        open();
+        EXPECT_EQ(status(), count);
+        QStringList shown;
+        const auto& delegate = *qobject_cast<QStyledItemDelegate*>(table().itemDelegate());
+        for (int column = 0; column < model().columnCount(); ++column)
+            shown.append(delegate.displayText(model().index(0, column).data(), QLocale()));
+        EXPECT_TRUE(shown.contains(date)) << qPrintable(shown.join(" | "));
+        EXPECT_TRUE(shown.contains(tempo)) << qPrintable(shown.join(" | "));
+        window.reset();
+    }
+    QLocale::setDefault(before);
+}
+
+TEST_F(MainWindowTest, OpeningWithoutTheDesktopsCommandSaysWhatIsMissing) {
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", database.folder.path().toLocal8Bit());
+    QString messages; // those of the tests before, too
+    auto& handler = Stemhaven::ErrorHandler::instance();
+    handler.setPresenter([&](const auto& details) { messages += details.message; });
+    SelectedBundle(database.folder.path()).open();
+    EXPECT_TRUE(waitUntil([&] { return messages.contains("xdg-utils"); })) << qPrintable(messages);
+    handler.setPresenter([](const auto& /*details*/) {});
+    qputenv("PATH", path);
+    EXPECT_TRUE(messages.contains("Error code: 127"));
 }
 
 TEST_F(MainWindowTest, TheWindowComesBackAsItWasLeft) {

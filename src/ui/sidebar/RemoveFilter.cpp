@@ -180,7 +180,7 @@ void RemoveFilter::loadProjects() {
 }
 
 void RemoveFilter::takeProjects(const QStringList& names) {
-    const QString count = QString::number(names.size());
+    const QString count = locale().toString(names.size());
     const QString name = elidedName(m_name, fontMetrics());
     m_questionLabel->setText(
         filterTypeIsStatus(m_type)

@@ -13,6 +13,8 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include <cmath>
+
 namespace {
 
 /// The part of a cell that the base class paints below its text.
@@ -27,6 +29,11 @@ QPalette cellPalette(const QStyleOptionViewItem& option) {
     if (palette.currentColorGroup() == QPalette::Active && !option.state.testFlag(QStyle::State_Active))
         palette.setCurrentColorGroup(QPalette::Inactive);
     return palette;
+}
+
+double rounded(double number) {
+    constexpr double hundredths = 100;
+    return std::round(number * hundredths) / hundredths;
 }
 
 } // namespace
@@ -68,6 +75,12 @@ void StarDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->state &= ~QStyle::State_HasFocus;
 }
 
+QString StarDelegate::displayText(const QVariant& value, const QLocale& locale) const {
+    if (value.typeId() != QMetaType::Double)
+        return QStyledItemDelegate::displayText(value, locale);
+    return locale.toString(rounded(value.toDouble()), 'g', QLocale::FloatingPointShortest);
+}
+
 bool StarDelegate::helpEvent(
     QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
     const QModelIndex& index) {
@@ -76,6 +89,11 @@ bool StarDelegate::helpEvent(
         return false;
     if (value.canConvert<ProgressBar>()) {
         QToolTip::showText(event->globalPos(), value.toString(), view->viewport(), option.rect);
+        return true;
+    }
+    if (value.typeId() == QMetaType::Double && rounded(value.toDouble()) != value.toDouble()) {
+        const QString exact = QStyledItemDelegate::displayText(value, option.locale);
+        QToolTip::showText(event->globalPos(), exact, view->viewport(), option.rect);
         return true;
     }
     QStyleOptionViewItem item(option);
