@@ -1070,6 +1070,10 @@
         <translation>Bewertung</translation>
     </message>
     <message>
+        <source>Not rated</source>
+        <translation>Nicht bewertet</translation>
+    </message>
+    <message>
         <source>Click a star, or press 0 to 5</source>
         <translation>Klicke auf einen Stern, oder drücke 0 bis 5</translation>
     </message>

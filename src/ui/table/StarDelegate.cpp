@@ -92,7 +92,7 @@ bool StarDelegate::helpEvent(
         return true;
     }
     if (value.typeId() == QMetaType::Double && rounded(value.toDouble()) != value.toDouble()) {
-        const QString exact = QStyledItemDelegate::displayText(value, option.locale);
+        const QString exact = option.locale.toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
         QToolTip::showText(event->globalPos(), exact, view->viewport(), option.rect);
         return true;
     }

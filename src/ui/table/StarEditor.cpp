@@ -1,16 +1,21 @@
 #include "ui/table/StarEditor.h"
 
+#include "ui/table/AccessibleStarEditor.h"
+
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
 #include <algorithm>
+#include <utility>
 
 StarEditor::StarEditor(QWidget* parent) : QWidget(parent), m_rating(0) {
     setMouseTracking(true);
     setAutoFillBackground(false);
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     setFocusPolicy(Qt::StrongFocus);
+    AccessibleStarEditor::install();
     setAccessibleName(tr("Rating"));
     setToolTip(tr("Click a star, or press 0 to 5"));
 }
@@ -21,7 +26,7 @@ QSize StarEditor::sizeHint() const {
 
 void StarEditor::setStarRating(const StarRating& rating) {
     m_rating = rating;
-    m_committedCount = rating.starCount();
+    commit(rating.starCount());
     update();
 }
 
@@ -60,7 +65,7 @@ void StarEditor::mouseReleaseEvent(QMouseEvent* event) {
         showCommitted();
         return;
     }
-    m_committedCount = m_rating.starCount();
+    commit(m_rating.starCount());
     emit editingFinished();
 }
 
@@ -102,7 +107,14 @@ void StarEditor::keyPressEvent(QKeyEvent* event) {
 
 void StarEditor::give(int stars) {
     m_rating.setStarCount(std::clamp(stars, 0, m_rating.maxStarCount()));
-    m_committedCount = m_rating.starCount();
+    commit(m_rating.starCount());
     update();
     emit editingFinished();
+}
+
+void StarEditor::commit(int stars) {
+    if (std::exchange(m_committedCount, stars) == stars)
+        return;
+    QAccessibleValueChangeEvent event(this, stars);
+    QAccessible::updateAccessibility(&event);
 }

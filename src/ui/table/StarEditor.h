@@ -20,6 +20,12 @@ public:
     /// The rating that is shown, which follows the pointer.
     StarRating starRating() const { return m_rating; }
 
+    /// The rating that was given last.
+    int committedCount() const { return m_committedCount; }
+
+    /// Takes as many stars as there can be as given by the user.
+    void give(int stars);
+
     /// The number of stars up to the position x, which is in pixels from the left edge; -1 beside the stars.
     int starAtPosition(int x) const;
 
@@ -34,7 +40,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void give(int stars);
+    void commit(int stars);
     void showCommitted();
 
     StarRating m_rating;

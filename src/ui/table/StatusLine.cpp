@@ -1,5 +1,6 @@
 #include "ui/table/StatusLine.h"
 
+#include "ui/widgets/AccessibleRole.h"
 #include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ElidedTip.h"
@@ -28,6 +29,7 @@ StatusLine::StatusLine(QWidget* parent)
         label->setContentsMargins(sideMargin, lineMargin, sideMargin, lineMargin);
         layout->addWidget(label, 1);
     }
+    setAccessibleRole(*m_statusLabel, QAccessible::StatusBar);
     m_noticeLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_noticeLabel->hide();
     setStatus(tr("Status: "));
@@ -35,6 +37,7 @@ StatusLine::StatusLine(QWidget* parent)
 
 void StatusLine::setStatus(const QString& status) {
     m_status = status;
+    announce(*m_statusLabel, status);
     m_statusLabel->setText(status);
 }
 

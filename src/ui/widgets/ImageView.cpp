@@ -1,5 +1,6 @@
 #include "ui/widgets/ImageView.h"
 
+#include "ui/widgets/AccessibleRole.h"
 #include "ui/widgets/Contrast.h"
 #include "ui/widgets/TracksEmblem.h"
 
@@ -24,6 +25,7 @@ ImageView::ImageView(QWidget* parent) : QWidget(parent) {
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setMinimumSize(smallestSize);
+    setAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(tr("Project picture"));
     clear();
 }
