@@ -207,8 +207,8 @@
 <context>
     <name>AssociationMenu</name>
     <message>
-        <source>Add to Collection</source>
-        <translation>Zu Sammlung hinzufügen</translation>
+        <source>Add to &amp;Collection</source>
+        <translation>Zu &amp;Sammlung hinzufügen</translation>
     </message>
     <message>
         <source>Could not add to collection</source>
@@ -219,8 +219,8 @@
         <translation>Die Sammlung konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>Set Genre</source>
-        <translation>Genre festlegen</translation>
+        <source>Set &amp;Genre</source>
+        <translation>&amp;Genre festlegen</translation>
     </message>
     <message>
         <source>Could not set genre</source>
@@ -231,8 +231,8 @@
         <translation>Das Genre konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>Add Tag</source>
-        <translation>Tag hinzufügen</translation>
+        <source>Add &amp;Tag</source>
+        <translation>&amp;Tag hinzufügen</translation>
     </message>
     <message>
         <source>Could not add tag</source>
@@ -552,6 +552,37 @@
     </message>
 </context>
 <context>
+    <name>HeaderMenus</name>
+    <message>
+        <source>Sort &amp;By</source>
+        <translation>&amp;Sortieren nach</translation>
+    </message>
+    <message>
+        <source>C&amp;olumn</source>
+        <translation>S&amp;palte</translation>
+    </message>
+    <message>
+        <source>&amp;Wider</source>
+        <translation>&amp;Breiter</translation>
+    </message>
+    <message>
+        <source>&amp;Narrower</source>
+        <translation>&amp;Schmaler</translation>
+    </message>
+    <message>
+        <source>&amp;Unsorted</source>
+        <translation>&amp;Unsortiert</translation>
+    </message>
+    <message>
+        <source>&amp;Ascending</source>
+        <translation>&amp;Aufsteigend</translation>
+    </message>
+    <message>
+        <source>&amp;Descending</source>
+        <translation>A&amp;bsteigend</translation>
+    </message>
+</context>
+<context>
     <name>HeaderSorting</name>
     <message>
         <source>Projects sorting failed.</source>
@@ -710,6 +741,17 @@
     <message>
         <source>Could not add folder</source>
         <translation>Der Ordner konnte nicht hinzugefügt werden</translation>
+    </message>
+</context>
+<context>
+    <name>PaneKeys</name>
+    <message>
+        <source>Make Pane &amp;Wider</source>
+        <translation>Bereich &amp;breiter machen</translation>
+    </message>
+    <message>
+        <source>Make Pane &amp;Narrower</source>
+        <translation>Bereich sch&amp;maler machen</translation>
     </message>
 </context>
 <context>
@@ -1505,8 +1547,8 @@
         <translation>D&amp;arstellung</translation>
     </message>
     <message>
-        <source>Manage</source>
-        <translation>Verwalten</translation>
+        <source>&amp;Manage</source>
+        <translation>&amp;Verwalten</translation>
     </message>
     <message>
         <source>Add Folder...</source>

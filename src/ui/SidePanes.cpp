@@ -63,6 +63,20 @@ void SidePanes::showProjectDetails(bool show) {
     emit changed();
 }
 
+void SidePanes::widenSidebar(int step) {
+    if (!isSidebarShown())
+        return;
+    setPaneWidth(m_sidebarSplitter, 0, std::max(1, m_sidebarSplitter.sizes().constFirst() + step));
+    m_sidebarWidth = m_sidebarSplitter.sizes().constFirst();
+}
+
+void SidePanes::widenDetails(int step) {
+    if (!areDetailsShown())
+        return;
+    setPaneWidth(m_detailsSplitter, 1, std::max(1, m_detailsSplitter.sizes().constLast() + step));
+    m_detailsWidth = m_detailsSplitter.sizes().constLast();
+}
+
 void SidePanes::sidebarSplitterMoved() {
     m_sidebarWidth = m_sidebarSplitter.sizes().constFirst();
     if (m_sidebarWidth == 0)

@@ -21,6 +21,10 @@ public:
     void showFilterSidebar(bool show, int defaultWidth = defaultSidebarWidth);
     void showProjectDetails(bool show);
 
+    /// By so many points, as far as there is room. Does nothing for a hidden pane.
+    void widenSidebar(int step);
+    void widenDetails(int step);
+
     void restore();
     void store() const;
 

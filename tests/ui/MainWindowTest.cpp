@@ -5,12 +5,14 @@
 #include "ui/SelectedBundle.h"
 #include "ui/dialogs/FolderAdder.h"
 #include "ui/sidebar/FilterSidebar.h"
+#include "ui/table/ProjectsPane.h"
 #include "ui/table/StarEditor.h"
 #include "ui/widgets/ImageView.h"
 
 #include <QDir>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -188,6 +190,65 @@ TEST_F(MainWindowTest, OpeningWithoutTheDesktopsCommandSaysWhatIsMissing) {
     handler.setPresenter([](const auto& /*details*/) {});
     qputenv("PATH", path);
     EXPECT_TRUE(messages.contains("Error code: 127"));
+}
+
+TEST_F(MainWindowTest, TheKeyboardReachesPanesMenusSortingAndWidths) {
+    insert({"Beta", "Alpha"});
+    open();
+    table().setFocus();
+    table().selectRow(0);
+    ASSERT_TRUE(waitUntil([&] { return details().project().isValid(); }));
+    QList<QWidget*> panes{&child<FilterSidebar>(), &child<ProjectsPane>(), &details()};
+    const auto pane = [&] {
+        const auto found = std::find_if(panes.begin(), panes.end(), [&](const QWidget* candidate) {
+            return candidate->isAncestorOf(QApplication::focusWidget());
+        });
+        return found - panes.begin();
+    };
+    for (const int expected : {2, 0, 1}) {
+        QTest::keyClick(&*window, Qt::Key_F6);
+        EXPECT_EQ(pane(), expected);
+    }
+    EXPECT_TRUE(table().hasFocus());
+    child<QSplitter>("sidebarSplitter").widget(0)->setVisible(false);
+    QTest::keyClick(&*window, Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_EQ(pane(), 2);
+    const int width = details().width();
+    QTest::keyClick(&*window, Qt::Key_Plus, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_EQ(details().width(), width + 24);
+    QTest::keyClick(&*window, Qt::Key_Minus, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_EQ(details().width(), width);
+
+    for (QAction* menu : window->menuBar()->actions())
+        EXPECT_TRUE(menu->text().contains('&')) << qPrintable(menu->text());
+    QMenu* view = actions().viewMenu();
+    const auto named = [](QMenu& menu, const QString& text) -> QAction& {
+        for (QAction* action : menu.actions()) {
+            if (action->text().remove('&') == text)
+                return *action;
+        }
+        throw std::out_of_range(text.toStdString());
+    };
+    QMenu& sortMenu = *named(*view, "Sort By").menu();
+    emit sortMenu.aboutToShow();
+    named(sortMenu, "Name").trigger();
+    settle();
+    EXPECT_EQ(names(), (QStringList{"Alpha", "Beta"}));
+    emit sortMenu.aboutToShow();
+    EXPECT_TRUE(named(sortMenu, "Name").isChecked());
+    named(sortMenu, "Descending").trigger();
+    settle();
+    EXPECT_EQ(names(), (QStringList{"Beta", "Alpha"}));
+    table().setCurrentIndex(model().index(0, nameColumn()));
+    const int columnWidth = table().columnWidth(nameColumn());
+    named(*named(*view, "Column").menu(), "Wider").trigger();
+    EXPECT_EQ(table().columnWidth(nameColumn()), columnWidth + 24);
+
+    QTest::keyClick(&*window, Qt::Key_F10);
+    auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(popup->title(), "&File");
+    popup->close();
 }
 
 TEST_F(MainWindowTest, TheWindowComesBackAsItWasLeft) {

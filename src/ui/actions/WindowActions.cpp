@@ -97,8 +97,9 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     view->addActions({hideCompleted, hideIgnored});
     view->addSeparator();
     view->addAction(checkForUpdates);
+    m_viewMenu = view;
 
-    auto* manage = m_window.menuBar()->addMenu(tr("Manage"));
+    auto* manage = m_window.menuBar()->addMenu(tr("&Manage"));
     manage->addAction(addFolder);
     manage->addSeparator();
     manage->addActions({recoverProjects, backup, importBackup});
