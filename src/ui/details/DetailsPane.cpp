@@ -121,6 +121,9 @@ QWidget* DetailsPane::makeProjectPage() {
          {static_cast<QLabel*>(m_details), static_cast<QLabel*>(m_path), m_selectedCountLabel})
         Contrast::makeSecondary(*label);
     m_path->setElideMode(Qt::ElideMiddle);
+    m_name->setTextOrder(TextOrder::OfItsOwn);
+    for (ElidedLabel* line : {m_details, m_path})
+        line->setTextOrder(TextOrder::LeftToRight);
     m_selectedCountLabel->setWordWrap(true);
 
     auto* buttons = new QHBoxLayout;
@@ -137,7 +140,7 @@ QWidget* DetailsPane::makeProjectPage() {
     layout->addWidget(m_details);
     layout->addWidget(m_path);
     layout->addSpacing(8);
-    layout->addWidget(m_stars, 0, Qt::AlignLeft);
+    layout->addWidget(m_stars, 0, Qt::AlignLeading);
     layout->addSpacing(8);
     layout->addLayout(buttons);
     layout->addSpacing(12);

@@ -6,6 +6,7 @@
 #include "ui/table/StarEditor.h"
 #include "ui/table/StarRating.h"
 #include "ui/widgets/ElidedTip.h"
+#include "ui/widgets/TextOrder.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -42,6 +43,7 @@ void StarDelegate::paint(
     QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const QVariant value = index.data(Qt::DisplayRole);
     const bool selected = option.state.testFlag(QStyle::State_Selected);
+    painter->setLayoutDirection(option.direction);
     if (value.canConvert<StarRating>()) {
         paintBackground(painter, option);
         value.value<StarRating>().paint(
@@ -70,6 +72,7 @@ QSize StarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
 
 void StarDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    option->text = isolated(option->text, option->direction, TextOrder::OfItsOwn);
     option->displayAlignment = cellAlignment(index.data(Qt::DisplayRole));
     // Whole rows are selected: a frame around one cell of them would say nothing.
     option->state &= ~QStyle::State_HasFocus;

@@ -21,7 +21,7 @@ StarEditor::StarEditor(QWidget* parent) : QWidget(parent), m_rating(0) {
 }
 
 QSize StarEditor::sizeHint() const {
-    return m_rating.sizeHint();
+    return m_rating.sizeHint(StarRating::EditMode::Editable);
 }
 
 void StarEditor::setStarRating(const StarRating& rating) {
@@ -31,17 +31,18 @@ void StarEditor::setStarRating(const StarRating& rating) {
 }
 
 int StarEditor::starAtPosition(int x) const {
-    const int hintWidth = m_rating.sizeHint().width();
+    const int hintWidth = sizeHint().width();
     const int starWidth = hintWidth / m_rating.maxStarCount();
     const int offset = (m_rating.paintRect().width() - hintWidth) / 2;
     const int star = (x - offset) / starWidth;
     if (star < 0 || star >= m_rating.maxStarCount())
         return -1;
-    return star + 1;
+    return isRightToLeft() ? m_rating.maxStarCount() - star : star + 1;
 }
 
 void StarEditor::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setLayoutDirection(layoutDirection());
     m_rating.paint(&painter, rect(), palette(), StarRating::EditMode::Editable, false);
     if (hasFocus()) {
         QStyleOptionFocusRect option;
