@@ -207,8 +207,8 @@
 <context>
     <name>AssociationMenu</name>
     <message>
-        <source>Add to Collection</source>
-        <translation>Zu Sammlung hinzufügen</translation>
+        <source>Add to &amp;Collection</source>
+        <translation>Zu &amp;Sammlung hinzufügen</translation>
     </message>
     <message>
         <source>Could not add to collection</source>
@@ -219,8 +219,8 @@
         <translation>Die Sammlung konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>Set Genre</source>
-        <translation>Genre festlegen</translation>
+        <source>Set &amp;Genre</source>
+        <translation>&amp;Genre festlegen</translation>
     </message>
     <message>
         <source>Could not set genre</source>
@@ -231,8 +231,8 @@
         <translation>Das Genre konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>Add Tag</source>
-        <translation>Tag hinzufügen</translation>
+        <source>Add &amp;Tag</source>
+        <translation>&amp;Tag hinzufügen</translation>
     </message>
     <message>
         <source>Could not add tag</source>
@@ -256,6 +256,17 @@
     <message>
         <source>Yes</source>
         <translation>Ja</translation>
+    </message>
+</context>
+<context>
+    <name>CellValue</name>
+    <message>
+        <source>MMM d, yyyy</source>
+        <translation>d. MMM yyyy</translation>
+    </message>
+    <message>
+        <source>MMM d, yyyy h:mm A</source>
+        <translation>d. MMM yyyy HH:mm</translation>
     </message>
 </context>
 <context>
@@ -557,6 +568,37 @@
     </message>
 </context>
 <context>
+    <name>HeaderMenus</name>
+    <message>
+        <source>Sort &amp;By</source>
+        <translation>&amp;Sortieren nach</translation>
+    </message>
+    <message>
+        <source>C&amp;olumn</source>
+        <translation>S&amp;palte</translation>
+    </message>
+    <message>
+        <source>&amp;Wider</source>
+        <translation>&amp;Breiter</translation>
+    </message>
+    <message>
+        <source>&amp;Narrower</source>
+        <translation>&amp;Schmaler</translation>
+    </message>
+    <message>
+        <source>&amp;Unsorted</source>
+        <translation>&amp;Unsortiert</translation>
+    </message>
+    <message>
+        <source>&amp;Ascending</source>
+        <translation>&amp;Aufsteigend</translation>
+    </message>
+    <message>
+        <source>&amp;Descending</source>
+        <translation>A&amp;bsteigend</translation>
+    </message>
+</context>
+<context>
     <name>HeaderSorting</name>
     <message>
         <source>Projects sorting failed.</source>
@@ -719,6 +761,17 @@
     <message>
         <source>Could not add folder</source>
         <translation>Der Ordner konnte nicht hinzugefügt werden</translation>
+    </message>
+</context>
+<context>
+    <name>PaneKeys</name>
+    <message>
+        <source>Make Pane &amp;Wider</source>
+        <translation>Bereich &amp;breiter machen</translation>
+    </message>
+    <message>
+        <source>Make Pane &amp;Narrower</source>
+        <translation>Bereich sch&amp;maler machen</translation>
     </message>
 </context>
 <context>
@@ -994,6 +1047,10 @@
         <translation>Anzeigen im Finder nicht möglich</translation>
     </message>
     <message>
+        <source>Could not show in File Manager</source>
+        <translation>Anzeigen im Dateimanager nicht möglich</translation>
+    </message>
+    <message>
         <source>Could not show package contents</source>
         <translation>Der Paketinhalt konnte nicht gezeigt werden</translation>
     </message>
@@ -1004,6 +1061,10 @@
     <message>
         <source>Error code: %1</source>
         <translation>Fehlercode: %1</translation>
+    </message>
+    <message>
+        <source>The command xdg-open is missing, which opens files with the programs of your desktop. Install the package xdg-utils, then try again.</source>
+        <translation>Der Befehl xdg-open fehlt, der Dateien mit den Programmen des Desktops öffnet. Installiere das Paket xdg-utils und versuche es dann noch einmal.</translation>
     </message>
 </context>
 <context>
@@ -1073,6 +1134,10 @@
     <message>
         <source>Rating</source>
         <translation>Bewertung</translation>
+    </message>
+    <message>
+        <source>Not rated</source>
+        <translation>Nicht bewertet</translation>
     </message>
     <message>
         <source>Click a star, or press 0 to 5</source>
@@ -1421,8 +1486,16 @@
         <translation>Im Finder &amp;zeigen</translation>
     </message>
     <message>
+        <source>&amp;Show in File Manager</source>
+        <translation>Im Dateimanager &amp;zeigen</translation>
+    </message>
+    <message>
         <source>Show in Finder</source>
         <translation>Im Finder zeigen</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>Im Dateimanager zeigen</translation>
     </message>
     <message>
         <source>Show &amp;Package Contents</source>
@@ -1517,8 +1590,8 @@
         <translation>D&amp;arstellung</translation>
     </message>
     <message>
-        <source>Manage</source>
-        <translation>Verwalten</translation>
+        <source>&amp;Manage</source>
+        <translation>&amp;Verwalten</translation>
     </message>
     <message>
         <source>Add Folder...</source>

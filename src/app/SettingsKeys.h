@@ -17,6 +17,7 @@ inline const QString hideIgnored = QStringLiteral("hideIgnored");
 inline const QString projectDetailsSplitterState = QStringLiteral("projectDetailsSplitterState");
 inline const QString sidebarSplitterState = QStringLiteral("sidebarSplitterState");
 inline const QString filterSliderPos = QStringLiteral("filterSliderPos");
+inline const QString detailsWidth = QStringLiteral("detailsWidth");
 inline const QString windowGeo = QStringLiteral("windowGeo");
 inline const QString lastSortOrder = QStringLiteral("lastSortOrder");
 inline const QString lastSortOrderIndex = QStringLiteral("lastSortOrderIndex");

@@ -22,6 +22,7 @@
 #include "ui/sidebar/RemoveFilter.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/widgets/FramelessWindow.h"
+#include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
@@ -70,8 +71,9 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
       m_detailsToggle(new ToolButton(Glyph::DetailsToggle, tr("Project Details"))) {
     setWindowTitle(QStringLiteral("Stemhaven"));
     new FramelessWindow(*this);
-    new FolderDrop(*this, *m_folders);
+    auto* drops = new FolderDrop(*this, *m_folders);
     layOut();
+    drops->coverFields();
     setupActions();
     setupEvents();
     setupMenus();
@@ -346,6 +348,7 @@ void MainWindow::restoreState() {
     const QSettings settings;
     if (!restoreGeometry(settings.value(SettingsKeys::windowGeo).toByteArray()))
         resize(initialSize);
+    fitToScreen(*this);
     m_actions->hideCompleted->setChecked(settings.value(SettingsKeys::hideCompleted, true).toBool());
     m_actions->hideIgnored->setChecked(settings.value(SettingsKeys::hideIgnored, true).toBool());
     // A hidden window lays out late, and the panes would be squeezed into the size that it had before.

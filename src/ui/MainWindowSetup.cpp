@@ -6,6 +6,8 @@
 #include "ui/MissingFolders.h"
 #include "ui/SidePanes.h"
 #include "ui/SpacedCall.h"
+#include "ui/actions/HeaderMenus.h"
+#include "ui/actions/PaneKeys.h"
 #include "ui/actions/ProjectMenus.h"
 #include "ui/actions/WindowActions.h"
 #include "ui/details/DetailsPane.h"
@@ -14,12 +16,14 @@
 #include "ui/edits/SelectionEditor.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/table/KeyEventTableView.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QMenu>
 #include <QShortcut>
 #include <QSplitter>
 
@@ -199,4 +203,11 @@ void MainWindow::setupMonitorEvents() {
 
 void MainWindow::setupMenus() {
     m_actions->setupMenus(m_menus->associationMenus());
+    auto* header = new HeaderMenus(m_projects->table(), *this);
+    auto* panes = new PaneKeys(*this, *m_sidePanes, {m_sidebar, m_projects.get(), m_details});
+    QAction* before = m_actions->hideCompleted;
+    m_actions->viewMenu()->insertMenu(before, header->sortMenu());
+    m_actions->viewMenu()->insertMenu(before, header->columnMenu());
+    m_actions->viewMenu()->insertActions(before, panes->widthActions());
+    m_actions->viewMenu()->insertSeparator(before);
 }

@@ -17,17 +17,17 @@ Texts textsOf(FilterType type) {
     switch (type) {
     case FilterType::COLLECTIONS:
         return {
-            QT_TRANSLATE_NOOP("AssociationMenu", "Add to Collection"),
+            QT_TRANSLATE_NOOP("AssociationMenu", "Add to &Collection"),
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not add to collection"),
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not create collection")};
     case FilterType::GENRES:
         return {
-            QT_TRANSLATE_NOOP("AssociationMenu", "Set Genre"),
+            QT_TRANSLATE_NOOP("AssociationMenu", "Set &Genre"),
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not set genre"),
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not create genre")};
     default:
         return {
-            QT_TRANSLATE_NOOP("AssociationMenu", "Add Tag"),
+            QT_TRANSLATE_NOOP("AssociationMenu", "Add &Tag"),
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not add tag"),
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not create tag")};
     }

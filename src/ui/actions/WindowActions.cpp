@@ -1,5 +1,6 @@
 #include "ui/actions/WindowActions.h"
 
+#include "platform/FileManager.h"
 #include "ui/widgets/Icons.h"
 
 #include <QAction>
@@ -32,8 +33,11 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     open->setStatusTip(tr("Open project in Logic Pro"));
     // A key that is held would start a program at every repetition.
     open->setAutoRepeat(false);
-    showInFinder = make(tr("&Show in Finder"), QKeySequence::keyBindings(QKeySequence::Save));
-    showInFinder->setStatusTip(tr("Show in Finder"));
+    const bool hasFinder = Stemhaven::hasFinder();
+    showInFinder = make(
+        hasFinder ? tr("&Show in Finder") : tr("&Show in File Manager"),
+        QKeySequence::keyBindings(QKeySequence::Save));
+    showInFinder->setStatusTip(hasFinder ? tr("Show in Finder") : tr("Show in File Manager"));
     showInFinder->setAutoRepeat(false);
     showPackageContents = make(tr("Show &Package Contents"), QKeySequence::keyBindings(QKeySequence::Print));
     showPackageContents->setStatusTip(tr("Open Project Package Contents"));
@@ -116,8 +120,9 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     view->addActions({hideCompleted, hideIgnored});
     view->addSeparator();
     view->addAction(checkForUpdates);
+    m_viewMenu = view;
 
-    auto* manage = m_window.menuBar()->addMenu(tr("Manage"));
+    auto* manage = m_window.menuBar()->addMenu(tr("&Manage"));
     manage->addAction(addFolder);
     manage->addSeparator();
     manage->addActions({recoverProjects, backup, importBackup});

@@ -6,10 +6,12 @@
 #include "ui/details/ProjectLoader.h"
 #include "ui/details/StatusFields.h"
 #include "ui/table/StarEditor.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ImageView.h"
 #include "ui/widgets/TracksEmblem.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -75,7 +77,12 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
     connect(m_loader, &ProjectLoader::loaded, this, &DetailsPane::showLoaded);
     connect(m_loader, &ProjectLoader::failed, this, &DetailsPane::showUnreadable);
     connect(m_progress, &QSlider::valueChanged, this, &DetailsPane::showProgress);
-    connect(m_open, &QPushButton::released, this, &DetailsPane::openRequested);
+    connect(m_open, &QPushButton::clicked, this, [this] {
+        // Who double-clicks means one opening.
+        if (m_openPause.hasExpired())
+            emit openRequested();
+        m_openPause.setRemainingTime(QApplication::doubleClickInterval());
+    });
     connectProjectEvents();
 }
 
@@ -83,7 +90,7 @@ QWidget* DetailsPane::makeNothingSelectedPage() {
     auto* page = new QWidget(this);
     m_nothingText = new QLabel(tr("Select a project to see its details."), page);
     m_nothingText->setObjectName(QStringLiteral("nothingShownLabel"));
-    m_nothingText->setForegroundRole(QPalette::PlaceholderText);
+    Contrast::makeSecondary(*m_nothingText);
     m_nothingText->setAlignment(Qt::AlignCenter);
     m_nothingText->setWordWrap(true);
     auto* layout = new QVBoxLayout(page);
@@ -119,8 +126,11 @@ QWidget* DetailsPane::makeProjectPage() {
     for (QLabel* label :
          {static_cast<QLabel*>(m_details), static_cast<QLabel*>(m_path), m_mixedStarsLabel,
           m_selectedCountLabel})
-        label->setForegroundRole(QPalette::PlaceholderText);
+        Contrast::makeSecondary(*label);
     m_path->setElideMode(Qt::ElideMiddle);
+    m_name->setTextOrder(TextOrder::OfItsOwn);
+    for (ElidedLabel* line : {m_details, m_path})
+        line->setTextOrder(TextOrder::LeftToRight);
     m_selectedCountLabel->setWordWrap(true);
 
     auto* rating = new QHBoxLayout;

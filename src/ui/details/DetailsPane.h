@@ -3,6 +3,7 @@
 #include "ui/details/ProjectRecord.h"
 #include "ui/details/SelectionSummary.h"
 
+#include <QDeadlineTimer>
 #include <QList>
 #include <QMetaObject>
 #include <QWidget>
@@ -97,6 +98,7 @@ private:
     SelectionSummary m_summary;
     QList<qint64> m_selected;
     QList<qint64> m_shown;
+    QDeadlineTimer m_openPause{0}; ///< until it ends, a click is the second of a double click
     bool m_isBeingWritten = false;
     bool m_isUnreadable = false;
     QString m_previewKey; ///< the bundle and the moment of its last change that the picture is of

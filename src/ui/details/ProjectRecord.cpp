@@ -1,5 +1,6 @@
 #include "ui/details/ProjectRecord.h"
 
+#include <QLocale>
 #include <QSqlQuery>
 #include <QVariant>
 
@@ -22,11 +23,16 @@ ProjectRecord readProjectRecord(const QSqlQuery& query) {
         return query.value(QLatin1String(column)).toLongLong();
     };
 
+    const QVariant bpm = query.value(QStringLiteral("bpm"));
+    const bool isFraction = bpm.typeId() == QMetaType::Double;
+    const QString tempo =
+        isFraction ? QLocale().toString(bpm.toDouble(), 'g', QLocale::FloatingPointShortest) : bpm.toString();
+
     ProjectRecord record;
     record.id = number("project_id");
     record.name = text("name");
     record.bundlePath = text("filepath") + text("filename");
-    record.details = text("bpm") + QLatin1String(" BPM - ") + text("song_signature_numerator") +
+    record.details = tempo + QLatin1String(" BPM - ") + text("song_signature_numerator") +
         QLatin1Char('/') + text("song_signature_denominator") + QLatin1String(" - ") + text("song_key");
     record.progressPercent = percent(query.value(QStringLiteral("progress")).toDouble());
     record.lastModified = number("last_modified");

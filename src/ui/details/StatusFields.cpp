@@ -3,6 +3,7 @@
 #include "app/errors/Exception.h"
 #include "app/errors/Guarded.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedTip.h"
 
 #include <QAbstractItemView>
@@ -92,7 +93,7 @@ StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
             Stemhaven::guarded(tr(textsOf(type).failureTitle), [&] { statusChosen(type); });
         });
         auto* label = new QLabel(tr(texts.label), this);
-        label->setForegroundRole(QPalette::PlaceholderText);
+        Contrast::makeSecondary(*label);
         label->setBuddy(combo);
         // Or the layout puts it a little above the middle of its field.
         label->setMinimumHeight(combo->sizeHint().height());

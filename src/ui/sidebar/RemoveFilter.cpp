@@ -8,6 +8,7 @@
 #include "ui/edits/EditHistory.h"
 #include "ui/edits/EntryPresenceEdit.h"
 #include "ui/sidebar/ElidedName.h"
+#include "ui/widgets/ScreenFitting.h"
 
 #include <QDebug>
 #include <QDialogButtonBox>
@@ -15,6 +16,7 @@
 #include <QListView>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QSqlQuery>
 #include <QStringListModel>
 #include <QVBoxLayout>
@@ -174,7 +176,7 @@ void RemoveFilter::loadProjects() {
 }
 
 void RemoveFilter::takeProjects(const QStringList& names) {
-    const QString count = QString::number(names.size());
+    const QString count = locale().toString(names.size());
     const QString name = elidedName(m_name, fontMetrics());
     m_questionLabel->setText(
         filterTypeIsStatus(m_type)
@@ -188,11 +190,13 @@ void RemoveFilter::takeProjects(const QStringList& names) {
     const int rows = std::min(static_cast<int>(names.size()), mostRowsShown);
     const int rowHeight = m_projectsView->sizeHintForRow(0) + 2 * m_projectsView->spacing();
     const int height = rows * rowHeight + 2 * m_projectsView->frameWidth();
-    m_projectsView->setMinimumHeight(height);
+    // The rest of the dialog needs its place on a small screen, too.
+    m_projectsView->setMinimumHeight(std::min(height, screen()->availableGeometry().height() / 6));
     if (names.size() <= mostRowsShown)
         m_projectsView->setMaximumHeight(height);
     m_removeButton->setEnabled(true);
     adjustSize();
+    fitToScreen(*this);
 }
 
 void RemoveFilter::showNoProjects() {

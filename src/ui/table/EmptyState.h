@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QWidget>
+#include <QScrollArea>
 
 class QLabel;
 class QPushButton;
 class TracksEmblem;
 
 /// What stands in the place of the table when it has no rows: why, and the next step.
-class EmptyState : public QWidget {
+class EmptyState : public QScrollArea {
     Q_OBJECT
 
 public:

@@ -242,7 +242,7 @@ void ProjectsPane::showStatus() {
     // Both at once: the term may look like a placeholder.
     m_statusLine->setStatus(
         tr("%1 (%3 found)")
-            .arg(m_filter.description(m_search->term()), QString::number(m_model->rowCount())));
+            .arg(m_filter.description(m_search->term()), locale().toString(m_model->rowCount())));
 }
 
 void ProjectsPane::showRowsOrReason() {

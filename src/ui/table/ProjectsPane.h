@@ -47,6 +47,8 @@ public:
     /// The builder wants other projects.
     void queryChanged();
 
+    KeyEventTableView& table() const { return *m_table; }
+
     QString searchTerm() const;
     /// The last one that was not empty.
     QString lastSearchTerm() const;

@@ -1,5 +1,6 @@
 #include "ui/widgets/MenuPainting.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ControlPainting.h"
 
 #include <QPainter>
@@ -48,7 +49,7 @@ Colors colorsOf(const QStyleOptionMenuItem& option, bool selected) {
         const QColor text = palette.color(QPalette::Active, QPalette::HighlightedText);
         return {text, text};
     }
-    return {palette.color(QPalette::Text), palette.color(QPalette::PlaceholderText)};
+    return {palette.color(QPalette::Text), Contrast::secondaryText(palette, QPalette::Base)};
 }
 
 void drawMark(const QStyleOptionMenuItem& option, const QColor& color, QPainter* painter) {
