@@ -98,6 +98,7 @@ private:
     void showUnreadable();
     void showPage(QWidget* page);
     void goToTable();
+    void selectFirstRow();
     void searchFor(const QString& text);
 
     const CurrentFilter& m_filter;
