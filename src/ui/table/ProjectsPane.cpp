@@ -188,7 +188,7 @@ void ProjectsPane::clearSelection() {
 }
 
 bool ProjectsPane::selectFirst() {
-    m_table->selectRow(0);
+    selectFirstRow();
     return m_selection->currentProject() >= 0;
 }
 
@@ -307,7 +307,13 @@ void ProjectsPane::goToTable() {
         return;
     m_table->setFocus(Qt::OtherFocusReason);
     if (!m_table->selectionModel()->hasSelection())
-        m_table->selectRow(0);
+        selectFirstRow();
+}
+
+void ProjectsPane::selectFirstRow() {
+    // selectRow() finds no row in a table that is read from right to left.
+    m_table->selectionModel()->setCurrentIndex(
+        m_model->index(0, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void ProjectsPane::storeState() {

@@ -102,6 +102,7 @@ private:
     void showUnreadable();
     void showPage(QWidget* page);
     void goToTable();
+    void selectFirstRow();
     void searchFor(const QString& text);
 
     const CurrentFilter& m_filter;
