@@ -1,4 +1,5 @@
 #include "WindowFixture.h"
+#include "ui/edits/EditHistory.h"
 #include "ui/sidebar/AddFilterForm.h"
 #include "ui/table/StarEditor.h"
 #include "ui/widgets/ImageView.h"
@@ -53,8 +54,9 @@ TEST_F(AccessibilityTest, PictureCountAndErrorHaveRolesAndNames) {
     search("Two");
     EXPECT_EQ(accessible(statusLabel).text(QAccessible::Name), "All projects matching 'Two' (1 found)");
 
-    auto* form =
-        new AddFilterForm(tasks(), FilterType::TAGS, "#x", AddFilterForm::EditType::Add, -1, &*window);
+    EditHistory history(tasks());
+    auto* form = new AddFilterForm(
+        tasks(), history, FilterType::TAGS, "#x", AddFilterForm::EditType::Add, -1, &*window);
     form->open();
     form->findChild<QLineEdit*>()->setText("");
     auto& error = *form->findChild<QLabel*>("errorLabel");
