@@ -335,6 +335,8 @@ browse|Click in the sidebar to filtered table|filter-10000|||figure|0.08
 browse|Edit to record|edit-10000|||figure|0.1
 browse|  to table|edit-shown-10000|||figure|
 browse|Longest stall in these|browse-stall-10000|||figure|0.05
+browse|Edit of 1,000 selected rows to repaint|edit-many-shown-10000|||figure|
+browse|  longest stall|edit-many-stall-10000|||figure|0.05
 events|Watch 10,000 bundles|watch|watch-inotifywait|inotifywait|figure|2
 events|  watches for each|watch-each|||figure|6
 events|Save a bundle 2,000 times in 10 s: updates|storm-updates|||figure|5
@@ -353,6 +355,8 @@ events|  context switches|following-switches|||figure|0
 drop|Save 0.5 s behind a drop of 5,000 bundles|drop-save|||figure|5
 drop|  since its batch was due|drop-save-batch|||figure|2
 drop|  longest stall of the window|drop-stall|||figure|0.05
+drop|Selection to filled details meanwhile|drop-select|||figure|0.05
+drop|  the slowest|drop-select-slowest|||figure|
 program|Start to picture, 10,000 rows|start|||figure|0.8
 program|Resident memory, 10,000 rows|memory-10000|||figure|157286400
 program|  100,000 rows|memory-100000|||figure|

@@ -94,7 +94,20 @@ public:
         double table;
     };
 
-    /// From the key to the record, and to the table that shows it.
+    /// With the details that they have in common.
+    void selectFirst(int count) {
+        m_program.table().selectRow(0);
+        m_program.table().setFocus();
+        m_isShown = false;
+        const auto& model = m_program.model();
+        m_program.table().selectionModel()->select(
+            QItemSelection(model.index(0, 0), model.index(count - 1, 0)),
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_program.runUntil(
+            [&](const QObject*, QEvent::Type) { return m_isShown && m_details.projects().size() == count; });
+    }
+
+    /// From the key to the records of all that are selected, and to the table that shows it.
     EditTimes rate(int stars) {
         m_isWritten = m_hasNewRows = false;
         const Stopwatch watch;
@@ -151,6 +164,8 @@ int main(int argc, char** argv) {
     std::vector<double> clicks;
     std::vector<double> writes;
     std::vector<double> repaints;
+    std::vector<double> manyRepaints;
+    constexpr int many = 1000;
     constexpr int actions = 10;
     constexpr int presses = 100;
     for (int round = 0; round < rounds; ++round) {
@@ -166,6 +181,11 @@ int main(int argc, char** argv) {
         for (int i = 0; i < actions; ++i)
             clicks.push_back(bench.clickFilter(i % 2 == 0 ? FilterType::LYRICS_STATUS : FilterType::ALL));
         report("browse-stall-" + number, program.application().takeLongestStall());
+        bench.selectFirst(many);
+        program.application().takeLongestStall();
+        for (int i = 0; i < actions; ++i)
+            manyRepaints.push_back(bench.rate(1 + (round + i) % 5).table);
+        report("edit-many-stall-" + number, program.application().takeLongestStall());
         program.table().selectRow(round * presses);
     }
     report("select-" + number, median(selections));
@@ -173,5 +193,6 @@ int main(int argc, char** argv) {
     report("filter-" + number, median(clicks));
     report("edit-" + number, median(writes));
     report("edit-shown-" + number, median(repaints));
+    report("edit-many-shown-" + number, median(manyRepaints));
     return 0;
 }

@@ -4,19 +4,24 @@
 // storm   one project is saved 200 times a second for ten seconds.
 // burst   NUMBER projects are saved at once.
 // drop    a library that lies at FOLDER is moved into the root, and one project of the root is saved behind
-// it. rescan  a search for new projects, of which there are none. replay  NUMBER projects were saved while
-// the program did not run: from its start until they are recorded.
+// it; meanwhile the user goes from project to project.
+// rescan  a search for new projects, of which there are none.
+// replay  NUMBER projects were saved while the program did not run: from its start until they are recorded.
 
 #include "ProgramInProcess.h"
 #include "ProjectSaving.h"
 #include "Report.h"
 #include "app/Paths.h"
+#include "ui/details/DetailsPane.h"
 
 #include <QDir>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
+#include <algorithm>
+#include <functional>
 #include <thread>
+#include <vector>
 
 using namespace std::chrono_literals;
 using Stemhaven::ProjectMonitor;
@@ -74,8 +79,10 @@ private:
 class FollowBench {
 public:
     FollowBench(int& argc, char** argv) : m_program(argc, argv) {
-        QObject::connect(
-            &ProjectMonitor::instance(), &ProjectMonitor::projectsDbModified, [this] { ++m_updates; });
+        QObject::connect(&ProjectMonitor::instance(), &ProjectMonitor::projectsDbModified, [this] {
+            ++m_updates;
+            m_sinceNotice = Stopwatch();
+        });
         QObject::connect(&ProjectMonitor::instance(), &ProjectMonitor::searchEnded, [this] { ++m_searches; });
     }
 
@@ -131,6 +138,9 @@ public:
         report(QStringLiteral("drop-save"), sinceSave.seconds());
         report(QStringLiteral("drop-save-batch"), sinceDrop.seconds() - batchDue);
         report(QStringLiteral("drop-stall"), m_program.application().takeLongestStall());
+        selectDuring([this, rows = m_program.model().rowCount()] {
+            return m_sinceNotice.seconds() > quiet && m_program.model().rowCount() > rows;
+        });
     }
 
     void rescan() {
@@ -151,6 +161,41 @@ public:
     }
 
 private:
+    static constexpr double quiet = 2; // seconds
+
+    /// From a key to the details of the next project, again and again until what is written comes to its end.
+    void selectDuring(const std::function<bool()>& isEnd) {
+        auto& details = *m_program.window().findChild<DetailsPane*>();
+        auto& table = m_program.table();
+        std::vector<double> seconds;
+        std::size_t counted = 0;
+        const auto counting =
+            QObject::connect(&ProjectMonitor::instance(), &ProjectMonitor::projectsDbModified, [&] {
+                counted = seconds.size();
+            });
+        table.setFocus();
+        table.selectRow(0);
+        while (!isEnd()) {
+            table.selectRow((table.currentIndex().row() + 1) % m_program.model().rowCount());
+            const Stopwatch watch;
+            waitUntil([&] {
+                return details.project().isValid() &&
+                    details.project().id == m_program.model().projectIDForRow(table.currentIndex().row());
+            });
+            seconds.push_back(watch.seconds());
+            const Stopwatch pause;
+            waitUntil([&] { return pause.seconds() > 0.05; });
+        }
+        QObject::disconnect(counting);
+        // Those behind the last notice met nothing that was being written.
+        seconds.resize(counted);
+        if (seconds.empty())
+            fail("Nothing was written meanwhile.");
+        std::sort(seconds.begin(), seconds.end());
+        report(QStringLiteral("drop-select"), seconds[seconds.size() / 2]);
+        report(QStringLiteral("drop-select-slowest"), seconds.back());
+    }
+
     void waitForRecords(double tempo, std::size_t number) {
         const RecordWatch records(tempo, number);
         waitUntil([&] { return records.isComplete(); });
@@ -169,6 +214,7 @@ private:
     }
 
     ProgramInProcess m_program;
+    Stopwatch m_sinceNotice;
     int m_updates = 0;
     int m_searches = 0;
 };

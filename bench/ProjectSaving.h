@@ -1,7 +1,8 @@
 #pragma once
 
-#include "monitor/FolderWalk.h"
+#include "platform/TreeWalk.h"
 #include "plist/PropertyList.h"
+#include "project/BundleSuffixes.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,18 +30,18 @@ private:
 /// The first projects below root that can be saved so.
 inline std::vector<ProjectSaving> projectsToSave(const QString& root, std::size_t number) {
     std::vector<ProjectSaving> projects;
-    const Stemhaven::FolderWalk walk(
-        {[&](const QString& bundle) {
-             const QDir alternatives(bundle + QStringLiteral("/Alternatives"));
-             const bool isSimple = alternatives.entryList(QDir::Dirs | QDir::NoDotAndDotDot) ==
-                 QStringList(QStringLiteral("000"));
-             if (isSimple && !bundle.contains(QLatin1String("/Untitled")))
-                 projects.emplace_back(bundle);
-         },
-         [](const QString&, const QString&) {},
-         [&] {
-             return projects.size() == number;
-         }});
-    walk.walk(root);
+    Stemhaven::TreeWalk walk;
+    walk.onBundle = [&](const std::string& path) {
+        const QString bundle = QFile::decodeName(path.c_str());
+        const QDir alternatives(bundle + QStringLiteral("/Alternatives"));
+        const bool isSimple =
+            alternatives.entryList(QDir::Dirs | QDir::NoDotAndDotDot) == QStringList(QStringLiteral("000"));
+        if (isSimple && !bundle.contains(QLatin1String("/Untitled")))
+            projects.emplace_back(bundle);
+    };
+    walk.isStopped = [&] {
+        return projects.size() == number;
+    };
+    walk.walk(QFile::encodeName(root).toStdString(), Stemhaven::BundleNames(Stemhaven::bundleSuffixes()));
     return projects;
 }

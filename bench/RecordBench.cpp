@@ -5,8 +5,11 @@
 #include "app/Paths.h"
 #include "app/errors/DbException.h"
 #include "database/TaskManager.h"
-#include "monitor/FolderWalk.h"
+#include "platform/TreeWalk.h"
+#include "project/BundleSuffixes.h"
 #include "project/ProjectDetails.h"
+
+#include <QFile>
 
 using Stemhaven::TaskManager;
 
@@ -16,12 +19,14 @@ constexpr qsizetype mostRecords = 500;
 
 QStringList bundlesBelow(const QString& root) {
     QStringList bundles;
-    const Stemhaven::FolderWalk walk(
-        {[&](const QString& bundle) { bundles.append(bundle); }, [](const QString&, const QString&) {},
-         [&] {
-             return bundles.size() == mostRecords;
-         }});
-    walk.walk(root);
+    Stemhaven::TreeWalk walk;
+    walk.onBundle = [&](const std::string& bundle) {
+        bundles.append(QFile::decodeName(bundle.c_str()));
+    };
+    walk.isStopped = [&] {
+        return bundles.size() == mostRecords;
+    };
+    walk.walk(QFile::encodeName(root).toStdString(), Stemhaven::BundleNames(Stemhaven::bundleSuffixes()));
     return bundles;
 }
 

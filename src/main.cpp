@@ -16,6 +16,7 @@
 #include "ui/Screenshot.h"
 #include "ui/dialogs/AlertQueue.h"
 #include "ui/widgets/FontIcons.h"
+#include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/Theme.h"
 
 #include <QApplication>
@@ -131,10 +132,10 @@ public:
     DatabaseGuard& operator=(const DatabaseGuard&) = delete;
 };
 
-void sayAlreadyRunning() {
+void sayAlreadyRunning(bool inWindow) {
     const auto text = QCoreApplication::translate("main", "Stemhaven is already running.");
     std::fprintf(stderr, "%s\n", qUtf8Printable(text));
-    if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+    if (inWindow && QGuiApplication::platformName() != QLatin1String("offscreen"))
         QMessageBox::information(nullptr, QStringLiteral("Stemhaven"), text);
 }
 
@@ -168,7 +169,7 @@ int run(int argc, char** argv) {
     static Stemhaven::ProfileLock lock(profileFolder() + QStringLiteral("/stemhaven.lock"));
     const auto access = openProfile(lock, *commandLine, activationToken);
     if (access == ProfileAccess::Refused)
-        sayAlreadyRunning();
+        sayAlreadyRunning(commandLine->screenshot.isEmpty());
     if (access != ProfileAccess::Granted)
         return access == ProfileAccess::HandedOver ? 0 : 1;
     const Stemhaven::ActivationSocket activation(activationSocketPath());
@@ -187,6 +188,10 @@ int run(int argc, char** argv) {
     QObject::connect(
         &activation, &Stemhaven::ActivationSocket::activationRequested, &window,
         [&window](const QByteArray& token) { bringForward(window, token); });
+    // A size that is asked for holds on any screen.
+    std::optional<ScreenFitting> screens;
+    if (!commandLine->size)
+        screens.emplace();
     std::optional<Screenshot> screenshot;
     if (commandLine->size)
         window.resize(*commandLine->size);

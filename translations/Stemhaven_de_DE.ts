@@ -207,8 +207,8 @@
 <context>
     <name>AssociationMenu</name>
     <message>
-        <source>Add to Collection</source>
-        <translation>Zu Sammlung hinzufügen</translation>
+        <source>Add to &amp;Collection</source>
+        <translation>Zu &amp;Sammlung hinzufügen</translation>
     </message>
     <message>
         <source>Could not add to collection</source>
@@ -219,8 +219,8 @@
         <translation>Die Sammlung konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>Set Genre</source>
-        <translation>Genre festlegen</translation>
+        <source>Set &amp;Genre</source>
+        <translation>&amp;Genre festlegen</translation>
     </message>
     <message>
         <source>Could not set genre</source>
@@ -231,8 +231,8 @@
         <translation>Das Genre konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>Add Tag</source>
-        <translation>Tag hinzufügen</translation>
+        <source>Add &amp;Tag</source>
+        <translation>&amp;Tag hinzufügen</translation>
     </message>
     <message>
         <source>Could not add tag</source>
@@ -246,6 +246,10 @@
         <source>New...</source>
         <translation>Neu …</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>BoolDot</name>
@@ -256,6 +260,17 @@
     <message>
         <source>No</source>
         <translation>Nein</translation>
+    </message>
+</context>
+<context>
+    <name>CellValue</name>
+    <message>
+        <source>MMM d, yyyy</source>
+        <translation>d. MMM yyyy</translation>
+    </message>
+    <message>
+        <source>MMM d, yyyy h:mm A</source>
+        <translation>d. MMM yyyy HH:mm</translation>
     </message>
 </context>
 <context>
@@ -351,8 +366,20 @@
         <translation>Wähle ein Projekt aus, um seine Details zu sehen.</translation>
     </message>
     <message>
+        <source>The details could not be read. Click the project to try again.</source>
+        <translation>Die Details konnten nicht gelesen werden. Klicke auf das Projekt, um es erneut zu versuchen.</translation>
+    </message>
+    <message>
         <source>Progress</source>
         <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>(mixed)</source>
+        <translation>(verschieden)</translation>
+    </message>
+    <message>
+        <source>%1 projects</source>
+        <translation>%1 Projekte</translation>
     </message>
     <message>
         <source>%1 projects are selected. What you change here changes all of them.</source>
@@ -565,6 +592,37 @@
     </message>
 </context>
 <context>
+    <name>HeaderMenus</name>
+    <message>
+        <source>Sort &amp;By</source>
+        <translation>&amp;Sortieren nach</translation>
+    </message>
+    <message>
+        <source>C&amp;olumn</source>
+        <translation>S&amp;palte</translation>
+    </message>
+    <message>
+        <source>&amp;Wider</source>
+        <translation>&amp;Breiter</translation>
+    </message>
+    <message>
+        <source>&amp;Narrower</source>
+        <translation>&amp;Schmaler</translation>
+    </message>
+    <message>
+        <source>&amp;Unsorted</source>
+        <translation>&amp;Unsortiert</translation>
+    </message>
+    <message>
+        <source>&amp;Ascending</source>
+        <translation>&amp;Aufsteigend</translation>
+    </message>
+    <message>
+        <source>&amp;Descending</source>
+        <translation>A&amp;bsteigend</translation>
+    </message>
+</context>
+<context>
     <name>HeaderSorting</name>
     <message>
         <source>Projects sorting failed.</source>
@@ -705,6 +763,10 @@
         <translation>Das Projekt konnte nicht ausgewählt werden</translation>
     </message>
     <message>
+        <source>The project&apos;s details could not be read.</source>
+        <translation>Die Details des Projekts konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
         <source>Disassociating project with filter failed.</source>
         <translation>Das Projekt konnte nicht herausgenommen werden.</translation>
     </message>
@@ -723,6 +785,17 @@
     <message>
         <source>Could not add folder</source>
         <translation>Der Ordner konnte nicht hinzugefügt werden</translation>
+    </message>
+</context>
+<context>
+    <name>PaneKeys</name>
+    <message>
+        <source>Make Pane &amp;Wider</source>
+        <translation>Bereich &amp;breiter machen</translation>
+    </message>
+    <message>
+        <source>Make Pane &amp;Narrower</source>
+        <translation>Bereich sch&amp;maler machen</translation>
     </message>
 </context>
 <context>
@@ -1002,6 +1075,10 @@
         <translation>Anzeigen im Finder nicht möglich</translation>
     </message>
     <message>
+        <source>Could not show in File Manager</source>
+        <translation>Anzeigen im Dateimanager nicht möglich</translation>
+    </message>
+    <message>
         <source>Could not show package contents</source>
         <translation>Der Paketinhalt konnte nicht gezeigt werden</translation>
     </message>
@@ -1013,12 +1090,20 @@
         <source>Error code: %1</source>
         <translation>Fehlercode: %1</translation>
     </message>
+    <message>
+        <source>The command xdg-open is missing, which opens files with the programs of your desktop. Install the package xdg-utils, then try again.</source>
+        <translation>Der Befehl xdg-open fehlt, der Dateien mit den Programmen des Desktops öffnet. Installiere das Paket xdg-utils und versuche es dann noch einmal.</translation>
+    </message>
 </context>
 <context>
     <name>SelectionEditor</name>
     <message>
         <source>Do you want to mark this project as completed?</source>
         <translation>Soll dieses Projekt als abgeschlossen gelten?</translation>
+    </message>
+    <message>
+        <source>Do you want to mark these %1 projects as completed?</source>
+        <translation>Sollen diese %1 Projekte als abgeschlossen gelten?</translation>
     </message>
     <message>
         <source>Completed projects are hidden by default but you can always change this in the View menu.</source>
@@ -1143,6 +1228,10 @@
     <message>
         <source>Could not retreive primary key for selected mix/master status! Type conversion failed...</source>
         <translation>Die Kennung des gewählten Stands fehlt! Sie ist keine Zahl …</translation>
+    </message>
+    <message>
+        <source>(mixed)</source>
+        <translation>(verschieden)</translation>
     </message>
 </context>
 <context>
@@ -1283,6 +1372,17 @@
     </message>
 </context>
 <context>
+    <name>Stemhaven::TaskManager</name>
+    <message>
+        <source>Could not open the database</source>
+        <translation>Die Datenbank konnte nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>Stemhaven cannot open the file %1. Nothing can be shown or saved without it. Check that you may read and write it and that the disk is not full, and start Stemhaven again.</source>
+        <translation>Stemhaven kann die Datei %1 nicht öffnen. Ohne sie lässt sich nichts anzeigen oder speichern. Bitte prüfe, ob du sie lesen und schreiben darfst und ob der Datenträger voll ist, und starte Stemhaven neu.</translation>
+    </message>
+</context>
+<context>
     <name>Stemhaven::ProjectMonitor</name>
     <message>
         <source>Untitled</source>
@@ -1402,6 +1502,10 @@
         <translation>Einstellungen</translation>
     </message>
     <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
         <source>&amp;Open</source>
         <translation>Ö&amp;ffnen</translation>
     </message>
@@ -1414,8 +1518,16 @@
         <translation>Im Finder &amp;zeigen</translation>
     </message>
     <message>
+        <source>&amp;Show in File Manager</source>
+        <translation>Im Dateimanager &amp;zeigen</translation>
+    </message>
+    <message>
         <source>Show in Finder</source>
         <translation>Im Finder zeigen</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>Im Dateimanager zeigen</translation>
     </message>
     <message>
         <source>Show &amp;Package Contents</source>
@@ -1510,8 +1622,8 @@
         <translation>D&amp;arstellung</translation>
     </message>
     <message>
-        <source>Manage</source>
-        <translation>Verwalten</translation>
+        <source>&amp;Manage</source>
+        <translation>&amp;Verwalten</translation>
     </message>
     <message>
         <source>Add Folder...</source>

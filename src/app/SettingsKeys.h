@@ -23,6 +23,7 @@ inline const QString sidebarEntryId = QStringLiteral("sidebarEntryId");
 inline const QString sidebarEntryName = QStringLiteral("sidebarEntryName");
 inline const QString foldedGroups = QStringLiteral("foldedGroups");
 inline const QString selectedProject = QStringLiteral("selectedProject");
+inline const QString detailsWidth = QStringLiteral("detailsWidth");
 inline const QString windowGeo = QStringLiteral("windowGeo");
 inline const QString lastSortOrder = QStringLiteral("lastSortOrder");
 inline const QString lastSortOrderIndex = QStringLiteral("lastSortOrderIndex");

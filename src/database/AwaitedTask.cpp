@@ -11,16 +11,13 @@
 
 namespace Stemhaven {
 
-AwaitedTask::AwaitedTask(Work work, Writes writes, QSqlDatabase& database)
-    : Task(&database),
-      m_work(std::move(work)),
-      m_writes(writes) {}
+AwaitedTask::AwaitedTask(Work work, QSqlDatabase& database) : Task(&database), m_work(std::move(work)) {}
 
-bool AwaitedTask::run(TaskManager& tasks, Work work, Writes writes, const std::function<bool()>& giveUp) {
+bool AwaitedTask::run(TaskManager& tasks, Work work, const std::function<bool()>& giveUp) {
     constexpr std::chrono::milliseconds betweenLooks(50);
     std::future<std::exception_ptr> outcome;
     {
-        auto task = std::make_shared<AwaitedTask>(std::move(work), writes, tasks.mainDatabase());
+        auto task = std::make_shared<AwaitedTask>(std::move(work), tasks.mainDatabase());
         outcome = task->m_outcome.get_future();
         tasks.addTask(std::move(task));
     }
@@ -41,8 +38,7 @@ bool AwaitedTask::run(TaskManager& tasks, Work work, Writes writes, const std::f
 unsigned short AwaitedTask::exec() {
     try {
         m_work(database());
-        if (m_writes == Writes::Yes)
-            outage().written();
+        outage().succeeded();
         m_outcome.set_value(nullptr);
     } catch (const DbException& failure) {
         const auto error = outage().logged("Exception caught in AwaitedTask::exec()!", failure);

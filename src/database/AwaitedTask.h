@@ -15,20 +15,17 @@ namespace Stemhaven {
 class AwaitedTask : public Task {
 public:
     using Work = std::function<void(QSqlDatabase& database)>;
-    /// Whether what work did wrote something, for the log's sake.
-    enum class Writes { No, Yes };
 
     /// Queues work on the main connection and waits for its end. False when the manager dropped it or giveUp
     /// said so meanwhile; work may run later then, so it must own what it uses. What work throws is logged
     /// and thrown here. Never on the GUI thread.
-    static bool run(TaskManager& tasks, Work work, Writes writes, const std::function<bool()>& giveUp);
+    static bool run(TaskManager& tasks, Work work, const std::function<bool()>& giveUp);
 
-    AwaitedTask(Work work, Writes writes, QSqlDatabase& database);
+    AwaitedTask(Work work, QSqlDatabase& database);
     unsigned short exec() override;
 
 private:
     Work m_work;
-    Writes m_writes;
     std::promise<std::exception_ptr> m_outcome;
 };
 

@@ -45,12 +45,16 @@ public:
         if (isPresent(m_tasks.mainPath()) && isPresent(m_tasks.rootPathsPath()))
             checkVersion();
         else
-            createMainTables(nullptr, [self = shared_from_this()](const TaskPointer& task) {
-                self->addStatuses(task, 0);
-            });
+            createAll(nullptr);
     }
 
 private:
+    /// Makes whatever is missing. The version comes last: a database that has none was not finished.
+    void createAll(const TaskPointer& parent) {
+        createMainTables(
+            parent, [self = shared_from_this()](const TaskPointer& task) { self->addStatuses(task, 0); });
+    }
+
     void createMainTables(const TaskPointer& parent, const Step& next) {
         auto task = std::make_shared<MultistatementTask>(m_statements.initMainSQL(), m_tasks.mainDatabase());
         task->setSuccessCallback([this, self = shared_from_this(), next](const TaskPointer& done) {
@@ -72,7 +76,7 @@ private:
         const auto defaults = m_statements.statusDefaults();
         if (kind == defaults.size()) {
             createRootPathsTable(
-                parent, [this, self = shared_from_this()](const TaskPointer& task) { insertVersion(task); });
+                parent, [this, self = shared_from_this()](const TaskPointer& task) { addVersion(task); });
             return;
         }
         const auto& status = defaults[kind];
@@ -91,7 +95,9 @@ private:
 
     void insertStatuses(
         const TaskPointer& parent, qsizetype kind, const DatabaseInitStatements::StatusDefaults& status) {
-        auto task = std::make_shared<MultistatementTask>(status.inserts, m_tasks.mainDatabase());
+        // A part of them, left by a program that was killed, would pass for what the user made of them.
+        auto task = std::make_shared<MultistatementTask>(
+            status.inserts, m_tasks.mainDatabase(), MultistatementTask::Scope::Transaction);
         task->setSuccessCallback([this, self = shared_from_this(), kind](const TaskPointer& done) {
             addStatuses(done, kind + 1);
         });
@@ -115,10 +121,32 @@ private:
         m_tasks.addTask(task, parent);
     }
 
+    void addVersion(const TaskPointer& parent) {
+        auto task = std::make_shared<QueryTask>(m_statements.selectVersion(), m_tasks.mainDatabase());
+        task->setQueryCallback(
+            [this, self = shared_from_this()](const TaskPointer& done, int rows, QSqlQuery*) {
+                // A database that lost only its companion says of which version it is.
+                if (rows > 0)
+                    overwriteVersion(done);
+                else
+                    insertVersion(done);
+            });
+        task->setSqlErrorCallback(
+            [this, self = shared_from_this()](const TaskPointer&, const DbException& error) {
+                reportMissingVersion(error);
+            });
+        m_tasks.addTask(task, parent);
+    }
+
     void insertVersion(const TaskPointer& parent) {
         finishWith(
             parent, m_statements.insertVersion(),
             QStringLiteral("Could not add database version to database after initialization..."));
+    }
+
+    void overwriteVersion(const TaskPointer& parent) {
+        finishWith(
+            parent, m_statements.updateVersion(), QStringLiteral("Updating database version failed..."));
     }
 
     void checkVersion() {
@@ -127,21 +155,32 @@ private:
         task->setQueryCallback(
             [this, self = shared_from_this()](const TaskPointer& done, int rows, QSqlQuery* query) {
                 qDebug() << "Initializing main database tables...";
+                if (rows == 0) {
+                    createAll(done);
+                    return;
+                }
                 readVersion(rows, *query);
                 createMainTables(done, [this, self](const TaskPointer& created) { updateVersion(created); });
             });
-        task->setSqlErrorCallback([this,
-                                   self = shared_from_this()](const TaskPointer&, const DbException& error) {
-            // Straight to the handler: Qt would end the program, and a damaged file must not be able to do
-            // that.
-            Logging::handler(
-                QtFatalMsg, QMessageLogContext(),
-                QStringLiteral("Could not retrieve database version. Database initialization incomplete..."));
-            ErrorHandler::instance().reportError(
-                tr("Could not find database version! Please restart Stemhaven"), error, QtFatalMsg);
-            fail();
-        });
+        task->setSqlErrorCallback(
+            [this, self = shared_from_this()](const TaskPointer& done, const DbException& error) {
+                // A sound database without that table, which is one of the last to be made.
+                if (error.isStatementAtFault())
+                    createAll(done);
+                else
+                    reportMissingVersion(error);
+            });
         m_tasks.addTask(task);
+    }
+
+    void reportMissingVersion(const DbException& error) {
+        // Straight to the handler: Qt would end the program, and a damaged file must not be able to do that.
+        Logging::handler(
+            QtFatalMsg, QMessageLogContext(),
+            QStringLiteral("Could not retrieve database version. Database initialization incomplete..."));
+        ErrorHandler::instance().reportError(
+            tr("Could not find database version! Please restart Stemhaven"), error, QtFatalMsg);
+        fail();
     }
 
     static void readVersion(int rows, QSqlQuery& query) {
@@ -158,12 +197,7 @@ private:
 
     void updateVersion(const TaskPointer& parent) {
         createRootPathsTable(
-            parent,
-            [this, self = shared_from_this()](const TaskPointer& task) {
-                finishWith(
-                    task, m_statements.updateVersion(),
-                    QStringLiteral("Updating database version failed..."));
-            },
+            parent, [this, self = shared_from_this()](const TaskPointer& task) { overwriteVersion(task); },
             false);
     }
 

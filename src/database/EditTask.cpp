@@ -3,6 +3,7 @@
 #include "app/errors/DbException.h"
 #include "database/CallbackRunners.h"
 #include "database/Outage.h"
+#include "database/Transaction.h"
 
 #include <QDebug>
 #include <QSqlDatabase>
@@ -23,37 +24,9 @@ void execute(const QSqlDatabase& database, QSqlQuery& query, const QString& stat
         throw DbException(database, &query, QStringLiteral("Query had an error"));
 }
 
-/// Rolls back at the end of its scope, unless it was committed.
-class Transaction {
-public:
-    explicit Transaction(QSqlDatabase& database) : m_database(database) {
-        // At once with the right to write: a reader that wants it later may be refused it.
-        QSqlQuery query(m_database);
-        execute(m_database, query, QStringLiteral("BEGIN IMMEDIATE"));
-    }
-
-    ~Transaction() {
-        if (!m_committed)
-            QSqlQuery(m_database).exec(QStringLiteral("ROLLBACK"));
-    }
-
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-
-    void commit() {
-        QSqlQuery query(m_database);
-        execute(m_database, query, QStringLiteral("COMMIT"));
-        m_committed = true;
-    }
-
-private:
-    QSqlDatabase& m_database;
-    bool m_committed = false;
-};
-
 } // namespace
 
-EditTask::EditTask(QString stateStatement, Plan plan, QSqlDatabase& database)
+EditTask::EditTask(StateStatement stateStatement, Plan plan, QSqlDatabase& database)
     : Task(&database),
       m_stateStatement(std::move(stateStatement)),
       m_plan(std::move(plan)) {}
@@ -63,8 +36,7 @@ void EditTask::setSqlErrorCallback(SqlErrorCallback callback) {
 }
 
 unsigned short EditTask::exec() {
-    const auto failed = [this](const DbException& error) -> unsigned short {
-        qCritical() << "Exception caught in EditTask::exec()!" << error;
+    const auto posted = [this](const DbException& error) -> unsigned short {
         if (!m_sqlErrorCallback)
             return 0;
         return post([this, error, self = shared_from_this()] {
@@ -73,18 +45,23 @@ unsigned short EditTask::exec() {
     };
     try {
         readAndWrite();
-        outage().written();
+        outage().succeeded();
         return postSuccess();
-    } catch (const DbException& error) {
-        return failed(error);
+    } catch (const DbException& failure) {
+        return posted(outage().logged("Exception caught in EditTask::exec()!", failure));
     } catch (const std::exception& error) {
-        return failed(DbException(QString::fromUtf8(error.what())));
+        qCritical() << "Exception caught in EditTask::exec()!" << error.what();
+        return posted(DbException(QString::fromUtf8(error.what())));
+    } catch (...) {
+        qCritical() << "Unknown exception caught in EditTask::exec()!";
+        return posted(DbException(QStringLiteral("Unknown exception caught...")));
     }
 }
 
 void EditTask::readAndWrite() {
     Transaction transaction(database());
-    const QStringList statements = m_plan(m_stateStatement.isEmpty() ? QList<QStringList>() : readState());
+    const QString state = m_stateStatement();
+    const QStringList statements = m_plan(state.isEmpty() ? QList<QStringList>() : readState(state));
     QSqlQuery query(database());
     for (const auto& statement : statements)
         execute(database(), query, statement);
@@ -92,10 +69,10 @@ void EditTask::readAndWrite() {
     transaction.commit();
 }
 
-QList<QStringList> EditTask::readState() {
+QList<QStringList> EditTask::readState(const QString& statement) {
     QSqlQuery query(database());
     query.setForwardOnly(true);
-    execute(database(), query, m_stateStatement);
+    execute(database(), query, statement);
     QList<QStringList> rows;
     const int columns = query.record().count();
     while (query.next()) {

@@ -13,15 +13,18 @@ namespace Stemhaven {
 class DbException;
 
 /// Writes an edit of the user: reads what the edit is about to overwrite and writes it in one transaction, so
-/// that nothing of it is done where a part of it fails. The manager runs it even when it is shutting down.
+/// that nothing of it is done where a part of it fails. The manager runs one that is queued before it closes
+/// the connections, for good or for a while.
 class EditTask : public Task {
 public:
     /// Makes the statements of the edit from the rows that it is about to overwrite. Runs on the worker.
     using Plan = std::function<QStringList(const QList<QStringList>& before)>;
     using SqlErrorCallback = std::function<void(std::shared_ptr<Task>, const DbException&)>;
 
-    /// stateStatement is a select; its rows go to plan as texts. Where it is empty, nothing is read.
-    EditTask(QString stateStatement, Plan plan, QSqlDatabase& database);
+    /// Gives the select whose rows go to the plan as texts; empty to read nothing. Runs on the worker.
+    using StateStatement = std::function<QString()>;
+
+    EditTask(StateStatement stateStatement, Plan plan, QSqlDatabase& database);
 
     void setSqlErrorCallback(SqlErrorCallback callback);
 
@@ -31,9 +34,9 @@ public:
 
 private:
     void readAndWrite();
-    QList<QStringList> readState();
+    QList<QStringList> readState(const QString& statement);
 
-    QString m_stateStatement;
+    StateStatement m_stateStatement;
     Plan m_plan;
     SqlErrorCallback m_sqlErrorCallback;
 };

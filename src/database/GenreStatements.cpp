@@ -2,6 +2,8 @@
 
 #include "database/SqlText.h"
 
+#include <QStringList>
+
 namespace Stemhaven::GenreStatements {
 
 QString selectByName(const QString& name) {
@@ -25,14 +27,22 @@ QString assignToProject(long long genreId, long long projectId) {
         .arg(QString::number(genreId), QString::number(projectId));
 }
 
-QString assignToFolders(long long genreId, const QString& name) {
-    // A stored folder path ends in "/", and so must what it is compared with.
-    return QStringLiteral("UPDATE projects SET genre_id='%1' WHERE genre_id IS NULL AND filepath LIKE '%/%2'")
-        .arg(QString::number(genreId), escape(name) + QLatin1Char('/'));
+QString assignToFolder(long long genreId, const QString& name, const QList<qint64>& projectIds) {
+    QStringList ids;
+    ids.reserve(projectIds.size());
+    for (const qint64 id : projectIds)
+        ids.append(QString::number(id));
+    // A stored folder path ends in "/". LIKE would take letters of either case, and "_" and "%" for any.
+    return QStringLiteral(
+               "UPDATE projects SET genre_id='%1' WHERE genre_id IS NULL AND project_id IN (%3) AND "
+               "substr(filepath, -length('/%2/'))='/%2/'")
+        .arg(QString::number(genreId), escape(name), ids.join(QLatin1Char(',')));
 }
 
-QString selectFolders() {
-    return QStringLiteral("SELECT DISTINCT(filepath) FROM projects");
+QString selectFolders(qint64 afterProjectId, int count) {
+    return QStringLiteral("SELECT project_id, filepath, genre_id IS NULL FROM projects WHERE project_id>%1 "
+                          "ORDER BY project_id LIMIT %2")
+        .arg(QString::number(afterProjectId), QString::number(count));
 }
 
 } // namespace Stemhaven::GenreStatements

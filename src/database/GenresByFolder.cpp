@@ -1,15 +1,20 @@
 #include "database/GenresByFolder.h"
 
 #include "app/errors/DbException.h"
+#include "app/errors/Guarded.h"
 #include "database/GenreStatements.h"
-#include "database/QueryTask.h"
-#include "database/SqlText.h"
+#include "database/GenreTask.h"
+#include "database/SimpleTask.h"
 #include "database/TaskManager.h"
 
 #include <QDebug>
 #include <QDir>
+#include <QMap>
 #include <QSqlQuery>
 #include <QVariant>
+
+#include <algorithm>
+#include <utility>
 
 namespace Stemhaven {
 
@@ -22,140 +27,138 @@ bool isDefaultFolder(const QString& name) {
     return name == QLatin1String("Logic") || name == QLatin1String("GarageBand");
 }
 
-void assignToProject(
-    TaskManager& tasks, const TaskPointer& parent, long long projectId, const QString& name,
-    long long genreId) {
-    auto task = std::make_shared<QueryTask>(
-        GenreStatements::assignToProject(genreId, projectId), tasks.mainDatabase());
-    task->setSuccessCallback([=](const TaskPointer&) {
-        qInfo().noquote().nospace() << "New project_id:" << projectId << " genre was auto assigned to '"
-                                    << name << "' genre_id:" << genreId;
-    });
-    task->setSqlErrorCallback([=](const TaskPointer&, const DbException&) {
-        qCritical().noquote().nospace()
-            << "Could not auto assign genre for new project_id:" << projectId << " to genre named '" << name;
-    });
-    tasks.addTask(task, parent);
+GenreTask::Assignment assignmentToProject(const QString& name, long long projectId) {
+    const QString id = QString::number(projectId);
+    return {
+        .select = GenreStatements::selectByName(name),
+        .selectFailure = QStringLiteral("Could not select genres for auto assignment! Genre name:'") + name,
+        .duplicate =
+            QStringLiteral("Possible duplicate genre named '") + name + QStringLiteral(" found. genre_id:"),
+        .invalidId =
+            QStringLiteral("Could not convert genre_id to long long... Skipping auto genre assignment."),
+        .insert = GenreStatements::insertForNewProject(name),
+        .insertFailure = QStringLiteral("Could not create new genre named:") + name,
+        .update = [=](qint64 genreId) { return GenreStatements::assignToProject(genreId, projectId); },
+        .updateFailure =
+            [=](qint64) {
+                return QStringLiteral("Could not auto assign genre for new project_id:") + id +
+                    QStringLiteral(" to genre named '") + name;
+            },
+        .success =
+            [=](qint64 genreId) {
+                return QStringLiteral("New project_id:") + id +
+                    QStringLiteral(" genre was auto assigned to '") + name + QStringLiteral("' genre_id:") +
+                    QString::number(genreId);
+            }};
 }
 
-void createForProject(
-    TaskManager& tasks, const TaskPointer& parent, long long projectId, const QString& name) {
-    auto task = std::make_shared<QueryTask>(GenreStatements::insertForNewProject(name), tasks.mainDatabase());
-    task->setOnInsertCallback([&tasks, projectId, name](const TaskPointer& done, long long genreId) {
-        assignToProject(tasks, done, projectId, name, genreId);
-    });
-    task->setSqlErrorCallback([name](const TaskPointer&, const DbException&) {
-        qCritical().noquote().nospace() << "Could not create new genre named:" << name;
-    });
-    tasks.addTask(task, parent);
+GenreTask::Assignment assignmentToFolder(const QString& name, const QList<qint64>& projectIds) {
+    return {
+        .select = GenreStatements::selectIdAndNameByName(name),
+        .selectFailure = QStringLiteral("Could not retrieve genre by name: ") + name,
+        .duplicate = QStringLiteral("Possible duplicate genre name detected! Genre name:") + name +
+            QStringLiteral(" genre_id:"),
+        .invalidId = QStringLiteral("Could not convert genre_id to long long! Potentially invalid genre_id. "
+                                    "Skipping auto genre assignment"),
+        .insert = GenreStatements::insertForAllProjects(name),
+        .insertFailure = QStringLiteral("Could not create new genre! Name:") + name,
+        .update = [=](qint64 genreId) { return GenreStatements::assignToFolder(genreId, name, projectIds); },
+        .updateFailure =
+            [](qint64 genreId) {
+                return QStringLiteral("Could not assign genre_id:") + QString::number(genreId) +
+                    QStringLiteral(" to projects!");
+            },
+        .success =
+            [=](qint64 genreId) {
+                return QStringLiteral("Genre '") + name + QStringLiteral("' with genre_id:") +
+                    QString::number(genreId) +
+                    QStringLiteral(
+                           " assigned to all projects in matching folders with no genre assigned yet.");
+            }};
 }
 
-void assignToFolders(TaskManager& tasks, const TaskPointer& parent, const QString& name, long long genreId) {
-    auto task =
-        std::make_shared<QueryTask>(GenreStatements::assignToFolders(genreId, name), tasks.mainDatabase());
-    task->setSuccessCallback(
-        [=](const TaskPointer&) {
-            qInfo().noquote().nospace()
-                << "Genre '" << name << "' with genre_id:" << genreId
-                << " assigned to all projects in matching folders with no genre assigned yet.";
+/// One assignment to all projects. Reads their folders in pages, then goes through the names. Its tasks keep
+/// it alive; all but start() is run by them, on the worker.
+class FolderGenres : public std::enable_shared_from_this<FolderGenres> {
+public:
+    explicit FolderGenres(TaskManager& tasks) : m_tasks(tasks) {}
+
+    void start() {
+        queue([this] {
+            loggingFailures(
+                QStringLiteral("Could not get filepaths for automatic genre assignment!"),
+                [this] { readPage() ? start() : assignNext(); });
         });
-    task->setSqlErrorCallback([=](const TaskPointer&, const DbException&) {
-        qCritical().noquote().nospace() << "Could not assign genre_id:" << genreId << " to projects!";
-    });
-    tasks.addTask(task, parent);
-}
+    }
 
-void createForFolders(TaskManager& tasks, const TaskPointer& parent, const QString& name) {
-    auto task =
-        std::make_shared<QueryTask>(GenreStatements::insertForAllProjects(name), tasks.mainDatabase());
-    task->setOnInsertCallback([&tasks, name](const TaskPointer& done, long long genreId) {
-        assignToFolders(tasks, done, name, genreId);
-    });
-    task->setSqlErrorCallback([name](const TaskPointer&, const DbException&) {
-        qCritical().noquote().nospace() << "Could not create new genre! Name:" << name;
-    });
-    tasks.addTask(task, parent);
-}
+private:
+    // What one task reads or writes, some milliseconds' worth.
+    static constexpr int pageSize = 2000;
+    static constexpr qsizetype assignmentSize = 500;
 
-void assignGenreOfFolder(TaskManager& tasks, const TaskPointer& parent, const QString& name) {
-    auto task =
-        std::make_shared<QueryTask>(GenreStatements::selectIdAndNameByName(name), tasks.mainDatabase());
-    task->setQueryCallback([&tasks, name](const TaskPointer& done, int rows, QSqlQuery* query) {
-        if (!query->next()) {
-            createForFolders(tasks, done, name);
+    void queue(std::function<void()> step) {
+        m_tasks.addTask(
+            std::make_shared<SimpleTask>([self = shared_from_this(), step = std::move(step)] { step(); }));
+    }
+
+    /// Returns whether there are more.
+    bool readPage() {
+        QSqlQuery query(m_tasks.mainDatabase());
+        query.setForwardOnly(true);
+        if (!query.exec(GenreStatements::selectFolders(m_lastProjectId, pageSize)))
+            throw DbException(&query, QStringLiteral("Query had an error"));
+        int rows = 0;
+        for (; query.next(); ++rows) {
+            m_lastProjectId = query.value(0).toLongLong();
+            if (!query.value(2).toBool())
+                continue;
+            const auto name = QDir(query.value(1).toString()).dirName();
+            if (!name.isEmpty() && !isDefaultFolder(name))
+                m_projects[name].append(m_lastProjectId);
+        }
+        return rows == pageSize;
+    }
+
+    void assignNext() {
+        if (m_projects.isEmpty())
             return;
-        }
-        const auto stored = query->value(0);
-        if (rows >= 2) {
-            qWarning().noquote().nospace() << "Possible duplicate genre name detected! Genre name:" << name
-                                           << " genre_id:" << stored.toString();
-        }
-        bool converted = false;
-        const auto genreId = stored.toLongLong(&converted);
-        if (!converted) {
-            qCritical()
-                << "Could not convert genre_id to long long! Potentially invalid genre_id. Skipping auto "
-                   "genre assignment";
-            return;
-        }
-        assignToFolders(tasks, done, name, genreId);
-    });
-    task->setSqlErrorCallback([name](const TaskPointer&, const DbException&) {
-        qCritical().noquote().nospace() << "Could not retrieve genre by name: " << name;
-    });
-    tasks.addTask(task, parent);
-}
+        const auto first = m_projects.begin();
+        const QString name = first.key();
+        QList<qint64>& remaining = first.value();
+        const QList<qint64> projectIds = remaining.last(std::min(remaining.size(), assignmentSize));
+        remaining.resize(remaining.size() - projectIds.size());
+        if (remaining.isEmpty())
+            m_projects.erase(first);
+
+        auto task = std::make_shared<GenreTask>(assignmentToFolder(name, projectIds), m_tasks.mainDatabase());
+        task->addNextTask(std::make_shared<SimpleTask>([self = shared_from_this()] { self->assignNext(); }));
+        m_tasks.addTask(task);
+    }
+
+    TaskManager& m_tasks;
+    qint64 m_lastProjectId = 0;
+    QMap<QString, QList<qint64>> m_projects; // those without a genre, by the name of their folder
+};
 
 } // namespace
 
 void assignGenreToNewProject(
     TaskManager& tasks, const TaskPointer& parent, long long projectId, const QString& folderPath) {
     const auto name = QDir(folderPath).dirName();
+    if (name.isEmpty())
+        return;
     if (isDefaultFolder(name)) {
         qDebug() << "Skipping auto genre assignment. Default directory detected";
         return;
     }
     qInfo().noquote().nospace() << "Auto-assigning genre for new project_id:" << projectId
                                 << " based on its directory.";
-    auto task = std::make_shared<QueryTask>(GenreStatements::selectByName(name), tasks.mainDatabase());
-    task->setQueryCallback([&tasks, projectId, name](const TaskPointer& done, int rows, QSqlQuery* query) {
-        if (!query->next()) {
-            createForProject(tasks, done, projectId, name);
-            return;
-        }
-        const auto stored = query->value(0);
-        if (rows >= 2) {
-            qWarning().noquote().nospace()
-                << "Possible duplicate genre named '" << name << " found. genre_id:" << stored.toString();
-        }
-        bool converted = false;
-        const auto genreId = stored.toLongLong(&converted);
-        if (!converted) {
-            qCritical() << "Could not convert genre_id to long long... Skipping auto genre assignment.";
-            return;
-        }
-        assignToProject(tasks, done, projectId, name, genreId);
-    });
-    task->setSqlErrorCallback([name](const TaskPointer&, const DbException&) {
-        qCritical().noquote().nospace()
-            << "Could not select genres for auto assignment! Genre name:'" << name;
-    });
-    tasks.addTask(task, parent);
+    tasks.addTask(
+        std::make_shared<GenreTask>(assignmentToProject(name, projectId), tasks.mainDatabase()), parent);
 }
 
 void assignGenresToAllProjects(TaskManager& tasks) {
-    auto task = std::make_shared<QueryTask>(GenreStatements::selectFolders(), tasks.mainDatabase());
-    task->setQueryCallback([&tasks](const TaskPointer& done, int, QSqlQuery* query) {
-        while (query->next()) {
-            const auto name = QDir(query->value(0).toString()).dirName();
-            if (!isDefaultFolder(name))
-                assignGenreOfFolder(tasks, done, name);
-        }
-    });
-    task->setSqlErrorCallback([](const TaskPointer&, const DbException&) {
-        qCritical() << "Could not get filepaths for automatic genre assignment!";
-    });
-    tasks.addTask(task);
+    std::make_shared<FolderGenres>(tasks)->start();
 }
 
 } // namespace Stemhaven

@@ -3,18 +3,21 @@
 #include "app/errors/DbException.h"
 #include "database/CallbackRunners.h"
 #include "database/Outage.h"
+#include "database/Transaction.h"
 
 #include <QDebug>
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include <optional>
 #include <utility>
 
 namespace Stemhaven {
 
-MultistatementTask::MultistatementTask(QList<QString> statements, QSqlDatabase& database)
+MultistatementTask::MultistatementTask(QList<QString> statements, QSqlDatabase& database, Scope scope)
     : Task(&database),
-      m_statements(std::move(statements)) {}
+      m_statements(std::move(statements)),
+      m_scope(scope) {}
 
 void MultistatementTask::setSqlErrorCallback(SqlErrorCallback callback) {
     m_sqlErrorCallback = std::move(callback);
@@ -23,7 +26,7 @@ void MultistatementTask::setSqlErrorCallback(SqlErrorCallback callback) {
 unsigned short MultistatementTask::exec() {
     try {
         executeAll();
-        outage().written();
+        outage().succeeded();
         return postSuccess();
     } catch (const DbException& failure) {
         const auto error = outage().logged("Exception caught in MultistatementTask::exec()!", failure);
@@ -41,6 +44,9 @@ unsigned short MultistatementTask::exec() {
 }
 
 void MultistatementTask::executeAll() {
+    std::optional<Transaction> transaction;
+    if (m_scope == Scope::Transaction)
+        transaction.emplace(database());
     QSqlQuery query(database());
     for (const auto& statement : std::as_const(m_statements)) {
         qDebug() << "MultistatementTask::exec() -> " << statement;
@@ -51,6 +57,8 @@ void MultistatementTask::executeAll() {
             qWarning() << "Multistatement query was SELECT. Result set is ignored!";
         query.finish();
     }
+    if (transaction)
+        transaction->commit();
 }
 
 } // namespace Stemhaven

@@ -9,12 +9,15 @@ namespace Stemhaven {
 
 class DbException;
 
-/// Runs statements one after another, without a transaction, up to the first that fails.
+/// Runs statements one after another, up to the first that fails. What was done before that stays, unless all
+/// of them are one transaction.
 class MultistatementTask : public Task {
 public:
     using SqlErrorCallback = std::function<void(std::shared_ptr<Task>, const DbException&)>;
 
-    MultistatementTask(QList<QString> statements, QSqlDatabase& database);
+    enum class Scope { Statement, Transaction };
+
+    MultistatementTask(QList<QString> statements, QSqlDatabase& database, Scope scope = Scope::Statement);
 
     void setSqlErrorCallback(SqlErrorCallback callback);
 
@@ -24,6 +27,7 @@ private:
     void executeAll();
 
     QList<QString> m_statements;
+    Scope m_scope;
     SqlErrorCallback m_sqlErrorCallback;
 };
 

@@ -12,12 +12,22 @@
 
 namespace Stemhaven {
 
+namespace {
+
+void execute(QSqlQuery& query, const QString& statement) {
+    qDebug() << "ProjectChanges::write() -> " << statement;
+    if (!query.exec(statement))
+        throw DbException(&query, QStringLiteral("Query had an error"));
+}
+
+} // namespace
+
 void ProjectChanges::addProject(
     const ProjectDetails& details, const ProjectData& data, qint64 readAt,
     std::optional<long long> sameUserDataAs) {
     const auto statement = ProjectStatements::insert(details, data, readAt);
     qDebug() << "Created task for new project INSERT: " << statement;
-    m_changes.append({statement, {details, 0, true}, sameUserDataAs});
+    m_changes.append({statement, {details, 0, true, sameUserDataAs.has_value()}, sameUserDataAs});
 }
 
 void ProjectChanges::updateProject(
@@ -41,10 +51,10 @@ QList<ProjectChanges::Written> ProjectChanges::write(QSqlDatabase& database) con
     Transaction transaction(database);
     QSqlQuery query(database);
     for (const auto& statement : m_releases)
-        transaction.execute(query, statement);
+        execute(query, statement);
     QList<Written> written;
     for (const auto& change : m_changes) {
-        transaction.execute(query, change.statement);
+        execute(query, change.statement);
         Written& done = written.emplaceBack(change.written);
         if (!done.isNew) {
             done.isLost = query.numRowsAffected() == 0;
@@ -55,7 +65,7 @@ QList<ProjectChanges::Written> ProjectChanges::write(QSqlDatabase& database) con
             continue;
         const auto copies = UserDataStatements::copy(*change.sameUserDataAs, done.projectId);
         for (const auto& statement : copies)
-            transaction.execute(query, statement);
+            execute(query, statement);
     }
     query.finish();
     transaction.commit();

@@ -22,6 +22,8 @@ public:
         ProjectDetails details;
         long long projectId = 0;
         bool isNew = false;
+        /// New, with the user data of another record.
+        bool isCopy = false;
         /// The record was gone when it was to be written: the bundle is to be matched again.
         bool isLost = false;
     };

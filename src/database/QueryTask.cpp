@@ -60,8 +60,8 @@ unsigned short QueryTask::execute() {
 unsigned short QueryTask::postResults(std::unique_ptr<QSqlQuery> query) {
     const auto self = shared_from_this();
     unsigned short posted = 0;
+    outage().succeeded();
     if (!query->isSelect()) {
-        outage().written();
         if (m_onInsertCallback && m_sql.contains(QLatin1String("insert"), Qt::CaseInsensitive)) {
             const auto insertId = query->lastInsertId().toLongLong();
             posted +=

@@ -14,7 +14,7 @@ unsigned short SimpleTask::exec() {
     try {
         m_function();
     } catch (const Exception& error) {
-        return postError(error);
+        return postOrLogError(QStringLiteral("Exception caught in SimpleTask::exec()!"), error);
     } catch (const std::exception& error) {
         qCritical() << "std::exception caught in SimpleTask::exec()!" << error.what();
         return postError(Exception(QString::fromUtf8(error.what())));

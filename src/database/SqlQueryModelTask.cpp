@@ -35,7 +35,7 @@ unsigned short SqlQueryModelTask::exec() {
         }
         return postSuccess();
     } catch (const Exception& error) {
-        return postError(error);
+        return postOrLogError(QStringLiteral("Exception caught in SqlQueryModelTask::exec()!"), error);
     } catch (const std::exception& error) {
         qCritical() << "Exception caught in SqlQueryModelTask::exec()!" << error.what();
         return postError(Exception(QString::fromUtf8(error.what())));

@@ -64,7 +64,7 @@ std::shared_ptr<Task> Task::nextTask(std::size_t index) const {
 }
 
 Outage& Task::outage() const {
-    return m_manager->m_outage;
+    return m_manager->outageOf(*m_database);
 }
 
 void Task::runUnder(TaskManager& manager) {
@@ -132,6 +132,13 @@ unsigned short Task::postError(const Exception& error) {
     const std::shared_ptr<const Exception> copy(error.clone());
     return post(
         [this, copy, self = shared_from_this()] { invokeErrorCallback(m_errorCallback, self, *copy); });
+}
+
+unsigned short Task::postOrLogError(const QString& headline, const Exception& error) {
+    if (m_errorCallback)
+        return postError(error);
+    loggingFailures(headline, [&] { error.raise(); });
+    return 0;
 }
 
 } // namespace Stemhaven

@@ -7,6 +7,7 @@
 #include <vector>
 
 class QSqlDatabase;
+class QString;
 
 namespace Stemhaven {
 
@@ -65,6 +66,8 @@ protected:
     unsigned short post(std::function<void()> runner);
     unsigned short postSuccess();
     unsigned short postError(const Exception& error);
+    /// Posts the error, or logs it under headline where there is no error callback.
+    unsigned short postOrLogError(const QString& headline, const Exception& error);
 
 private:
     friend class TaskManager;

@@ -1,15 +1,19 @@
 #include "database/TaskManager.h"
 
 #include "app/Paths.h"
+#include "app/errors/DbException.h"
+#include "app/errors/ErrorHandler.h"
 #include "app/errors/Guarded.h"
 #include "database/Connection.h"
 #include "database/SimpleTask.h"
 
 #include <QDebug>
+#include <QDir>
 #include <QScopeGuard>
 #include <QSqlQuery>
 #include <QThreadPool>
 
+#include <algorithm>
 #include <utility>
 
 namespace Stemhaven {
@@ -31,10 +35,16 @@ TaskManager::TaskManager(QString mainPath, QString rootPathsPath)
     : m_mainPath(std::move(mainPath)),
       m_rootPathsPath(std::move(rootPathsPath)),
       m_mainDatabase(QSqlDatabase::addDatabase(driver, mainConnection)),
-      m_rootPathsDatabase(QSqlDatabase::addDatabase(driver, rootPathsConnection)) {}
+      m_rootPathsDatabase(QSqlDatabase::addDatabase(driver, rootPathsConnection)) {
+    m_anchor->manager = this;
+}
 
 TaskManager::~TaskManager() {
     shutDown();
+    {
+        const std::lock_guard lock(m_anchor->mutex);
+        m_anchor->manager = nullptr;
+    }
     m_mainDatabase = {};
     m_rootPathsDatabase = {};
     QSqlDatabase::removeDatabase(mainConnection);
@@ -42,35 +52,54 @@ TaskManager::~TaskManager() {
 }
 
 void TaskManager::shutDown() {
-    std::deque<std::shared_ptr<Task>> dropped;
     {
         const std::lock_guard lock(m_queueMutex);
         m_stopRequested = true;
         *m_ending = true;
     }
-    const std::lock_guard transition(m_transitionMutex);
-    if (m_worker.joinable())
-        m_worker.join();
     {
-        const std::lock_guard lock(m_queueMutex);
-        dropped.swap(m_queue);
+        const std::lock_guard transition(m_transitionMutex);
+        if (m_worker.joinable())
+            m_worker.join();
+        writeQueuedEdits();
+        std::deque<std::shared_ptr<Task>> dropped;
+        {
+            const std::lock_guard lock(m_queueMutex);
+            dropped.swap(m_queue);
+            m_stopped = true;
+        }
+        // A dropped task may own a query or a model, which want their connection when they end.
+        dropped.clear();
+        closeConnections();
     }
-    runWhatOutlastsShutDown(dropped);
-    // A dropped task may own a query or a model, which want their connection when they end.
-    dropped.clear();
-    closeConnections();
+    answerStops();
 }
 
-void TaskManager::runWhatOutlastsShutDown(const std::deque<std::shared_ptr<Task>>& tasks) {
-    for (const auto& task : tasks) {
-        if (!task->outlastsShutDown())
-            continue;
-        loggingFailures(QStringLiteral("TaskManager: could not finish at the end!"), [&] {
+void TaskManager::writeQueuedEdits() {
+    // Nothing waits for their callbacks, and follow-ups they have none.
+    while (const auto edit = takeEdit()) {
+        const bool done = loggingFailures(QStringLiteral("TaskManager: could not finish at the end!"), [&] {
             openConnections();
-            task->runUnder(*this);
-            task->exec();
+            edit->runUnder(*this);
+            edit->exec();
         });
+        if (done)
+            continue;
+        const std::lock_guard lock(m_queueMutex);
+        m_queue.push_front(edit);
+        return;
     }
+}
+
+std::shared_ptr<Task> TaskManager::takeEdit() {
+    const std::lock_guard lock(m_queueMutex);
+    const auto found = std::find_if(
+        m_queue.begin(), m_queue.end(), [](const auto& task) { return task->outlastsShutDown(); });
+    if (found == m_queue.end())
+        return nullptr;
+    auto edit = std::move(*found);
+    m_queue.erase(found);
+    return edit;
 }
 
 bool TaskManager::mayRun() const {
@@ -125,37 +154,83 @@ void TaskManager::startWorker() {
 }
 
 void TaskManager::stop() {
-    QThreadPool::globalInstance()->start([this] {
+    {
+        const std::lock_guard lock(m_queueMutex);
+        if (*m_ending || (m_stopRequested && !m_restartRequested))
+            return;
+        ++m_unansweredStops;
+        m_stopRequested = true;
+        // A stop before the one that is to be restarted from: its job answers this one, too.
+        if (std::exchange(m_restartRequested, false))
+            return;
+    }
+    QThreadPool::globalInstance()->start([anchor = m_anchor] {
+        const std::lock_guard lock(anchor->mutex);
+        if (anchor->manager)
+            anchor->manager->carryOutStop();
+    });
+}
+
+void TaskManager::carryOutStop() {
+    {
+        const std::lock_guard transition(m_transitionMutex);
+        if (m_worker.joinable())
+            m_worker.join();
+        if (!*m_ending)
+            writeQueuedEdits();
+        closeConnections();
+        const std::lock_guard lock(m_queueMutex);
+        m_stopped = true;
+    }
+    answerStops();
+}
+
+void TaskManager::answerStops() {
+    while (true) {
+        bool isAnswer = false;
         {
             const std::lock_guard lock(m_queueMutex);
-            if (m_stopped)
+            // Restarted in answer to the signal; a stop since then has a job of its own.
+            if (!m_stopped)
                 return;
-            m_stopRequested = true;
+            isAnswer = m_unansweredStops > 0;
+            if (isAnswer)
+                --m_unansweredStops;
+            else if (!m_restartRequested || *m_ending || !resume())
+                return;
         }
-        {
-            const std::lock_guard transition(m_transitionMutex);
-            if (m_worker.joinable())
-                m_worker.join();
-            closeConnections();
-            const std::lock_guard lock(m_queueMutex);
-            m_stopped = true;
+        if (!isAnswer) {
+            startWorker();
+            return;
         }
         emit wasStopped();
-    });
+    }
 }
 
 void TaskManager::restart() {
     {
         const std::lock_guard lock(m_queueMutex);
-        if (!m_stopped || *m_ending)
+        if (!m_stopRequested || *m_ending)
             return;
-        m_stopped = false;
-        m_stopRequested = false;
-        if (m_queue.empty() || m_running)
+        if (!m_stopped || m_unansweredStops > 0) {
+            m_restartRequested = true;
             return;
-        m_running = true;
+        }
+        if (!resume())
+            return;
     }
     startWorker();
+}
+
+/// Under the queue's mutex. Returns whether a worker is to be started.
+bool TaskManager::resume() {
+    m_stopped = false;
+    m_stopRequested = false;
+    m_restartRequested = false;
+    if (m_queue.empty() || m_running)
+        return false;
+    m_running = true;
+    return true;
 }
 
 void TaskManager::runTasks() {
@@ -201,15 +276,42 @@ std::shared_ptr<Task> TaskManager::takeTask() {
 
 void TaskManager::openConnections() {
     const bool wasOpen = m_mainDatabase.isOpen();
-    openDatabase(m_mainDatabase, m_mainPath, QStringLiteral("Could not open main database!"));
+    openConnection(m_mainDatabase, m_mainPath, QStringLiteral("Could not open main database!"));
     if (!wasOpen)
         prepareMainConnection(m_mainDatabase);
-    openDatabase(m_rootPathsDatabase, m_rootPathsPath, QStringLiteral("Could not open root paths database!"));
+    openConnection(
+        m_rootPathsDatabase, m_rootPathsPath, QStringLiteral("Could not open root paths database!"));
+    m_isOpenFailureReported = false;
+}
+
+void TaskManager::openConnection(QSqlDatabase& database, const QString& path, const QString& failureMessage) {
+    try {
+        openDatabase(database, path, failureMessage);
+    } catch (const DbException&) {
+        // Each task that is queued is another attempt; the user hears of the first.
+        if (!std::exchange(m_isOpenFailureReported, true)) {
+            ErrorHandler::instance().reportError(
+                tr("Could not open the database"),
+                Exception(
+                    tr("Stemhaven cannot open the file %1. Nothing can be shown or saved without it. Check "
+                       "that you may read and write it and that the disk is not full, and start Stemhaven "
+                       "again.")
+                        .arg(QDir::toNativeSeparators(path))),
+                QtCriticalMsg);
+        }
+        throw;
+    }
 }
 
 void TaskManager::closeConnections() {
     m_mainDatabase.close();
+    m_mainOutage.connectionClosed();
     m_rootPathsDatabase.close();
+    m_rootPathsOutage.connectionClosed();
+}
+
+Outage& TaskManager::outageOf(const QSqlDatabase& database) {
+    return &database == &m_rootPathsDatabase ? m_rootPathsOutage : m_mainOutage;
 }
 
 } // namespace Stemhaven

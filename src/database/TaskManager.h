@@ -20,8 +20,8 @@ struct ProjectDetails;
 /// The one road to the databases: owns both connections and the worker thread that alone uses them.
 ///
 /// Tasks run in the order in which they were added. The worker lives while there are tasks; when it runs out
-/// of them it checkpoints the main database. All functions may be called from any thread and none waits for
-/// the worker.
+/// of them it checkpoints the main database. All functions may be called from any thread, and none but
+/// shutDown() waits for the worker.
 class TaskManager : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(TaskManager)
@@ -45,10 +45,11 @@ public:
     /// As addTask, or as a follow-up of parent when there is one.
     void addTask(std::shared_ptr<Task> task, const std::shared_ptr<Task>& parent);
 
-    /// Lets the running task finish, keeps the others queued and closes the connections; then wasStopped() is
-    /// emitted from a pool thread.
+    /// Lets the running task finish, writes the user's edits that are queued, as whoever stops the manager
+    /// may replace the files, keeps the other tasks and closes the connections. wasStopped() is emitted then,
+    /// from a pool thread. Does nothing where the manager is stopped or about to be.
     void stop();
-    /// Runs what was queued while stopped.
+    /// Ends a stop, one that has not taken effect yet once it has, and runs what was queued meanwhile.
     void restart();
 
     /// Destroys the query on the worker.
@@ -83,36 +84,56 @@ public:
     void retroactivelyAssignGenreByDir();
 
 signals:
+    /// Once for each stop(), with the connections closed. A shut-down counts as the effect of a stop before
+    /// it.
     void wasStopped();
 
 private:
     friend class Task;
 
-    void runWhatOutlastsShutDown(const std::deque<std::shared_ptr<Task>>& tasks);
+    /// What a job in the pool has of the manager, which may be gone before the job's turn comes.
+    struct Anchor {
+        std::mutex mutex; // held by a job that uses the manager
+        TaskManager* manager;
+    };
+
+    void writeQueuedEdits();
+    std::shared_ptr<Task> takeEdit();
+    void carryOutStop();
+    void answerStops();
+    bool resume();
     void startWorker();
     void runTasks();
     void runQueuedTasks();
     std::shared_ptr<Task> takeTask();
     void openConnections();
+    void openConnection(QSqlDatabase& database, const QString& path, const QString& failureMessage);
     void closeConnections();
+    Outage& outageOf(const QSqlDatabase& database);
     bool mayRun() const;
 
     QString m_mainPath;
     QString m_rootPathsPath;
     QSqlDatabase m_mainDatabase;
     QSqlDatabase m_rootPathsDatabase;
-    Outage m_outage;
+    Outage m_mainOutage{m_mainDatabase};
+    Outage m_rootPathsOutage{m_rootPathsDatabase};
+    bool m_isOpenFailureReported = false; // used where the connections are
 
     std::mutex m_queueMutex; // the queue, and every change of the flags
     std::deque<std::shared_ptr<Task>> m_queue;
     std::atomic<bool> m_stopRequested = false;
     std::atomic<bool> m_stopped = false;
     std::atomic<bool> m_running = false;
+    bool m_restartRequested = false; // while a stop has not been answered
+    int m_unansweredStops = 0;
     /// Shared with the tasks, whose callbacks are dropped from then on.
     const std::shared_ptr<std::atomic<bool>> m_ending = std::make_shared<std::atomic<bool>>(false);
 
     std::mutex m_transitionMutex; // the thread object; held while joining, so never taken by the worker
     std::thread m_worker;
+
+    const std::shared_ptr<Anchor> m_anchor = std::make_shared<Anchor>();
 };
 
 } // namespace Stemhaven

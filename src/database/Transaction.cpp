@@ -2,16 +2,23 @@
 
 #include "app/errors/DbException.h"
 
-#include <QDebug>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
 namespace Stemhaven {
 
+namespace {
+
+void execute(QSqlDatabase& database, const QString& statement) {
+    QSqlQuery query(database);
+    if (!query.exec(statement))
+        throw DbException(database, &query, QStringLiteral("Query had an error"));
+}
+
+} // namespace
+
 Transaction::Transaction(QSqlDatabase& database) : m_database(database) {
-    // A reader that wants to write later may be refused it.
-    QSqlQuery query(m_database);
-    execute(query, QStringLiteral("BEGIN IMMEDIATE"));
+    execute(m_database, QStringLiteral("BEGIN IMMEDIATE"));
 }
 
 Transaction::~Transaction() {
@@ -19,15 +26,8 @@ Transaction::~Transaction() {
         QSqlQuery(m_database).exec(QStringLiteral("ROLLBACK"));
 }
 
-void Transaction::execute(QSqlQuery& query, const QString& statement) const {
-    qDebug() << "Transaction::execute() -> " << statement;
-    if (!query.exec(statement))
-        throw DbException(m_database, &query, QStringLiteral("Query had an error"));
-}
-
 void Transaction::commit() {
-    QSqlQuery query(m_database);
-    execute(query, QStringLiteral("COMMIT"));
+    execute(m_database, QStringLiteral("COMMIT"));
     m_committed = true;
 }
 

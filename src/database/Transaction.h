@@ -1,23 +1,21 @@
 #pragma once
 
-#include <QString>
-
 class QSqlDatabase;
-class QSqlQuery;
 
 namespace Stemhaven {
 
-/// A transaction with the right to write from its beginning on. Rolls back at the end of its scope, unless it
-/// was committed. On the worker.
+/// A transaction over a connection, rolled back at the end of its scope unless it was committed. On the
+/// worker.
 class Transaction {
 public:
-    /// Throws DbException, as the other functions do.
+    /// Begins with the right to write, because a reader that asks for it later may be refused. Throws
+    /// DbException.
     explicit Transaction(QSqlDatabase& database);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    void execute(QSqlQuery& query, const QString& statement) const;
+    /// Throws DbException; the transaction is rolled back then.
     void commit();
 
 private:

@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <utility>
 
 namespace Stemhaven::UserDataStatements {
 
@@ -35,36 +36,45 @@ QString selectProject(qint64 projectId) {
     return QStringLiteral("SELECT * FROM projects WHERE project_id=%1").arg(decimal(projectId));
 }
 
-QString selectCollections(qint64 projectId) {
-    return QStringLiteral("SELECT collection_id FROM collections_projects_map WHERE project_id=%1")
-        .arg(decimal(projectId));
+QString selectSummary(const QList<qint64>& projectIds) {
+    QStringList columns{
+        QStringLiteral("COUNT(*) AS count"), QStringLiteral("SUM(ignored<>0) AS ignored_count")};
+    const auto addRange = [&](const QString& name, const QString& value) {
+        columns.append(QStringLiteral("MIN(%1) AS min_%2, MAX(%1) AS max_%2").arg(value, name));
+    };
+    // A value that was never set counts as the one that is shown for it.
+    QStringList zeroByDefault{QStringLiteral("star_rating")};
+    for (const FilterType status : statusFilterTypes)
+        zeroByDefault.append(tableNameForStatus(status));
+    for (const QString& column : std::as_const(zeroByDefault))
+        addRange(column, QStringLiteral("COALESCE(%1, 0)").arg(column));
+    addRange(QStringLiteral("progress_percent"), QStringLiteral("ROUND(COALESCE(progress, 0) * 100)"));
+    addRange(QStringLiteral("bpm"), QStringLiteral("bpm"));
+    addRange(
+        QStringLiteral("time_signature"),
+        QStringLiteral("COALESCE(song_signature_numerator, '') || '/' || "
+                       "COALESCE(song_signature_denominator, '')"));
+    addRange(QStringLiteral("song_key"), QStringLiteral("COALESCE(song_key, '')"));
+    addRange(QStringLiteral("filepath"), QStringLiteral("filepath"));
+    return QStringLiteral("SELECT %1 FROM projects WHERE project_id IN %2")
+        .arg(columns.join(QLatin1String(", ")), list(projectIds));
 }
 
-QString selectTags(qint64 projectId) {
-    return QStringLiteral("SELECT tag_id FROM project_tag_map WHERE project_id=%1").arg(decimal(projectId));
-}
-
-QString setStarRating(int stars, qint64 projectId) {
-    return QStringLiteral("UPDATE projects SET star_rating=%1 WHERE project_id=%2")
-        .arg(decimal(stars), decimal(projectId));
-}
-
-QString setProgress(double progress, bool completed, qint64 projectId) {
-    return QStringLiteral("UPDATE projects SET progress=%1, completed=%2 WHERE project_id=%3")
+QString selectEntryCounts(const QList<qint64>& projectIds) {
+    const auto type = [](FilterType filter) {
+        return decimal(static_cast<int>(filter));
+    };
+    return QStringLiteral(
+               "WITH selected AS (SELECT project_id, genre_id FROM projects WHERE project_id IN %4) "
+               "SELECT %1, collection_id, COUNT(DISTINCT project_id) FROM collections_projects_map "
+               "WHERE project_id IN (SELECT project_id FROM selected) GROUP BY collection_id "
+               "UNION ALL SELECT %2, genre_id, COUNT(*) FROM selected "
+               "WHERE genre_id IS NOT NULL GROUP BY genre_id "
+               "UNION ALL SELECT %3, tag_id, COUNT(DISTINCT project_id) FROM project_tag_map "
+               "WHERE project_id IN (SELECT project_id FROM selected) GROUP BY tag_id")
         .arg(
-            QString::number(progress, 'g', QLocale::FloatingPointShortest), decimal(completed ? 1 : 0),
-            decimal(projectId));
-}
-
-QString setStatus(FilterType status, qint64 statusId, qint64 projectId) {
-    // The column is called as the table that it refers to.
-    return QStringLiteral("UPDATE projects SET %1=%2 WHERE project_id=%3")
-        .arg(tableNameForStatus(status), decimal(statusId), decimal(projectId));
-}
-
-QString setIgnored(bool ignored, qint64 projectId) {
-    return QStringLiteral("UPDATE projects SET ignored=%1 WHERE project_id=%2")
-        .arg(decimal(ignored ? 1 : 0), decimal(projectId));
+            type(FilterType::COLLECTIONS), type(FilterType::GENRES), type(FilterType::TAGS),
+            list(projectIds));
 }
 
 QString associate(FilterType type, qint64 filterId, qint64 projectId) {
@@ -99,13 +109,11 @@ QString disassociate(FilterType type, qint64 filterId, qint64 projectId) {
     }
 }
 
-QString clearReference(FilterType type, qint64 entryId, qint64 projectId) {
-    const bool isGenre = type == FilterType::GENRES;
+QString replaceReference(FilterType type, qint64 fromEntry, qint64 toEntry, qint64 projectId) {
     return QStringLiteral("UPDATE projects SET %1=%2 WHERE project_id=%3 AND %1=%4")
         .arg(
-            isGenre ? QStringLiteral("genre_id") : tableNameForStatus(type),
-            isGenre ? QStringLiteral("NULL") : decimal(defaultStatusId), decimal(projectId),
-            decimal(entryId));
+            type == FilterType::GENRES ? QStringLiteral("genre_id") : tableNameForStatus(type),
+            decimal(toEntry), decimal(projectId), decimal(fromEntry));
 }
 
 QString selectAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds) {
@@ -124,6 +132,16 @@ QString selectAssociated(FilterType type, qint64 filterId, const QList<qint64>& 
     default:
         return {};
     }
+}
+
+QString selectNotAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds) {
+    const QString associated = selectAssociated(type, filterId, projectIds);
+    if (associated.isEmpty())
+        return {};
+    return QStringLiteral("SELECT project_id FROM projects WHERE project_id IN %1 AND project_id NOT IN (%2) "
+                          "AND EXISTS (SELECT 1 FROM %3 WHERE %4=%5)")
+        .arg(
+            list(projectIds), associated, filterTypeTable(type), filterTypeIdColumn(type), decimal(filterId));
 }
 
 QString selectLiterals(const QStringList& columns, const QList<qint64>& projectIds) {
@@ -154,11 +172,10 @@ QString selectAsInserts(const QList<qint64>& projectIds) {
     const QString values = quoted(columns).join(QLatin1String(" || ',' || "));
     return QStringLiteral("SELECT 'projects', project_id, 'INSERT INTO projects (%1) VALUES (' || %2 || ')' "
                           "FROM projects WHERE project_id IN %3 "
-                          "UNION ALL SELECT 'collections', collection_id, 'INSERT INTO "
-                          "collections_projects_map VALUES(' || collection_id || ', ' || project_id || ')' "
+                          "UNION ALL SELECT 'collections', collection_id, project_id "
                           "FROM collections_projects_map WHERE project_id IN %3 "
-                          "UNION ALL SELECT 'tags', tag_id, 'INSERT INTO project_tag_map VALUES(' || "
-                          "project_id || ', ' || tag_id || ')' FROM project_tag_map WHERE project_id IN %3")
+                          "UNION ALL SELECT 'tags', tag_id, project_id "
+                          "FROM project_tag_map WHERE project_id IN %3")
         .arg(columns.join(QLatin1String(", ")), values, list(projectIds));
 }
 
@@ -184,13 +201,17 @@ QStringList copy(qint64 fromProjectId, qint64 toProjectId) {
             .arg(from, to)};
 }
 
-QStringList freeProjectId(qint64 projectId) {
+QString selectTaken(const QList<qint64>& projectIds) {
+    return QStringLiteral("SELECT project_id, (SELECT MAX(project_id) FROM projects) FROM projects WHERE "
+                          "project_id IN %1 ORDER BY project_id")
+        .arg(list(projectIds));
+}
+
+QStringList moveProject(qint64 from, qint64 to) {
     QStringList statements;
     for (const char* table : {"collections_projects_map", "project_tag_map", "projects"}) {
-        statements.append(
-            QStringLiteral("UPDATE %1 SET project_id=(SELECT MAX(project_id) + 1 FROM projects) WHERE "
-                           "project_id=%2")
-                .arg(QLatin1String(table), decimal(projectId)));
+        statements.append(QStringLiteral("UPDATE %1 SET project_id=%2 WHERE project_id=%3")
+                              .arg(QLatin1String(table), decimal(to), decimal(from)));
     }
     return statements;
 }

@@ -10,23 +10,24 @@
 namespace Stemhaven::UserDataStatements {
 
 QString selectProject(qint64 projectId);
-QString selectCollections(qint64 projectId);
-QString selectTags(qint64 projectId);
 
-QString setStarRating(int stars, qint64 projectId);
-/// progress is a fraction from 0 to 1.
-QString setProgress(double progress, bool completed, qint64 projectId);
-/// status is one of the four kinds.
-QString setStatus(FilterType status, qint64 statusId, qint64 projectId);
-QString setIgnored(bool ignored, qint64 projectId);
+/// One row about all of the projects: their "count", the "ignored_count", and the least and the greatest
+/// value of other columns, such as "min_star_rating" and "max_star_rating", which are equal where all have
+/// the same.
+QString selectSummary(const QList<qint64>& projectIds);
+/// Rows of the number of a FilterType, the id of a collection, genre or tag, and how many of the projects it
+/// has.
+QString selectEntryCounts(const QList<qint64>& projectIds);
 
 /// The type is collections, genres or tags; any other gives an empty text.
 QString associate(FilterType type, qint64 filterId, qint64 projectId);
 QString disassociate(FilterType type, qint64 filterId, qint64 projectId);
-/// Takes the genre or the status from the project if it is this one.
-QString clearReference(FilterType type, qint64 entryId, qint64 projectId);
-/// Those of the projects that are in the collection or have the tag.
+/// Gives the project the genre or the status if it has the other one.
+QString replaceReference(FilterType type, qint64 fromEntry, qint64 toEntry, qint64 projectId);
+/// Those of the projects that are in the collection or have the genre or the tag.
 QString selectAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds);
+/// The others that there are; none where there is no such entry.
+QString selectNotAssociated(FilterType type, qint64 filterId, const QList<qint64>& projectIds);
 
 /// One row per project: its id, then the values of the columns as SQL literals, as setLiterals() takes them.
 QString selectLiterals(const QStringList& columns, const QList<qint64>& projectIds);
@@ -39,14 +40,16 @@ QStringList deleteAssociations(qint64 projectId);
 /// Says of a new record all that the user said of another one, its associations included.
 QStringList copy(qint64 fromProjectId, qint64 toProjectId);
 
-/// The rows of the records and of their associations, each as the statement that inserts it again, with the
-/// table before it and, for an association, the id of the collection or the tag between the two.
+/// The rows of the records and of their associations. Of a record: "projects", its id, the statement that
+/// inserts it again. Of an association: "collections" or "tags", the entry's id, the project's id.
 QString selectAsInserts(const QList<qint64>& projectIds);
 
-/// To be run before a deleted record is inserted again: a record that has got its id meanwhile gets another.
-QStringList freeProjectId(qint64 projectId);
-/// To be run after it: deletes a record that was made of the same bundle meanwhile, and takes the identity
-/// from the restored one if another has it by now.
+/// Those of the ids that records have, each with the greatest id of all records.
+QString selectTaken(const QList<qint64>& projectIds);
+/// Gives the record another id, for which there is none yet.
+QStringList moveProject(qint64 from, qint64 to);
+/// To be run after a deleted record was inserted again: deletes a record that was made of the same bundle
+/// meanwhile, and takes the identity from the restored one if another has it by now.
 QStringList settleRestoredProject(qint64 projectId);
 
 } // namespace Stemhaven::UserDataStatements

@@ -9,15 +9,37 @@
 #include "database/ProjectStatements.h"
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
+#include "platform/RemoteCalls.h"
 #include "project/NoteFile.h"
 
 #include <QDebug>
 #include <QSettings>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace Stemhaven {
+
+namespace {
+
+constexpr std::chrono::seconds untilRemoteAnswers(10);
+
+/// Those on a remote file system are written with patience: where it does not answer, the next search finds
+/// that they are missing.
+void writeAllNotes(const std::vector<NoteToWrite>& notes) {
+    std::map<QString, std::vector<NoteToWrite>> byMount;
+    for (const auto& note : notes)
+        byMount[RemoteCalls::mountOf(note.details.filepath)].push_back(note);
+    for (const auto& [mount, there] : byMount) {
+        RemoteCalls::run(there.front().details.filepath, [notes = there] {
+            writeNotes(notes);
+            return true;
+        });
+    }
+}
+
+} // namespace
 
 BundleChecks::BundleChecks(
     TaskManager& tasks, std::shared_ptr<RecordedBundles> recorded, std::chrono::milliseconds delay,
@@ -167,7 +189,14 @@ BundleChecks::CheckedGroup BundleChecks::read(const CheckQueue::Group& group) {
     auto checked = std::make_shared<std::vector<Checked>>();
     QSet<QString> identities;
     for (const auto& request : group.requests) {
-        auto bundle = FoundBundle::read(request.path);
+        const QString folder = request.path.left(request.path.lastIndexOf(u'/'));
+        auto answer = RemoteCalls::run(folder, [path = request.path] { return FoundBundle::read(path); });
+        if (!answer) {
+            const std::lock_guard lock(m_mutex);
+            m_queue.addDelayed(request, Clock::now() + untilRemoteAnswers);
+            continue;
+        }
+        auto& bundle = *answer;
         if (!bundle.isThere()) {
             m_checkedOnceMore.remove(request.path);
             m_callbacks.vanished(bundle.details);
@@ -197,7 +226,7 @@ bool BundleChecks::findCandidates(const CheckedGroup& group) {
                     checked.request.priorPaths);
             }
         },
-        AwaitedTask::Writes::No, [this] { return isEnding(); });
+        [this] { return isEnding(); });
 }
 
 void BundleChecks::match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching) {
@@ -222,7 +251,8 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
     if (changes.isEmpty())
         return true;
     const auto written = std::make_shared<QList<ProjectChanges::Written>>();
-    const auto work = [group, changes, written, vacated = matching.vacatedPaths(),
+    const auto hasFound = std::make_shared<bool>(false);
+    const auto work = [group, changes, written, hasFound, vacated = matching.vacatedPaths(),
                        recorded = m_recorded](QSqlDatabase& database) {
         *written = changes.write(database);
         QList<std::pair<QString, RecordedBundle>> put;
@@ -237,9 +267,9 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
             }
         }
         // On the worker, as the reading of all records is, so that neither undoes the other.
-        recorded->update(vacated, put);
+        *hasFound = recorded->update(vacated, put);
     };
-    if (!AwaitedTask::run(m_tasks, work, AwaitedTask::Writes::Yes, [this] { return isEnding(); }))
+    if (!AwaitedTask::run(m_tasks, work, [this] { return isEnding(); }))
         return false;
 
     follow(*written);
@@ -253,7 +283,7 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
             add(checked.request);
     }
     reportDuplicates(matching);
-    m_callbacks.written(*written, isFromEvent);
+    m_callbacks.written(*written, isFromEvent, *hasFound);
     return true;
 }
 
@@ -269,10 +299,10 @@ void BundleChecks::follow(const QList<ProjectChanges::Written>& written) {
             continue;
         }
         qInfo() << "New project successfully added! project_id:" << record.projectId;
-        if (givesGenres)
+        if (givesGenres && !record.isCopy)
             assignGenreToNewProject(m_tasks, nullptr, record.projectId, record.details.filepath);
     }
-    writeNotes(notes);
+    writeAllNotes(notes);
 }
 
 void BundleChecks::reportDuplicates(const BundleMatching& matching) {

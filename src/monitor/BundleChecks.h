@@ -42,8 +42,10 @@ public:
         std::function<bool(const QString& path)> isSearched;
         /// Whether bundles that are on disk may still be handed in by a search.
         std::function<bool()> isSearching;
-        /// Records were written; isFromEvent where any of them is to be told at once.
-        std::function<void(const QList<ProjectChanges::Written>& written, bool isFromEvent)> written;
+        /// Records were written; isFromEvent where any of them is to be told at once, hasFound where any of
+        /// their bundles was missing.
+        std::function<void(const QList<ProjectChanges::Written>& written, bool isFromEvent, bool hasFound)>
+            written;
         /// The bundle is not there.
         std::function<void(const ProjectDetails& details)> vanished;
     };

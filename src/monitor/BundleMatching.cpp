@@ -1,6 +1,7 @@
 #include "monitor/BundleMatching.h"
 
 #include "app/errors/Guarded.h"
+#include "project/BundleSuffixes.h"
 
 #include <QDebug>
 
@@ -58,7 +59,7 @@ BundleMatching::Outcome BundleMatching::match(
         return insert(subject, origin->record.id);
     }
     const auto nowThere = Places::bundleAt(origin->record.path());
-    if (nowThere.valid && nowThere != bundle.details.sufid) {
+    if (!nowThere || (nowThere->valid && *nowThere != bundle.details.sufid)) {
         qDebug() << "Previous project found with matching SUFID with project_id: " << origin->record.id;
         qDebug() << "Copy of project will be added as a new record.";
         return insert(subject);
@@ -115,7 +116,7 @@ std::optional<BundleMatching::Origin> BundleMatching::originByNote(const Subject
     if (!origin)
         return std::nullopt;
     const auto record = current(*origin);
-    if (!ProjectDetails(record.path()).isValid) {
+    if (bundlePathIn(record.path()).isEmpty()) {
         qWarning() << "Old project details are invalid! Possibly corrupt or incorrect path information.";
         qDebug() << "\tOld project_id: " << record.id << " oldFilepath: " << record.filepath
                  << " oldFilename: " << record.filename;

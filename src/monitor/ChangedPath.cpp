@@ -1,8 +1,7 @@
 #include "monitor/ChangedPath.h"
 
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
@@ -12,7 +11,7 @@ namespace Stemhaven {
 ChangedPath::Entry::Entry(QString thePath, unsigned long long theEventID)
     : path(std::move(thePath)),
       eventID(theEventID),
-      found(QFileInfo::exists(path)) {}
+      found(pathExists(path)) {}
 
 ProjectDetails ChangedPath::Entry::getProjectDetails() const {
     return ProjectDetails(path);

@@ -1,5 +1,6 @@
 #include "monitor/EventFilter.h"
 
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
 
 #include <QDebug>
@@ -14,6 +15,10 @@ namespace {
 
 // The program's own note in a bundle, and what it is written through.
 const QString noteName = QStringLiteral("Stemhaven.plist");
+
+bool isFolder(const QString& path) {
+    return RemoteCalls::run(path, [path] { return QFileInfo(path).isDir(); }).value_or(false);
+}
 
 class Filter {
 public:
@@ -66,7 +71,7 @@ private:
             m_batch.moves.append({path, event.eventID, event.fileID});
         }
         // The bundles below it have new paths and send no events of their own.
-        if (m_folders.isBelowRoot(path) && QFileInfo(path).isDir())
+        if (m_folders.isBelowRoot(path) && isFolder(path))
             m_batch.needsSearch = true;
     }
 

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace Stemhaven {
 
 /// Looks at the places where records say that their bundles are. Looks at the disk, so never on the GUI
@@ -15,14 +17,17 @@ public:
     /// Watched folders, each ending in "/".
     explicit Places(QStringList roots);
 
-    /// Invalid where there is nothing.
-    static SystemUniqueFileID bundleAt(const QString& path);
+    /// Invalid where there is nothing. No answer where a remote file system gives none.
+    static std::optional<SystemUniqueFileID> bundleAt(const QString& path);
 
     /// Whether nobody can tell now if the record's bundle is still at its place, because the watched folder
     /// or the volume that it lay on is missing. found is the identity of the bundle that may be it.
     bool isAway(const ProjectRecord& record, const SystemUniqueFileID& found) const;
 
 private:
+    static bool
+    isMissing(const ProjectRecord& record, const SystemUniqueFileID& found, const QStringList& rootsAbove);
+
     QStringList m_roots;
 };
 

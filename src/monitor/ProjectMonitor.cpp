@@ -179,9 +179,8 @@ void ProjectMonitor::initializeFilesystemEventStream() {
     const auto recorded = m_recorded->all();
     request.roots = watched.roots();
     request.ancestors = QStringList(watched.ancestors().begin(), watched.ancestors().end());
-    for (auto it = recorded.begin(); it != recorded.end(); ++it) {
-        request.recordedTimes.insert(it.key(), it->lastModified);
-        if (!request.ancestors.isEmpty() && it.key().startsWith(u'/') && !watched.isBelowRoot(it.key()))
+    for (auto it = recorded.begin(); it != recorded.end() && !request.ancestors.isEmpty(); ++it) {
+        if (it.key().startsWith(u'/') && !watched.isBelowRoot(it.key()))
             request.strayBundles.append(it.key());
     }
     if (request.roots.isEmpty() && request.ancestors.isEmpty())
@@ -196,6 +195,13 @@ void ProjectMonitor::initializeFilesystemEventStream() {
     }
     m_isStartDelayed = false;
     request.bundleSuffixes = bundleSuffixes();
+    request.recordedTimes =
+        [bundles = m_recorded](const QString& path) -> std::optional<FileWatchRequest::RecordedTimes> {
+        const auto bundle = bundles->at(path);
+        if (!bundle)
+            return std::nullopt;
+        return FileWatchRequest::RecordedTimes{bundle->lastModified, bundle->readAt};
+    };
     request.sinceEventID = ReplayPosition::stored();
     request.latency = m_latency;
     m_stream =
@@ -216,6 +222,9 @@ void ProjectMonitor::stopFilesystemEventStream() {
         return;
     qInfo() << "Stopping project monitoring event stream...";
     m_stream->stop();
+    // What was delivered is not replayed, once it has been written.
+    if (const auto id = m_stream->deliveredUpTo(); id != 0)
+        m_progress.begin(id);
     m_stream.reset();
 }
 
@@ -272,6 +281,11 @@ void ProjectMonitor::takeFolders(
         const std::lock_guard lock(m_mutex);
         m_folders = folders;
     }
+    const auto isStray = [&](const QString& path) {
+        return !folders.isBelowRoot(path);
+    };
+    if (m_recorded->setMissing(strays.missing, isStray))
+        emit missingBundlesChanged();
     if (!strays.moved.isEmpty()) {
         for (const auto& moved : strays.moved)
             check(moved.to, {moved.from}, true, nullptr);
@@ -310,6 +324,14 @@ ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
                         emit searchProgressed(bundlesFound);
                 },
                 Qt::QueuedConnection);
+        },
+        [this](const QStringList& roots, const QSet<QString>& missing) {
+            const auto isBelowRoot = [&](const QString& path) {
+                return std::any_of(
+                    roots.begin(), roots.end(), [&](const QString& root) { return path.startsWith(root); });
+            };
+            if (m_recorded->setMissing(missing, isBelowRoot))
+                tellMissingBundles();
         },
         [this](quint64 recordedBefore, bool restartWanted) { searchWalked(recordedBefore, restartWanted); },
     };

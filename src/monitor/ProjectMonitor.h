@@ -14,6 +14,7 @@
 
 #include <QDateTime>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -65,6 +66,9 @@ public:
     /// From any thread.
     bool isSearching() const;
 
+    /// The paths on record at which there was no bundle at the last look. From any thread.
+    QSet<QString> missingBundles() const { return m_recorded->missing(); }
+
     /// Whether any bundle is being checked or waits for it. From any thread.
     bool isChecking() const { return !m_checks.isIdle(); }
 
@@ -95,6 +99,8 @@ signals:
     void wasStopped();
     void isRestarting();
     void projectsDbModified();
+    /// missingBundles() has changed.
+    void missingBundlesChanged();
     void rootSearchPathChanged(QString path);
     void databaseInitialized();
     void databaseInitFailed();
@@ -115,12 +121,15 @@ private:
     void followMoves(const Ticket& ticket);
     void followProject(const ChangedPath& changed, const Ticket& ticket);
     void followFolder(const ChangedPath& changed, const Ticket& ticket);
+    void checkBelow(const QString& folder, const Ticket& ticket);
     bool wasAboveStrays(const ChangedPath& changed) const;
     void
     check(const QString& bundlePath, const QStringList& priorPaths, bool fromEvent, const Ticket& ticket);
     bool isSearched(const QString& path) const;
     WatchedFolders folders() const;
-    void recordsWritten(const QList<ProjectChanges::Written>& written, bool fromEvent);
+    void recordsWritten(const QList<ProjectChanges::Written>& written, bool fromEvent, bool hasFound);
+    void bundleVanished(const ProjectDetails& details);
+    void tellMissingBundles();
 
     BundleChecks::Callbacks checkCallbacks();
     ProjectSearch::Callbacks searchCallbacks();

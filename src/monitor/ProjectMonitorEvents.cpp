@@ -3,10 +3,10 @@
 #include "app/errors/Guarded.h"
 #include "monitor/ProjectMonitor.h"
 #include "monitor/ReplayPosition.h"
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
 
 #include <QDebug>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
@@ -18,13 +18,10 @@ BundleChecks::Callbacks ProjectMonitor::checkCallbacks() {
         [this] { return rootSearchPaths(); },
         [this](const QString& path) { return isSearched(path); },
         [this] { return m_searchOwed || m_search.isWalking(); },
-        [this](const QList<ProjectChanges::Written>& written, bool fromEvent) {
-            recordsWritten(written, fromEvent);
+        [this](const QList<ProjectChanges::Written>& written, bool fromEvent, bool hasFound) {
+            recordsWritten(written, fromEvent, hasFound);
         },
-        [this](const ProjectDetails& details) {
-            QMetaObject::invokeMethod(
-                this, [this, details] { m_vanished.add(details); }, Qt::QueuedConnection);
-        },
+        [this](const ProjectDetails& details) { bundleVanished(details); },
     };
 }
 
@@ -82,7 +79,7 @@ void ProjectMonitor::followProject(const ChangedPath& changed, const Ticket& tic
     const auto priors = changed.getPriorPaths();
     for (const auto& prior : priors)
         priorPaths.append(prior.path);
-    if (!QFileInfo::exists(*latest)) {
+    if (!pathExists(*latest)) {
         qDebug() << "Searching for moved/renamed project. Not found at:";
         qDebug() << "\tPrevious: " << priorPaths;
         qDebug() << "\tPotential:" << *latest;
@@ -99,6 +96,9 @@ void ProjectMonitor::followFolder(const ChangedPath& changed, const Ticket& tick
         qDebug()
             << "ProjectMonitor: Could not find the latest path for changed directory! Checking next paths";
         qDebug() << "\tPossible locations: " << changed;
+        const auto entries = changed.getPriorPaths();
+        for (const auto& entry : entries + QList<ChangedPath::Entry>{{*changed.getLatestPath(), 0}})
+            checkBelow(entry.path, ticket);
         // A folder that was renamed again before its watch could follow is not told of any more.
         if (wasAboveStrays(changed)) {
             m_moves.remove(changed.fileID());
@@ -123,6 +123,16 @@ void ProjectMonitor::followFolder(const ChangedPath& changed, const Ticket& tick
     }
     if (isSettled)
         m_moves.remove(changed.fileID());
+}
+
+/// The bundles below a folder that has left without being seen elsewhere are missing by now.
+void ProjectMonitor::checkBelow(const QString& folder, const Ticket& ticket) {
+    const auto missing = m_recorded->missing();
+    const auto bundles = m_recorded->below(folder + QLatin1Char('/'));
+    for (const auto& path : bundles) {
+        if (!missing.contains(path))
+            check(path, {}, true, ticket);
+    }
 }
 
 bool ProjectMonitor::wasAboveStrays(const ChangedPath& changed) const {
@@ -159,9 +169,24 @@ WatchedFolders ProjectMonitor::folders() const {
     return m_folders;
 }
 
-void ProjectMonitor::recordsWritten(const QList<ProjectChanges::Written>& written, bool fromEvent) {
+void ProjectMonitor::bundleVanished(const ProjectDetails& details) {
+    if (m_recorded->markMissing(details.bundlePath()))
+        tellMissingBundles();
+    QMetaObject::invokeMethod(
+        this, [this, details] { m_vanished.add(details); }, Qt::QueuedConnection);
+}
+
+void ProjectMonitor::tellMissingBundles() {
+    QMetaObject::invokeMethod(
+        this, [this] { emit missingBundlesChanged(); }, Qt::QueuedConnection);
+}
+
+void ProjectMonitor::recordsWritten(
+    const QList<ProjectChanges::Written>& written, bool fromEvent, bool hasFound) {
     for (const auto& record : written)
         m_moves.remove(record.details.sufid.inode);
+    if (hasFound)
+        tellMissingBundles();
     if (fromEvent)
         QMetaObject::invokeMethod(
             this, [this] { emit projectsDbModified(); }, Qt::QueuedConnection);

@@ -2,14 +2,20 @@
 
 #include "app/Shutdown.h"
 #include "app/errors/Guarded.h"
-#include "monitor/FolderWalk.h"
+#include "platform/RemoteCalls.h"
+#include "platform/TreeWalk.h"
+#include "project/BundleSuffixes.h"
 #include "project/NoteFile.h"
 #include "project/ProjectDetails.h"
 
 #include <QDebug>
+#include <QFile>
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace Stemhaven {
@@ -23,7 +29,35 @@ constexpr std::chrono::milliseconds betweenReports(100);
 /// Whether the bundle at path is the recorded one, and has its note.
 bool isAsRecorded(const QString& path, const RecordedBundles::ByPath& recorded) {
     const auto known = recorded.constFind(path);
-    return known != recorded.cend() && known->sufid == ProjectDetails(path).sufid && !lacksNote(path);
+    if (known == recorded.cend())
+        return false;
+    const QString folder = path.left(path.lastIndexOf(u'/'));
+    const auto answer = RemoteCalls::run(folder, [path, sufid = known->sufid] {
+        return ProjectDetails(path).sufid == sufid && !lacksNote(path);
+    });
+    // Where there is no answer now, the next search will ask.
+    return answer.value_or(true);
+}
+
+/// A remote file system that does not answer holds up neither the other roots nor the end.
+FolderListing listWithPatience(const std::string& folder) {
+    auto listing =
+        RemoteCalls::run(QFile::decodeName(folder.c_str()), [folder] { return FolderListing::of(folder); });
+    return listing ? std::move(*listing) : FolderListing{{}, ETIMEDOUT};
+}
+
+/// What is on record below the roots and was not seen by a walk, because it is not there.
+QSet<QString>
+missingOf(const RecordedBundles::ByPath& recorded, const QStringList& roots, const QSet<QString>& seen) {
+    QSet<QString> missing;
+    for (auto it = recorded.keyBegin(); it != recorded.keyEnd(); ++it) {
+        const QString& path = *it;
+        const bool isBelowRoot = std::any_of(
+            roots.begin(), roots.end(), [&](const QString& root) { return path.startsWith(root); });
+        if (isBelowRoot && !seen.contains(path) && !pathExists(path))
+            missing.insert(path);
+    }
+    return missing;
 }
 
 } // namespace
@@ -68,13 +102,12 @@ bool ProjectSearch::isUnsettled() const {
 
 void ProjectSearch::run() {
     const auto recordedBefore = m_recorded->revision();
-    const auto recorded = m_recorded->all();
     qDebug() << "ProjectMonitor: Beginning search for new projects";
     bool restartWanted = false;
     bool passWanted = true;
     while (passWanted) {
         m_again = false;
-        loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(recorded); });
+        loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(m_recorded->all()); });
         const std::lock_guard lock(m_mutex);
         passWanted = m_again && !isInterrupted();
         if (!passWanted) {
@@ -91,33 +124,42 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
         return m_again || isInterrupted();
     };
     int found = 0;
+    QSet<QString> seen;
     std::set<QString> unreadable;
     auto lastReport = Clock::now();
-    const FolderWalk walk(
-        {[&](const QString& bundlePath) {
-             ++found;
-             if (Clock::now() - lastReport >= betweenReports) {
-                 lastReport = Clock::now();
-                 m_callbacks.progressed(found);
-             }
-             if (isAsRecorded(bundlePath, recorded))
-                 return;
-             m_callbacks.waitForRoom(giveUp);
-             if (!giveUp())
-                 m_callbacks.check(bundlePath);
-         },
-         [&](const QString& folder, const QString& reason) {
-             unreadable.insert(folder);
-             // Once, not in each search, until it can be read again.
-             if (m_unreadable.insert(folder).second)
-                 qWarning() << "Could not read folder. Skipping: " << folder << reason;
-         },
-         giveUp});
+    TreeWalk walk;
+    walk.onBundle = [&](const std::string& bundle) {
+        const QString bundlePath = QFile::decodeName(bundle.c_str());
+        ++found;
+        seen.insert(bundlePath);
+        if (Clock::now() - lastReport >= betweenReports) {
+            lastReport = Clock::now();
+            m_callbacks.progressed(found);
+        }
+        if (isAsRecorded(bundlePath, recorded))
+            return;
+        m_callbacks.waitForRoom(giveUp);
+        if (!giveUp())
+            m_callbacks.check(bundlePath);
+    };
+    walk.onUnreadable = [&](const std::string& path, int error) {
+        const QString folder = QFile::decodeName(path.c_str());
+        unreadable.insert(folder);
+        // Once, not in each search, until it can be read again.
+        if (m_unreadable.insert(folder).second)
+            qWarning() << "Could not read folder. Skipping: " << folder
+                       << QString::fromLocal8Bit(std::generic_category().message(error));
+    };
+    walk.isStopped = giveUp;
+    walk.list = &listWithPatience;
+    const BundleNames names(bundleSuffixes());
     const auto roots = m_callbacks.roots();
     for (const auto& root : roots)
-        walk.walk(root);
-    if (!giveUp())
-        m_unreadable = std::move(unreadable);
+        walk.walk(QFile::encodeName(root).toStdString(), names);
+    if (giveUp())
+        return;
+    m_unreadable = std::move(unreadable);
+    m_callbacks.looked(roots, missingOf(recorded, roots, seen));
 }
 
 bool ProjectSearch::isInterrupted() const {

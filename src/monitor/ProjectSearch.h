@@ -3,6 +3,7 @@
 #include "monitor/RecordedBundles.h"
 
 #include <QFuture>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -30,6 +31,8 @@ public:
         std::function<void(const QString& bundlePath)> check;
         /// Some ten times a second at most.
         std::function<void(int bundlesFound)> progressed;
+        /// A pass has looked everywhere: what is on record below the roots and is not there.
+        std::function<void(const QStringList& roots, const QSet<QString>& missing)> looked;
         /// The last pass is over; the checks may not be. Answered by a call of settled() when they are.
         /// recordedBefore is the revision of the recorded bundles at the beginning.
         std::function<void(quint64 recordedBefore, bool restartWanted)> walked;

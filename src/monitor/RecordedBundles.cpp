@@ -24,17 +24,23 @@ void RecordedBundles::replaceAll(ByPath bundles) {
             it->readAt = std::max(it->readAt, known->readAt);
     }
     m_bundles = std::move(bundles);
+    m_missing.removeIf([this](const QString& path) { return !m_bundles.contains(path); });
 }
 
-void RecordedBundles::update(
+bool RecordedBundles::update(
     const QStringList& vacated, const QList<std::pair<QString, RecordedBundle>>& put) {
     const std::lock_guard lock(m_mutex);
-    for (const auto& path : vacated)
+    const auto missingBefore = m_missing.size();
+    for (const auto& path : vacated) {
         m_revision += m_bundles.remove(path) ? 1 : 0;
+        m_missing.remove(path);
+    }
     for (const auto& [path, bundle] : put) {
         m_revision += m_bundles.contains(path) ? 0 : 1;
         m_bundles[path] = bundle;
+        m_missing.remove(path);
     }
+    return m_missing.size() != missingBefore;
 }
 
 std::optional<RecordedBundle> RecordedBundles::at(const QString& path) const {
@@ -55,6 +61,34 @@ QStringList RecordedBundles::below(const QString& folder) const {
         return path.startsWith(folder);
     });
     return paths;
+}
+
+bool RecordedBundles::markMissing(const QString& path) {
+    const std::lock_guard lock(m_mutex);
+    if (!m_bundles.contains(path) || m_missing.contains(path))
+        return false;
+    m_missing.insert(path);
+    return true;
+}
+
+bool RecordedBundles::setMissing(
+    const QSet<QString>& paths, const std::function<bool(const QString&)>& isLookedFor) {
+    const std::lock_guard lock(m_mutex);
+    QSet<QString> missing;
+    for (const auto& path : m_missing) {
+        if (!isLookedFor(path))
+            missing.insert(path);
+    }
+    for (const auto& path : paths) {
+        if (m_bundles.contains(path))
+            missing.insert(path);
+    }
+    return std::exchange(m_missing, missing) != missing;
+}
+
+QSet<QString> RecordedBundles::missing() const {
+    const std::lock_guard lock(m_mutex);
+    return m_missing;
 }
 
 quint64 RecordedBundles::revision() const {

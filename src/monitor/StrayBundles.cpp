@@ -1,10 +1,10 @@
 #include "monitor/StrayBundles.h"
 
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
 #include "project/ProjectDetails.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <optional>
 
@@ -59,12 +59,16 @@ StrayBundles StrayBundles::find(const RecordedBundles::ByPath& recorded, const W
         // Where a record gave up its place, there is nowhere to look.
         if (!it.key().startsWith(u'/') || folders.isBelowRoot(it.key()))
             continue;
-        if (QFile::exists(it.key()))
+        if (pathExists(it.key())) {
             strays.inPlace.append(it.key());
-        else if (!it->sufid.valid)
             continue;
-        else if (const auto path = RenamedPathSearch(it.key(), it->sufid).run())
+        }
+        const bool canBeSought = it->sufid.valid && RemoteCalls::mountOf(it.key()).isEmpty();
+        const auto path = canBeSought ? RenamedPathSearch(it.key(), it->sufid).run() : std::nullopt;
+        if (path)
             strays.moved.append({it.key(), *path});
+        else
+            strays.missing.insert(it.key());
     }
     return strays;
 }

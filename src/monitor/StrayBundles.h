@@ -4,6 +4,7 @@
 #include "monitor/WatchedFolders.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -20,6 +21,7 @@ struct StrayBundles {
     /// Those that are at their recorded paths.
     QStringList inPlace;
     QList<Moved> moved;
+    QSet<QString> missing;
 
     /// Looks at the disk, so not on the GUI thread.
     static StrayBundles find(const RecordedBundles::ByPath& recorded, const WatchedFolders& folders);

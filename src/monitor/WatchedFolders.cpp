@@ -1,5 +1,7 @@
 #include "monitor/WatchedFolders.h"
 
+#include "platform/RemoteCalls.h"
+
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
@@ -25,7 +27,9 @@ void WatchedFolders::addRoot(const QString& path) {
         qWarning() << "ProjectMonitor: Root monitoring attempt detected. Ignoring...";
     else if (!m_roots.contains(root)) {
         m_roots.append(root);
-        m_canonicalRoots.append(QFileInfo(root).canonicalFilePath());
+        m_canonicalRoots.append(RemoteCalls::run(root, [root] {
+                                    return QFileInfo(root).canonicalFilePath();
+                                }).value_or(QString()));
     }
 }
 
@@ -45,15 +49,14 @@ QString WatchedFolders::rootAbove(const QString& path) const {
 QSet<QString> WatchedFolders::ancestorsOf(const QStringList& strayBundles) const {
     QSet<QString> ancestors;
     for (const auto& bundle : strayBundles) {
-        const QFileInfo info(bundle);
-        if (!info.exists()) {
+        if (!pathExists(bundle)) {
             qDebug() << "Projects bundle path not found. Skipping: " << bundle;
             continue;
         }
-        QDir folder = info.absoluteDir();
+        QDir folder = QFileInfo(bundle).absoluteDir();
         do {
             const auto path = withTrailingSlash(folder.absolutePath());
-            if (m_roots.contains(path) || !folder.exists() || ancestors.contains(path))
+            if (m_roots.contains(path) || !pathExists(path) || ancestors.contains(path))
                 break;
             ancestors.insert(path);
         } while (folder.cdUp());

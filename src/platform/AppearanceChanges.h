@@ -4,8 +4,8 @@
 
 namespace Stemhaven {
 
-/// Tells when the desktop's colour scheme or accent colour changes. Silent where Qt takes the desktop's
-/// colours over by itself, and where there is no desktop to tell.
+/// Tells when the desktop's colour scheme, contrast or accent colour changes. Silent where Qt takes the
+/// desktop's colours over by itself, and where there is no desktop to tell.
 class AppearanceChanges : public QObject {
     Q_OBJECT
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -10,6 +9,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <optional>
 
 namespace Stemhaven {
 
@@ -49,10 +49,20 @@ struct FileWatchRequest {
     QStringList bundleSuffixes;
     /// Events after this one are replayed.
     std::uint64_t sinceEventID = sinceNow;
-    /// When the information file of each recorded bundle had last been changed, in seconds since 1970. What
-    /// has another time now is replayed too, so that a save is not missed for which the clock was set back.
-    /// Of no use to a system that keeps a history of its events.
-    QHash<QString, qint64> recordedTimes;
+
+    /// What is on record of a bundle.
+    struct RecordedTimes {
+        /// When its information file had last been changed, in seconds since 1970.
+        std::int64_t informationSeconds = 0;
+        /// When it was read, in nanoseconds since 1970.
+        std::int64_t readAt = 0;
+    };
+
+    /// Nothing for a bundle that is not on record. A bundle that was read after its last change is not
+    /// replayed, and one whose information file has another time now is, so that a save is not missed for
+    /// which the clock was set back. Safe from any thread. Of no use to a system that keeps a history of its
+    /// events.
+    std::function<std::optional<RecordedTimes>(const QString& bundlePath)> recordedTimes;
     /// How long events are gathered before they are delivered together.
     std::chrono::milliseconds latency{3000};
 };
@@ -62,7 +72,8 @@ struct FileWatchRequest {
 /// Told is what can change the record of a bundle, with the path of the part, and what happens to folders
 /// outside bundles; other files outside bundles are passed over. Both halves of a move have the same fileID.
 /// A bundle that comes from out of sight, or that was no bundle before, is created as well as renamed.
-/// MustScanSubDirs comes at a root's own path: what lies below may have changed without being told.
+/// MustScanSubDirs comes at the path of a root, or of a remote file system that is mounted inside one: what
+/// lies below may have changed without being told.
 class FileEventStream {
 public:
     /// Called on the stream's own thread, which holds no lock of the stream. A batch is never empty; its
@@ -78,13 +89,18 @@ public:
     FileEventStream& operator=(const FileEventStream&) = delete;
 
     /// Returns once nothing that happens from now on is missed, or false when the system refuses or the
-    /// stream was stopped meanwhile. Reads every folder first, so not for the GUI thread, but never waits for
-    /// the handler. Can be started once.
+    /// stream was stopped meanwhile. Reads every local folder first, so not for the GUI thread, but never
+    /// waits for the handler, nor for a remote file system: what changes there before the first look at it is
+    /// found by its time. Can be started once.
     virtual bool start() = 0;
     /// After it the handler is not called any more: waits for a call that is under way, so the caller must
     /// hold nothing that the handler waits for. Called from the handler, it does not wait. Safe from any
     /// thread.
     virtual void stop() = 0;
+
+    /// After stop(): an id up to which everything has been delivered, so that the next stream need not replay
+    /// it. 0 where that is not known.
+    virtual std::uint64_t deliveredUpTo() const { return 0; }
 
     /// Whether a stream that was stopped earlier still holds what a new one needs.
     static bool earlierStreamIsClosing();
@@ -93,6 +109,7 @@ public:
     static std::uint64_t currentEventID();
 
     /// Missing until start().
+    /// Missing also while a remote file system does not answer.
     enum class RootState { Watched, Polled, Missing };
     /// Safe from any thread. The root may end in "/".
     virtual RootState stateOf(const QString& root) const = 0;

@@ -10,6 +10,12 @@ namespace Stemhaven {
 /// Opens the project at path with the program that the desktop has for it.
 int openProject(const QString& path);
 
+/// The status where the command that opens files with the desktop's programs is not installed.
+constexpr int openerIsMissing = 127;
+
+/// Whether the file manager is the Finder, which every user of the system knows by that name.
+bool hasFinder();
+
 /// Shows path, selected, in the desktop's file manager or, where that cannot be asked, its folder.
 int revealInFileManager(const QString& path);
 

@@ -11,9 +11,13 @@ public:
     /// The current time.
     Date();
 
-    /// From calendar fields (month 1 to 12, full year), in UTC or in local time. Throws Error where the
-    /// fields name a time before the epoch; the one second just before it passes, as the C library cannot
-    /// tell it from a failure.
+    /// From calendar fields (month 1 to 12, full year), in UTC or in local time.
+    ///
+    /// Local fields are read with the daylight saving that is in force now, so for a time of the other season
+    /// they are an hour off the clocks of then. UTC fields do not depend on the zone.
+    ///
+    /// Throws Error for a time before 1969-12-31 23:59:59 UTC; that second itself is how the C library
+    /// reports a failure, and passes.
     Date(int month, int day, int year, int hour, int minute, int second, bool UTC);
 
     void set(int month, int day, int year, int hour, int minute, int second, bool UTC);

@@ -9,9 +9,12 @@
 namespace Plist {
 
 /// Calls visitor with what value holds, as one of the types that readers make: integers come as std::int64_t
-/// and floating-point numbers as double. Throws Error for a type that a property list cannot hold.
+/// and floating-point numbers as double. Throws Error for an empty value
+/// and for a type that a property list cannot hold.
 template <typename Visitor>
 void visitHeldValue(const Value& value, Visitor&& visitor) {
+    if (!value.has_value())
+        throw Error("Plist Error: Can't serialize an empty value");
     const std::type_info& type = value.type();
     const auto visitedAs = [&]<typename Held, typename As = const Held&>() {
         if (type != typeid(Held))

@@ -14,6 +14,7 @@
 #include <fstream>
 #include <istream>
 #include <string_view>
+#include <utility>
 
 namespace Plist {
 
@@ -93,6 +94,35 @@ private:
     std::vector<char>& m_out;
 };
 
+/// Writes each carriage return as a character reference. An XML parser turns a raw one into a line feed, and
+/// pugixml writes it raw; nothing but text can hold one here.
+class CarriageReturnEscaper : public pugi::xml_writer {
+public:
+    explicit CarriageReturnEscaper(pugi::xml_writer& next) : m_next(next) {}
+
+    void write(const void* data, std::size_t size) override {
+        std::string_view rest(static_cast<const char*>(data), size);
+        for (auto end = rest.find('\r'); end != std::string_view::npos; end = rest.find('\r')) {
+            pass(rest.substr(0, end));
+            pass("&#13;");
+            rest.remove_prefix(end + 1);
+        }
+        pass(rest);
+    }
+
+private:
+    void pass(std::string_view bytes) { m_next.write(bytes.data(), bytes.size()); }
+
+    pugi::xml_writer& m_next;
+};
+
+void saveXML(pugi::xml_writer& target, const Value& value) {
+    pugi::xml_document document;
+    writePlistXML(document, value);
+    CarriageReturnEscaper writer(target);
+    document.save(writer, "\t");
+}
+
 } // namespace
 
 void readPlist(const char* data, std::int64_t size, Value& out) {
@@ -131,24 +161,22 @@ void writePlistBinary(const char* fileName, const Value& value) {
 }
 
 void writePlistXML(std::vector<char>& out, const Value& value) {
-    pugi::xml_document document;
-    writePlistXML(document, value);
-    out.clear();
-    VectorWriter writer(out);
-    document.save(writer, "\t");
+    std::vector<char> data;
+    VectorWriter writer(data);
+    saveXML(writer, value);
+    out = std::move(data);
 }
 
 void writePlistXML(std::ostream& stream, const Value& value) {
-    pugi::xml_document document;
-    writePlistXML(document, value);
-    document.save(stream, "\t");
+    pugi::xml_writer_stream writer(stream);
+    saveXML(writer, value);
 }
 
 void writePlistXML(const char* fileName, const Value& value) {
-    pugi::xml_document document;
-    writePlistXML(document, value);
+    std::vector<char> data;
+    writePlistXML(data, value);
     std::ofstream file(fileName, std::ios::binary | std::ios::trunc);
-    document.save(file, "\t");
+    writeTo(file, data);
 }
 
 } // namespace Plist

@@ -2,6 +2,7 @@
 
 #include "plist/Value.h"
 
+#include <concepts>
 #include <cstdint>
 #include <iosfwd>
 #include <utility>
@@ -24,21 +25,24 @@ void readPlist(std::istream& stream, Value& out);
 /// at once with an Error.
 void readPlistFile(const char* fileName, Value& out);
 
-/// As readPlistFile. A root of another type than T throws std::bad_any_cast, a std::bad_cast.
+/// As readPlistFile. A root of another type than T throws std::bad_any_cast, a std::bad_cast. No root is a
+/// Value itself: whoever takes any root calls readPlistFile.
 template <typename T>
-void readPlist(const char* fileName, T& out) {
+
+requires(!std::same_as<T, Value>) void readPlist(const char* fileName, T& out) {
     Value root;
     readPlistFile(fileName, root);
     out = std::any_cast<T>(std::move(root));
 }
 
-/// Throw Error for a value of a type that a property list cannot hold.
+/// Throw Error for an empty value and for one of a type that a property list cannot hold.
 void writePlistBinary(std::vector<char>& out, const Value& value);
 void writePlistBinary(std::ostream& stream, const Value& value);
 
 /// Truncates the file. A file that cannot be opened is passed over in silence: callers rely on it.
 void writePlistBinary(const char* fileName, const Value& value);
 
+/// The document is for the other three to save, which write a carriage return so that it is read back.
 void writePlistXML(pugi::xml_document& document, const Value& value);
 void writePlistXML(std::vector<char>& out, const Value& value);
 void writePlistXML(std::ostream& stream, const Value& value);

@@ -26,8 +26,9 @@ std::string toText(double value) {
 void appendElement(pugi::xml_node parent, const char* name, const std::string& text) {
     if (text.find('\0') != std::string::npos)
         throw Error("Plist Error: Can't write a null byte as XML");
-    // Parsers drop text of blanks alone, but not where it is marked as character data.
-    const bool isBlank = !text.empty() && text.find_first_not_of(" \t\r\n") == std::string::npos;
+    // Parsers drop text of blanks alone, but not where it is marked as character data. A carriage return
+    // needs no such mark, and could not be written in it: it becomes a character reference.
+    const bool isBlank = !text.empty() && text.find_first_not_of(" \t\n") == std::string::npos;
     const pugi::xml_node_type type = isBlank ? pugi::node_cdata : pugi::node_pcdata;
     parent.append_child(name).append_child(type).set_value(text.c_str());
 }

@@ -22,6 +22,7 @@
 #include "ui/sidebar/RemoveFilter.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/widgets/FramelessWindow.h"
+#include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
@@ -29,10 +30,13 @@
 #include <QDebug>
 #include <QDir>
 #include <QLayout>
+#include <QSet>
 #include <QSettings>
 #include <QStatusTipEvent>
 #include <QTableView>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using Stemhaven::guarded;
@@ -68,8 +72,9 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
       m_detailsToggle(new ToolButton(Glyph::DetailsToggle, tr("Project Details"))) {
     setWindowTitle(QStringLiteral("Stemhaven"));
     new FramelessWindow(*this);
-    new FolderDrop(*this, *m_folders);
+    auto* drops = new FolderDrop(*this, *m_folders);
     layOut();
+    drops->coverFields();
     setupActions();
     setupEvents();
     setupMenus();
@@ -147,22 +152,15 @@ void MainWindow::clearSearchAndFilter() {
 
 void MainWindow::folderTreeItemModelChanged() {
     guarded(tr("Filter actions refresh failed."), [this] {
-        const FilterType type = m_filter->type();
-        const qint64 id = m_filter->id();
-        const QModelIndex shown = m_filters->indexOf(type, id);
-        if (!shown.isValid())
-            filterTreeViewActivated(FilterType::ALL, -1, {});
-        else if (id >= 0)
-            m_filter->set(type, id, shown.data().toString());
         m_menus->setEntries(*m_filters);
         m_details->setEntries(*m_filters);
+        followFilter();
     });
 }
 
 void MainWindow::addFilter(FilterType type, bool associateWithSelected) {
     const QString name = type == FilterType::SAVED_SEARCH ? m_projects->searchTerm() : QString();
-    auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Add, -1, this);
-    connect(form, &AddFilterForm::onFilterAdded, m_filters, &FolderTreeItemModel::reload);
+    auto* form = new AddFilterForm(m_tasks, *m_history, type, name, AddFilterForm::EditType::Add, -1, this);
     if (associateWithSelected) {
         connect(
             form, &AddFilterForm::onFilterAdded, this,
@@ -177,8 +175,8 @@ void MainWindow::addFilter(FilterType type, bool associateWithSelected) {
 
 void MainWindow::renameFilter(FilterType type, qint64 id, const QString& name) {
     guarded(tr("Filter could not be renamed."), [&] {
-        auto* form = new AddFilterForm(m_tasks, type, name, AddFilterForm::EditType::Rename, id, this);
-        connect(form, &AddFilterForm::onFilterRenamed, this, &MainWindow::filterRenamed);
+        auto* form =
+            new AddFilterForm(m_tasks, *m_history, type, name, AddFilterForm::EditType::Rename, id, this);
         form->open();
     });
 }
@@ -187,37 +185,44 @@ void MainWindow::removeFilter(FilterType type, qint64 id, const QString& name) {
     guarded(tr("Could not remove filter"), [&] {
         if (id < 0)
             throw Stemhaven::Exception(tr("Cannot remove filter. Could not find primary key..."));
-        auto* form = new RemoveFilter(m_tasks, type, id, name, this);
+        auto* form = new RemoveFilter(m_tasks, *m_history, type, id, name, this);
         connect(form, &RemoveFilter::removed, this, &MainWindow::filterRemoved);
         form->open();
     });
 }
 
-void MainWindow::filterRenamed(FilterType type, const QString& name, qint64 id) {
-    if (m_filter->type() == type && m_filter->id() == id)
-        m_filter->set(type, id, name);
-    reloadAll();
-}
-
 void MainWindow::filterRemoved(FilterType type, qint64 id) {
-    m_history->forgetEntry(type, id);
-    m_details->reload();
     if (m_filter->type() == type && m_filter->id() == id)
         filterTreeViewActivated(FilterType::ALL, -1, {});
-    else if (m_sidebar->shownType() == type && m_sidebar->shownEntryId() == id)
-        // A saved search: its number is given out again, its term stays in the field.
-        m_sidebar->setCurrent(FilterType::ALL);
-    reloadAll();
+}
+
+/// What the table is narrowed to, or what is marked in the sidebar, may have another name, or be gone, by an
+/// edit or its undoing, or since the program's last end.
+void MainWindow::followFilter() {
+    const FilterType marked = m_sidebar->shownType();
+    // A saved search that is gone gives its number to another one; its term stays in the field.
+    if (!m_filters->indexOf(marked, m_sidebar->shownEntryId()).isValid())
+        m_sidebar->setCurrent(m_filter->type(), m_filter->id());
+    const FilterType type = m_filter->type();
+    if (filterTypeTable(type).isEmpty())
+        return;
+    const QModelIndex entry = m_filters->indexOf(type, m_filter->id());
+    const QString name = entry.data().toString();
+    if (!entry.isValid()) {
+        filterTreeViewActivated(FilterType::ALL, -1, {});
+    } else if (name != m_filter->name()) {
+        m_filter->set(type, m_filter->id(), name);
+        reloadProjects();
+    }
 }
 
 // --- The selected projects ---------------------------------------------------------------------------------
 
 void MainWindow::projectsTableSelectionChanged() {
-    m_whenSelectedIsShown = nullptr;
+    m_whenSelectedIsShown.reset();
     guarded(tr("Could not select project"), [this] {
-        const auto selected = m_projects->selectedProjects();
-        m_details->selectProject(m_projects->currentProject(), static_cast<int>(selected.size()));
-        projectShown(m_details->project());
+        m_details->selectProjects(m_projects->selectedProjects());
+        m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
     });
 }
 
@@ -225,11 +230,21 @@ bool MainWindow::selectFirstProject() {
     return m_projects->selectFirst();
 }
 
-void MainWindow::projectShown(const ProjectRecord& record) {
-    m_editor->setSelection(editedProjects(), record.ignored);
-    m_menus->setProject(record);
-    if (m_whenSelectedIsShown && record.id == m_projects->currentProject())
-        std::exchange(m_whenSelectedIsShown, nullptr)();
+void MainWindow::projectShown() {
+    m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
+    m_menus->setSelection(m_details->summary());
+    if (m_whenSelectedIsShown && m_details->project().isValid() && m_details->showsSelection())
+        std::exchange(m_whenSelectedIsShown, std::nullopt)->what();
+}
+
+/// What waits would come to the user as out of nowhere if it waited on.
+void MainWindow::selectedNotAvailable() {
+    const auto pending = std::exchange(m_whenSelectedIsShown, std::nullopt);
+    if (pending) {
+        Stemhaven::ErrorHandler::instance().reportError(
+            pending->failureTitle, Stemhaven::Exception(tr("The project's details could not be read.")),
+            QtWarningMsg);
+    }
 }
 
 /// Does something with the project that is selected in the table: at once, or when its details have come. It
@@ -238,19 +253,27 @@ void MainWindow::whenSelectedIsShown(const QString& failureTitle, const std::fun
     auto perform = [failureTitle, what] {
         guarded(failureTitle, what);
     };
-    if (m_details->project().id == m_projects->currentProject())
+    if (m_details->showsSelection()) {
         perform();
-    else
-        m_whenSelectedIsShown = std::move(perform);
+        return;
+    }
+    m_whenSelectedIsShown = {failureTitle, std::move(perform)};
+    m_details->retry();
 }
 
-/// What an edit applies to: the selected projects, or, until the details of a newly selected one have come,
-/// the one that the user still sees.
+/// What an edit applies to: the selected projects. Until the details of newly selected ones have come, it is
+/// those of the shown ones that are still selected, or, where none is, all that the user still sees.
 QList<qint64> MainWindow::editedProjects() const {
-    const qint64 shown = m_details->project().id;
-    if (shown < 0)
-        return {};
-    return shown == m_projects->currentProject() ? m_projects->selectedProjects() : QList<qint64>{shown};
+    const QList<qint64>& shown = m_details->projects();
+    if (m_details->showsSelection())
+        return shown;
+    const QList<qint64> selected = m_projects->selectedProjects();
+    const QSet<qint64> stillSelected(selected.begin(), selected.end());
+    QList<qint64> edited;
+    std::copy_if(shown.begin(), shown.end(), std::back_inserter(edited), [&](qint64 project) {
+        return stillSelected.contains(project);
+    });
+    return edited.isEmpty() ? shown : edited;
 }
 
 void MainWindow::openSelectedProject() {
@@ -342,6 +365,7 @@ void MainWindow::restoreState() {
     const QSettings settings;
     if (!restoreGeometry(settings.value(SettingsKeys::windowGeo).toByteArray()))
         resize(initialSize);
+    fitToScreen(*this);
     m_actions->hideCompleted->setChecked(settings.value(SettingsKeys::hideCompleted, true).toBool());
     m_actions->hideIgnored->setChecked(settings.value(SettingsKeys::hideIgnored, true).toBool());
     // A hidden window lays out late, and the panes would be squeezed into the size that it had before.
@@ -359,7 +383,7 @@ void MainWindow::restoreShown() {
             folded.append(static_cast<FilterType>(group.toInt()));
         m_sidebar->foldGroups(folded);
     }
-    m_projects->selectWhenLoaded(settings.value(SettingsKeys::selectedProject, -1).toLongLong());
+    m_projects->selectAfterReload({settings.value(SettingsKeys::selectedProject, -1).toLongLong()});
     const int type = settings.value(SettingsKeys::sidebarEntryType, 0).toInt();
     if (type <= 0 || type >= static_cast<int>(allFilterTypes.size()))
         return;

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class CurrentFilter;
 class DetailsPane;
@@ -19,7 +20,6 @@ class SelectionEditor;
 class SidePanes;
 class ToolButton;
 class WindowActions;
-struct ProjectRecord;
 
 namespace Stemhaven {
 class ProjectMonitor;
@@ -79,11 +79,12 @@ private:
     void addFilter(FilterType type, bool associateWithSelected);
     void renameFilter(FilterType type, qint64 id, const QString& name);
     void removeFilter(FilterType type, qint64 id, const QString& name);
-    void filterRenamed(FilterType type, const QString& name, qint64 id);
     void filterRemoved(FilterType type, qint64 id);
+    void followFilter();
 
     void projectsTableSelectionChanged();
-    void projectShown(const ProjectRecord& record);
+    void projectShown();
+    void selectedNotAvailable();
     void whenSelectedIsShown(const QString& failureTitle, const std::function<void()>& what);
     QList<qint64> editedProjects() const;
     void openSelectedProject();
@@ -114,6 +115,13 @@ private:
     ToolButton* m_sidebarToggle;
     ToolButton* m_detailsToggle;
     SidePanes* m_sidePanes = nullptr;
-    std::function<void()> m_whenSelectedIsShown;
     QString m_markedTerm; ///< of the search that is marked in the sidebar
+
+    /// What was asked for before the details of the selected projects had come.
+    struct PendingRequest {
+        QString failureTitle;
+        std::function<void()> what;
+    };
+
+    std::optional<PendingRequest> m_whenSelectedIsShown;
 };

@@ -5,6 +5,9 @@
 #include "ui/MainWindow.h"
 #include "ui/MissingFolders.h"
 #include "ui/SidePanes.h"
+#include "ui/SpacedCall.h"
+#include "ui/actions/HeaderMenus.h"
+#include "ui/actions/PaneKeys.h"
 #include "ui/actions/ProjectMenus.h"
 #include "ui/actions/WindowActions.h"
 #include "ui/details/DetailsPane.h"
@@ -13,19 +16,26 @@
 #include "ui/edits/SelectionEditor.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/table/KeyEventTableView.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QMenu>
 #include <QShortcut>
 #include <QSplitter>
+
+#include <chrono>
 
 using Stemhaven::guarded;
 using Stemhaven::ProjectMonitor;
 
 namespace {
+
+/// Of the sidebar's and the details' reloads. The table has its own.
+constexpr std::chrono::seconds noticeSpacing{1};
 
 /// As the menu key does, which many keyboards lack.
 void askForContextMenu(QWidget& widget) {
@@ -85,6 +95,7 @@ void MainWindow::setupActions() {
     performOnSelected(m_actions->deleteRecord, tr("Could not delete record"), [this] {
         m_editor->deleteSelectedProjectRecord();
     });
+    connect(m_actions->quit, &QAction::triggered, this, &QWidget::close);
     perform(m_actions->undo, tr("Undo failed."), [this] { m_history->undo(); });
     perform(m_actions->redo, tr("Redo failed."), [this] { m_history->redo(); });
     perform(m_actions->search, tr("Focusing on search failed."), [this] { m_projects->focusSearch(); });
@@ -122,10 +133,11 @@ void MainWindow::setupEvents() {
         whenSelectedIsShown(tr("Open project failed."), [this] { m_actions->open->trigger(); });
     });
     connect(m_projects.get(), &ProjectsPane::contextMenuRequested, this, [this](const QPoint& position) {
-        whenSelectedIsShown({}, [this, position] { m_menus->popUp(position); });
+        whenSelectedIsShown(tr("Could not select project"), [this, position] { m_menus->popUp(position); });
     });
     connect(
         m_projects.get(), &ProjectsPane::selectionChanged, this, &MainWindow::projectsTableSelectionChanged);
+    connect(m_projects.get(), &ProjectsPane::projectPressed, m_details, &DetailsPane::retry);
     connect(m_folders, &FolderAdder::folderAdded, this, &MainWindow::lookIntoNewFolder);
 
     connect(m_filters, &FolderTreeItemModel::changed, this, &MainWindow::folderTreeItemModelChanged);
@@ -156,10 +168,14 @@ void MainWindow::setupEvents() {
 
 void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::projectShown, this, &MainWindow::projectShown);
+    connect(m_details, &DetailsPane::notAvailable, this, &MainWindow::selectedNotAvailable);
     connect(m_details, &DetailsPane::openRequested, m_actions->open, &QAction::trigger);
     connect(m_details, &DetailsPane::starRatingEdited, m_editor, &SelectionEditor::setStarRating);
     connect(m_details, &DetailsPane::progressEdited, m_editor, &SelectionEditor::setProgress);
     connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
+    connect(m_editor, &SelectionEditor::cancelled, m_details, &DetailsPane::reload);
+    m_projects->setEditor(*m_details);
+    connect(m_history, &EditHistory::wentBackOrForth, m_projects.get(), &ProjectsPane::selectAfterReload);
     connect(m_history, &EditHistory::written, this, &MainWindow::editsWritten);
     connect(m_history, &EditHistory::refused, this, &MainWindow::editRefused);
     connect(m_history, &EditHistory::changed, this, &MainWindow::historyChanged);
@@ -168,9 +184,14 @@ void MainWindow::setupEditEvents() {
 
 void MainWindow::setupMonitorEvents() {
     connect(&m_monitor, &ProjectMonitor::databaseInitialized, this, &MainWindow::reloadAll);
-    connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, [this] {
+    // While thousands of bundles are being written there is one notice after the other.
+    auto* notices = new SpacedCall(noticeSpacing, this);
+    connect(notices, &SpacedCall::due, this, [this] {
         m_filters->reload();
         m_details->reload();
+    });
+    connect(&m_monitor, &ProjectMonitor::projectsDbModified, this, [this, notices] {
+        notices->request();
         m_projects->reloadProjectsSpaced(m_monitor.isSearching());
     });
     connect(&m_monitor, &ProjectMonitor::wasStarted, this, [this] {
@@ -187,4 +208,11 @@ void MainWindow::setupMonitorEvents() {
 
 void MainWindow::setupMenus() {
     m_actions->setupMenus(m_menus->associationMenus());
+    auto* header = new HeaderMenus(m_projects->table(), *this);
+    auto* panes = new PaneKeys(*this, *m_sidePanes, {m_sidebar, m_projects.get(), m_details});
+    QAction* before = m_actions->hideCompleted;
+    m_actions->viewMenu()->insertMenu(before, header->sortMenu());
+    m_actions->viewMenu()->insertMenu(before, header->columnMenu());
+    m_actions->viewMenu()->insertActions(before, panes->widthActions());
+    m_actions->viewMenu()->insertSeparator(before);
 }

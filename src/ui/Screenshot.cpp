@@ -9,14 +9,18 @@
 #include <QCoreApplication>
 #include <QPixmap>
 #include <QPointer>
+#include <QTimer>
 
 #include <cstdio>
 #include <utility>
 
 using Stemhaven::ProjectMonitor;
 
-Screenshot::Screenshot(MainWindow& window, QString file) : m_window(window), m_file(std::move(file)) {
+Screenshot::Screenshot(MainWindow& window, QString file, std::chrono::milliseconds patience)
+    : m_window(window),
+      m_file(std::move(file)) {
     connect(&window, &MainWindow::firstLoaded, this, &Screenshot::takeWhenSearched);
+    QTimer::singleShot(patience, this, &Screenshot::giveUp);
 }
 
 void Screenshot::takeWhenSearched() {
@@ -42,6 +46,11 @@ void Screenshot::takeWhenFilled() {
         connect(m_window.findChild<DetailsPane*>(), &DetailsPane::filled, this, &Screenshot::take);
     else
         take();
+}
+
+void Screenshot::giveUp() {
+    std::fputs("The main window was not filled in time, there is no picture of it.\n", stderr);
+    QCoreApplication::exit(1);
 }
 
 void Screenshot::take() {

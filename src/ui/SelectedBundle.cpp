@@ -16,7 +16,8 @@ void SelectedBundle::open() const {
 }
 
 void SelectedBundle::showInFinder() const {
-    const QString title = tr("Could not show in Finder");
+    const QString title =
+        Stemhaven::hasFinder() ? tr("Could not show in Finder") : tr("Could not show in File Manager");
     run(title, title, [this] { return Stemhaven::revealInFileManager(m_path); });
 }
 
@@ -34,7 +35,16 @@ void SelectedBundle::run(
         return;
     }
     Stemhaven::guarded(titleWhenRefused, [&] {
-        if (const int status = command(); status != 0)
-            throw Stemhaven::Exception(tr("Error code: %1").arg(status));
+        const int status = command();
+        if (status == 0)
+            return;
+        const QString code = tr("Error code: %1").arg(status);
+        if (status != Stemhaven::openerIsMissing)
+            throw Stemhaven::Exception(code);
+        throw Stemhaven::Exception(
+            tr("The command xdg-open is missing, which opens files with the programs of your desktop. "
+               "Install the "
+               "package xdg-utils, then try again.") +
+            QStringLiteral("\n") + code);
     });
 }

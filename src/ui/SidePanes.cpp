@@ -59,8 +59,22 @@ void SidePanes::showProjectDetails(bool show) {
     if (show)
         setPaneWidth(m_detailsSplitter, 1, m_detailsWidth > 0 ? m_detailsWidth : defaultDetailsWidth);
     else
-        setPaneWidth(m_detailsSplitter, 1, m_detailsWidth = 0);
+        setPaneWidth(m_detailsSplitter, 1, 0);
     emit changed();
+}
+
+void SidePanes::widenSidebar(int step) {
+    if (!isSidebarShown())
+        return;
+    setPaneWidth(m_sidebarSplitter, 0, std::max(1, m_sidebarSplitter.sizes().constFirst() + step));
+    m_sidebarWidth = m_sidebarSplitter.sizes().constFirst();
+}
+
+void SidePanes::widenDetails(int step) {
+    if (!areDetailsShown())
+        return;
+    setPaneWidth(m_detailsSplitter, 1, std::max(1, m_detailsSplitter.sizes().constLast() + step));
+    m_detailsWidth = m_detailsSplitter.sizes().constLast();
 }
 
 void SidePanes::sidebarSplitterMoved() {
@@ -70,8 +84,10 @@ void SidePanes::sidebarSplitterMoved() {
 }
 
 void SidePanes::detailsSplitterMoved() {
-    m_detailsWidth = m_detailsSplitter.sizes().constLast();
-    if (m_detailsWidth == 0)
+    const int width = m_detailsSplitter.sizes().constLast();
+    if (width > 0)
+        m_detailsWidth = width;
+    else
         showProjectDetails(false);
 }
 
@@ -87,16 +103,19 @@ void SidePanes::restore() {
         m_sidebarSplitter.restoreState(settings.value(SettingsKeys::sidebarSplitterState).toByteArray());
     const bool detailsRestored = m_detailsSplitter.restoreState(
         settings.value(SettingsKeys::projectDetailsSplitterState).toByteArray());
-    if (detailsRestored)
-        m_detailsWidth = m_detailsSplitter.sizes().constLast();
+    const int shownWidth = detailsRestored ? m_detailsSplitter.sizes().constLast() : 0;
+    m_detailsWidth = shownWidth > 0 ? shownWidth : settings.value(SettingsKeys::detailsWidth).toInt();
     showFilterSidebar(!sidebarRestored || !isNumber || m_sidebarWidth > 0);
-    showProjectDetails(!detailsRestored || m_detailsWidth > 0);
+    showProjectDetails(!detailsRestored || shownWidth > 0);
 }
 
 void SidePanes::store() const {
     QSettings settings;
     settings.setValue(SettingsKeys::sidebarSplitterState, m_sidebarSplitter.saveState());
     settings.setValue(SettingsKeys::projectDetailsSplitterState, m_detailsSplitter.saveState());
+    // The splitter knows nothing of a hidden pane's width.
+    if (m_detailsWidth > 0)
+        settings.setValue(SettingsKeys::detailsWidth, m_detailsWidth);
     settings.setValue(
         SettingsKeys::filterSliderPos, isSidebarShown() ? m_sidebarSplitter.sizes().constFirst() : 0);
 }

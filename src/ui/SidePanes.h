@@ -21,6 +21,10 @@ public:
     void showFilterSidebar(bool show, int defaultWidth = defaultSidebarWidth);
     void showProjectDetails(bool show);
 
+    /// By so many points, as far as there is room. Does nothing for a hidden pane.
+    void widenSidebar(int step);
+    void widenDetails(int step);
+
     void restore();
     void store() const;
 
@@ -38,5 +42,5 @@ private:
     QSplitter& m_sidebarSplitter;
     QSplitter& m_detailsSplitter;
     int m_sidebarWidth = 0; ///< 0: none is remembered
-    int m_detailsWidth = 0;
+    int m_detailsWidth = 0; ///< also while they are hidden
 };

@@ -1,8 +1,11 @@
+#include "app/errors/ErrorHandler.h"
 #include "database/DatabaseInitStatements.h"
+#include "database/SimpleTask.h"
 #include "database/SqlText.h"
 #include "support/LogCapture.h"
 #include "support/TestDatabase.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -57,6 +60,86 @@ TEST(DatabaseInit, MakesEachDatabaseOnce) {
         EXPECT_EQ(database.rows("SELECT name FROM tags"), QStringList("kept"));
         EXPECT_TRUE(database.rootRows("SELECT root_search_path FROM root_project_search_paths").isEmpty());
     }
+}
+
+TEST(DatabaseInit, EndsWellAfterALossOrAKillBetweenAnyTwoSteps) {
+    const auto expectWhole = [](TestDatabase& database) {
+        EXPECT_TRUE(database.initialise());
+        EXPECT_EQ(database.rows("SELECT * FROM details"), QStringList("v1.2"));
+        EXPECT_EQ(database.rows(tablesSql), QStringList("15"));
+        EXPECT_EQ(database.rows(statusSql), QStringList("7|5|6|6"));
+        EXPECT_TRUE(database.rootRows("SELECT root_search_path FROM root_project_search_paths").isEmpty());
+    };
+    TestDatabase lost;
+    for (const auto& path : {QString(), lost.mainPath(), lost.rootPathsPath()}) {
+        SCOPED_TRACE(path.toStdString());
+        expectWhole(lost);
+        lost.reopen();
+        QFile::remove(path);
+        expectWhole(lost);
+        lost.reopen();
+    }
+
+    // Ending the manager drops the steps that follow. With the other file there, the main one is all that is
+    // lost.
+    for (const bool onlyMainLost : {false, true}) {
+        bool ended = false;
+        for (int steps = 0; !ended; ++steps) {
+            SCOPED_TRACE(testing::Message() << onlyMainLost << ' ' << steps);
+            ASSERT_LT(steps, 100);
+            TestDatabase database;
+            if (onlyMainLost) {
+                ASSERT_TRUE(database.initialise());
+                database.reopen();
+                QFile::remove(database.mainPath());
+            }
+            LogCapture messages;
+            initDatabase(
+                *database.tasks, [&] { ended = true; }, [] {});
+            ASSERT_TRUE(waitUntil([&] { return ended || messages.count("::exec() -> ") > steps; }));
+            database.reopen();
+            expectWhole(database);
+        }
+    }
+
+    // Killed inside a step: some tables are there, and the file may be one of a few pages without any.
+    for (qsizetype tables = 0; tables <= 15; ++tables) {
+        SCOPED_TRACE(tables);
+        TestDatabase database;
+        database.rootRows(DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
+        const auto statements = DatabaseInitStatements(currentDatabaseVersion).initMainSQL();
+        for (qsizetype i = 0; i < tables; ++i)
+            database.rows(statements[i]);
+        database.reopen();
+        LogCapture messages;
+        expectWhole(database);
+    }
+}
+
+TEST(DatabaseInit, TellsTheUserOnceWhichFileCannotBeOpened) {
+    QList<ErrorHandler::ErrorDetails> alerts;
+    ErrorHandler::instance().setPresenter([&](const auto& details) { alerts.append(details); });
+    LogCapture messages;
+    TestDatabase database;
+    ASSERT_TRUE(QDir().mkpath(database.rootPathsPath()));
+    initDatabase(
+        *database.tasks, [] {}, [] {});
+    ASSERT_TRUE(waitUntil([&] { return !alerts.isEmpty(); }));
+    ASSERT_TRUE(waitUntil([&] { return messages.count("Could not open root paths database!") == 1; }));
+    database.tasks->addTask(std::make_shared<SimpleTask>([] {}));
+    ASSERT_TRUE(waitUntil([&] { return messages.count("Could not open root paths database!") == 2; }));
+
+    ASSERT_TRUE(QDir().rmdir(database.rootPathsPath()));
+    EXPECT_EQ(database.rows("SELECT count(*) FROM details"), QStringList("1"));
+    database.reopen();
+    ASSERT_TRUE(QFile::rename(database.mainPath(), database.mainPath() + ".away"));
+    ASSERT_TRUE(QDir().mkpath(database.mainPath()));
+    database.tasks->addTask(std::make_shared<SimpleTask>([] {}));
+    ASSERT_TRUE(waitUntil([&] { return alerts.size() == 2; }));
+    EXPECT_TRUE(alerts[0].message.contains(database.rootPathsPath())) << alerts[0].message.toStdString();
+    EXPECT_TRUE(alerts[1].message.contains(database.mainPath())) << alerts[1].message.toStdString();
+    EXPECT_TRUE(alerts[0].isCritical());
+    ErrorHandler::instance().setPresenter({});
 }
 
 TEST(DatabaseInit, BringsEveryVersionToItsOwnAndWarnsOfDoublesAndNewerOnes) {

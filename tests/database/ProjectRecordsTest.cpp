@@ -1,5 +1,6 @@
 #include "app/SettingsKeys.h"
-#include "database/GenreStatements.h"
+#include "database/SimpleTask.h"
+#include "database/SqlText.h"
 #include "project/NoteFile.h"
 #include "project/ProjectDetails.h"
 #include "support/LogCapture.h"
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <semaphore>
 
 using namespace Stemhaven;
 
@@ -45,6 +47,15 @@ protected:
         }
         EXPECT_TRUE(waitUntil([&] { return answers == projects.size(); }));
         return id;
+    }
+
+    /// One record in a folder, whose bundle nobody looks at.
+    void insertRecord(const QString& folder, const QString& genreId) {
+        const auto path = escape("/music/" + folder + '/');
+        m_database.rows(
+            "INSERT INTO projects(filepath, filename, bpm, number_of_tracks, sample_rate, genre_id) "
+            "VALUES('" +
+            path + "', 'Song.logicx', 120, 1, 44100, " + genreId + ')');
     }
 
     QTemporaryDir m_library;
@@ -140,18 +151,42 @@ TEST_F(ProjectRecords, GetOneGenreAFolderNameWhenTheUserWishesIt) {
         QStringList({"A", "B", "C"}));
 }
 
-TEST_F(ProjectRecords, GetGenresRetroactivelyWhereTheyHaveNone) {
+TEST_F(ProjectRecords, GetTheGenreOfExactlyTheirFolderRetroactivelyWhereTheyHaveNone) {
     LogCapture messages;
-    add(
-        {makeBundle("Pop/A.logicx"), makeBundle("deep/Pop/B.logicx"), makeBundle("Soul/C.logicx"),
-         makeBundle("Soul/D.logicx"), makeBundle("Logic/E.logicx"), makeBundle("NotPop/F.logicx")});
+    const QStringList folders{"a_b",       "axb",     "50%",     "50 and more", "Pop",   "pop", "deep/Pop",
+                              "deep/nPop", "Größe 🎹", "it's %1", "Logic",       "Taken", "zz"};
+    for (const auto& folder : folders)
+        insertRecord(folder, folder == "Taken" ? "99" : "NULL");
     m_database.rows("INSERT INTO genres VALUES(7, 'Pop', NULL)");
-    m_database.rows("UPDATE projects SET genre_id=99 WHERE name='D'");
     m_database.tasks->retroactivelyAssignGenreByDir();
-    m_database.rows("SELECT 1");
+
+    // Names come in their order, so the last one's assignment is the end of all.
+    EXPECT_TRUE(waitUntil([&] { return messages.count("I: Genre 'zz' with genre_id:") > 0; }));
+    const auto genres = m_database.rows(
+        "SELECT filepath, (SELECT name FROM genres WHERE genres.genre_id=projects.genre_id) FROM projects");
+    for (qsizetype i = 0; i < folders.size(); ++i) {
+        const auto name = folders[i].section('/', -1);
+        const QString expected = name == "Logic" || name == "Taken" ? QString() : name;
+        EXPECT_EQ(genres[i].section('|', 1), expected) << folders[i].toStdString();
+    }
     EXPECT_EQ(
-        m_database.rows("SELECT p.name, g.name FROM projects p JOIN genres g USING(genre_id) ORDER BY 1"),
-        QStringList({"A|Pop", "B|Pop", "C|Soul", "F|NotPop"}));
-    EXPECT_EQ(m_database.rows("SELECT genre_id FROM projects WHERE name='D'"), QStringList("99"));
-    EXPECT_EQ(m_database.rows("SELECT genre_id FROM genres WHERE name='Pop'"), QStringList("7"));
+        m_database.rows("SELECT genre_id FROM projects WHERE genre_id IN (7, 99)"),
+        QStringList({"7", "7", "99"}));
+    EXPECT_EQ(m_database.rows("SELECT count(*) FROM genres"), QStringList("10"));
+}
+
+TEST_F(ProjectRecords, LetEditsInBetweenTheGenresOfFolders) {
+    LogCapture messages;
+    for (int i = 0; i < 20; ++i)
+        insertRecord(QString("folder %1").arg(i), "NULL");
+    std::binary_semaphore gate(0);
+    m_database.tasks->addTask(std::make_shared<SimpleTask>([&] { gate.acquire(); }));
+    m_database.tasks->retroactivelyAssignGenreByDir();
+    int genresBefore = -1;
+    auto task = std::make_shared<QueryTask>("SELECT 1 FROM genres", m_database.tasks->mainDatabase());
+    task->setQueryCallback([&](const std::shared_ptr<Task>&, int rows, QSqlQuery*) { genresBefore = rows; });
+    m_database.tasks->addTask(task);
+    gate.release();
+    EXPECT_TRUE(waitUntil([&] { return messages.count("assigned to all projects") == 20; }));
+    EXPECT_EQ(genresBefore, 0);
 }

@@ -314,3 +314,53 @@ TEST_F(Following, ARootThatGoesAndComesBack) {
     EXPECT_TRUE(shows({"New", "Other", "Song"}));
     EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
 }
+
+TEST_F(Following, SaysWhichBundlesAreMissing) {
+    const auto missing = [&](const QStringList& expected) {
+        return waitUntil(
+            [&] {
+                auto paths = m_monitor->missingBundles().values();
+                paths.sort();
+                return paths == expected;
+            },
+            15);
+    };
+    const auto outside = m_disk.path() + "/outside";
+    ASSERT_TRUE(QDir().mkpath(outside));
+    const QString song = at("Song.logicx");
+    const QString other = at("deep/er/Other.logicx");
+    EXPECT_TRUE(missing({}));
+    ASSERT_TRUE(QDir().rename(song, outside + "/Song.logicx"));
+    EXPECT_TRUE(missing({song}));
+    ASSERT_TRUE(QDir().rename(at("deep"), outside + "/deep"));
+    EXPECT_TRUE(missing({song, other}));
+    ASSERT_TRUE(QDir().rename(outside + "/Song.logicx", song));
+    EXPECT_TRUE(missing({other}));
+    ASSERT_TRUE(QDir().rename(outside + "/deep", at("deep")));
+    EXPECT_TRUE(missing({}));
+    ASSERT_TRUE(QDir(song).removeRecursively());
+    EXPECT_TRUE(missing({song}));
+    // The whole folder, as when a drive is unplugged.
+    ASSERT_TRUE(QDir().rename(m_disk.path() + "/root", outside + "/root"));
+    EXPECT_TRUE(missing({song, other}));
+    ASSERT_TRUE(QDir().rename(outside + "/root", m_disk.path() + "/root"));
+    EXPECT_TRUE(missing({song}));
+    stop();
+    ASSERT_TRUE(QDir().rename(at("deep"), outside + "/deep"));
+    ASSERT_TRUE(m_database.initialise());
+    start();
+    EXPECT_TRUE(missing({song, other}));
+}
+
+TEST_F(Following, StartsOnceALockedDatabaseAnswers) {
+    stop();
+    move("Song.logicx", "Renamed.logicx");
+    std::optional<Lock> lock(m_database.rootPathsPath());
+    m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks, std::chrono::milliseconds(100));
+    const LogCapture messages;
+    ASSERT_TRUE(
+        waitUntil([&] { return messages.count("Could not retrieve root project search paths!") > 0; }, 30));
+    lock.reset();
+    ASSERT_TRUE(waitUntil([&] { return m_monitor->isWatching() && !m_monitor->isSearching(); }, 30));
+    EXPECT_TRUE(shows({"Other", "Renamed"}));
+}

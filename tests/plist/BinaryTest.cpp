@@ -96,10 +96,12 @@ TEST(BothForms, ReadBackWhatWasWritten) {
         std::string(" \n\t "),
         std::string(" lead and trail "),
         std::string("<![CDATA[]]>&amp;\x01"),
+        std::string("\r"),
+        std::string("\r\n one \r two\r\r\n "),
         std::string("Gr\u00f6\u00dfe"),
         Data{},
         Data(100, '\xFE'),
-        Dictionary{{"", Array{Dictionary{}, Data{}}}, {" ", Dictionary{}}},
+        Dictionary{{"", Array{Dictionary{}, Data{}}}, {" ", Dictionary{}}, {"a\rb", true}},
         dateOf(-9e8),
         std::numeric_limits<std::int64_t>::min(),
         -1e-7};
@@ -114,7 +116,8 @@ TEST(BothForms, ReadBackWhatWasWritten) {
 
 TEST(BothForms, AreNotWrittenOfUnsupportedTypes) {
     for (const Value& value : {Value(), Value("literal"), Value(1U)}) {
-        const std::string message = std::string("Plist Error: Can't serialize type ") + value.type().name();
+        const std::string message = std::string("Plist Error: Can't serialize ") +
+            (value.has_value() ? std::string("type ") + value.type().name() : "an empty value");
         for (const auto& write : {binary, xml})
             EXPECT_EQ(errorOf([&] { write(Dictionary{{"k", Array{value}}}); }), message);
     }

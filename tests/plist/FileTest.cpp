@@ -16,6 +16,14 @@ std::string scratch(const std::string& name) {
     return std::filesystem::temp_directory_path() / name;
 }
 
+template <typename T>
+constexpr bool isReadAs = requires(T& out) {
+    readPlist("", out);
+};
+
+// No list has a value of any type as its root, so every file would be refused.
+static_assert(isReadAs<Array> && !isReadAs<Value>);
+
 Dictionary readFile(const std::string& fileName) {
     Dictionary root;
     readPlist(fileName.c_str(), root);

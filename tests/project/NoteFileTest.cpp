@@ -254,6 +254,12 @@ TEST(NoteFile, isWrittenTogetherWithManyOthers) {
 TEST(NoteFile, isNotTakenForMissingWhereItCannotBeOpened) {
     const Bundle bundle;
     updateStemhavenPlist(bundle.details, 8);
+    // The sanitizer looks at a type when it is thrown first, and needs a descriptor for it.
+    try {
+        throw Plist::Error("");
+    } catch (const Plist::Error& error) {
+        EXPECT_STRNE(error.what(), nullptr);
+    }
     const int next = dup(STDERR_FILENO);
     close(next);
     rlimit usual = {};

@@ -6,6 +6,8 @@
 #include "ui/table/StarDelegate.h"
 #include "ui/table/StarEditor.h"
 #include "ui/table/StarRating.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/ToolButton.h"
 
 #include <QApplication>
 #include <QBitmap>
@@ -136,7 +138,87 @@ TEST(CellPaintingTest, StarsAreCentredAndNeverMoreThanFive) {
 
     const Painted editable = paintStars(2, StarRating::EditMode::Editable);
     EXPECT_GT(editable.pixels(places[2]), 0);
-    EXPECT_LT(editable.pixels(places[2]), 20);
+    EXPECT_LT(editable.pixels(places[2]), 30);
+}
+
+TEST(CellPaintingTest, IsMirroredWhereOneReadsFromRightToLeft) {
+    const auto mirrored = [](const auto& paint) {
+        return Painted({200, 40}, [&](QPainter& painter) {
+            painter.setLayoutDirection(Qt::RightToLeft);
+            paint(painter);
+        });
+    };
+    const QRect cell(0, 0, 200, 40);
+    const Painted bar =
+        mirrored([&](QPainter& painter) { ProgressBar(0.25F).paint(&painter, QPalette(), cell, false); });
+    EXPECT_EQ(bar.ink().boundingRect(), QRect(150, 12, 50, 16));
+    const Painted stars = mirrored([&](QPainter& painter) {
+        StarRating(2, 5).paint(&painter, cell, QPalette(), StarRating::EditMode::ReadOnly, false);
+    });
+    EXPECT_TRUE(QRect(110, 10, 40, 20).contains(stars.ink().boundingRect()));
+    EXPECT_GT(stars.pixels({130, 10, 20, 20}), 60);
+
+    StarEditor editor;
+    editor.setLayoutDirection(Qt::RightToLeft);
+    editor.resize(120, 24);
+    editor.grab();
+    EXPECT_EQ(editor.starAtPosition(119), 1);
+    EXPECT_EQ(editor.starAtPosition(1), 5);
+    QTest::keyClick(&editor, Qt::Key_Left);
+    EXPECT_EQ(editor.starRating().starCount(), 1);
+}
+
+TEST(CellPaintingTest, TextsWithAnOrderOfTheirOwnKeepIt) {
+    const auto inkOf = [](const QString& text, TextOrder order, Qt::LayoutDirection direction) {
+        ElidedLabel label;
+        QFont font = label.font();
+        font.setPixelSize(40);
+        label.setFont(font);
+        label.setText(text);
+        label.setTextOrder(order);
+        label.setLayoutDirection(direction);
+        label.resize(600, 60);
+        const QImage image = label.grab().toImage();
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixel(x, y) != image.pixel(0, 0))
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        return image.copy(ink);
+    };
+    // Glyphs that are not at the same place by a fraction of a pixel differ a little.
+    const auto difference = [](const QImage& one, const QImage& other) {
+        int pixels = 0;
+        for (int y = 0; y < std::min(one.height(), other.height()); ++y) {
+            for (int x = 0; x < std::min(one.width(), other.width()); ++x)
+                pixels += std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))) > 160;
+        }
+        return pixels;
+    };
+    const std::pair<QString, TextOrder> cases[] = {
+        {"100# (mix)", TextOrder::OfItsOwn},
+        {"/music/songs", TextOrder::LeftToRight},
+        {"175 BPM (live)", TextOrder::LeftToRight}};
+    for (const auto& [text, order] : cases) {
+        const QImage expected = inkOf(text, order, Qt::LeftToRight);
+        const QImage unordered = inkOf(text, TextOrder::OfTheWindow, Qt::RightToLeft);
+        EXPECT_LT(
+            3 * difference(inkOf(text, order, Qt::RightToLeft), expected), difference(unordered, expected))
+            << qPrintable(text);
+    }
+}
+
+TEST(StarEditorTest, StarsGrowWithTheFontAndAreLargeEnoughToBeClicked) {
+    const QFont before = QApplication::font();
+    EXPECT_GE(StarEditor().sizeHint().height(), 24);
+    QFont large = before;
+    large.setPixelSize(48);
+    QApplication::setFont(large);
+    EXPECT_GE(StarRating(3, 5).sizeHint().height(), 48);
+    EXPECT_GE(ToolButton(Glyph::Add, "Add").iconSize().height(), 48);
+    QApplication::setFont(before);
 }
 
 TEST(StarEditorTest, FollowsThePointerAndWritesWhatIsReleased) {
@@ -151,11 +233,11 @@ TEST(StarEditorTest, FollowsThePointerAndWritesWhatIsReleased) {
     ASSERT_NE(editor, nullptr);
     delegate.setEditorData(editor, cell);
 
-    // The stars lie from 20 to 120 once it has painted.
+    // The stars, of 24 pixels each, lie from 10 to 130 once it has painted.
     editor->resize(140, 40);
     editor->grab();
     using XAndStar = std::pair<int, int>;
-    for (const auto& [x, star] : {XAndStar{0, -1}, {1, 1}, {20, 1}, {39, 1}, {40, 2}, {119, 5}, {120, -1}})
+    for (const auto& [x, star] : {XAndStar{-15, -1}, {1, 1}, {10, 1}, {33, 1}, {34, 2}, {129, 5}, {130, -1}})
         EXPECT_EQ(editor->starAtPosition(x), star) << x;
 
     parent.show();

@@ -1,6 +1,8 @@
 #include "ui/edits/EditHistory.h"
 
 #include "ProjectsFixture.h"
+#include "ui/edits/EntryPresenceEdit.h"
+#include "ui/edits/EntryRenaming.h"
 #include "ui/edits/ProjectEdit.h"
 #include "ui/edits/ProjectEdits.h"
 
@@ -29,7 +31,21 @@ protected:
     QStringList state() {
         return value("*, quote(notes), quote(progress), quote(genre_id), quote(SUFID)") +
             database.rows("SELECT 'c', * FROM collections_projects_map ORDER BY 2, 3") +
-            database.rows("SELECT 't', * FROM project_tag_map ORDER BY 2, 3");
+            database.rows("SELECT 't', * FROM project_tag_map ORDER BY 2, 3") + entries(TAGS) +
+            entries(COLLECTIONS) + entries(GENRES) + entries(LYRICS_STATUS) + entries(SAVED_SEARCH);
+    }
+
+    QStringList entries(FilterType type) {
+        return database.rows(
+            QString("SELECT * FROM %1 ORDER BY %2").arg(filterTypeTable(type), filterTypeIdColumn(type)));
+    }
+
+    static std::unique_ptr<Edit> addition(FilterType type, const QString& name) {
+        return EntryPresenceEdit::addition({"Add", "", "", ""}, type, name);
+    }
+
+    static std::unique_ptr<Edit> removal(FilterType type, qint64 id) {
+        return EntryPresenceEdit::removal({"Remove", "", "", ""}, type, id, "");
     }
 
     QStringList value(const QString& expression) {
@@ -44,7 +60,7 @@ protected:
         return waitUntil([&] { return written.count() + refused.count() > 0; }) && refused.isEmpty();
     }
 
-    bool perform(std::unique_ptr<ProjectEdit> edit) {
+    bool perform(std::unique_ptr<Edit> edit) {
         return settle([&](auto& /*history*/) { history.perform(std::move(edit)); });
     }
 
@@ -64,10 +80,15 @@ TEST_F(EditHistoryTest, EveryKindOfEditGoesBackAndForth) {
     const QString genre = "quote(genre_id)";
     const QString bothOfProgress = "quote(progress) || completed";
     const QList<qint64> both{1, 2};
+    const Edit::Texts renaming{"Rename", "", "", ""};
+    const auto fill = [](const char* text) {
+        return QStringList(3, text);
+    };
+    database.rows("INSERT INTO saved_searches VALUES(4, 'term')");
 
     struct {
         const char* name;
-        std::unique_ptr<ProjectEdit> edit;
+        std::unique_ptr<Edit> edit;
         QString expression;
         QStringList edited;
     } cases[] = {
@@ -86,6 +107,15 @@ TEST_F(EditHistoryTest, EveryKindOfEditGoesBackAndForth) {
         {"Add Tag", association(both, TAGS, 1), tags, {"1,2", "1,2", ""}},
         {"Remove from Tag", disassociation(both, TAGS, 2), tags, {"", "", ""}},
         {"Delete record", deletion(both), "name", {"C"}},
+        {"Add", addition(TAGS, "#it's %1"), "(SELECT max(tag_id || name) FROM tags)", fill("3#it's %1")},
+        {"Add", addition(GENRES, "New"), "(SELECT max(genre_id || name) FROM genres)", fill("3New")},
+        {"Rename", std::make_unique<EntryRenaming>(renaming, SAVED_SEARCH, 4, "it's"),
+         "(SELECT search_term FROM saved_searches)", fill("it's")},
+        {"Remove", removal(SAVED_SEARCH, 4), "(SELECT count(*) FROM saved_searches)", fill("0")},
+        {"Remove", removal(COLLECTIONS, 1), collections, {"2", "", ""}},
+        {"Remove", removal(GENRES, 1), genre, {"NULL", "NULL", "NULL"}},
+        {"Remove", removal(TAGS, 2), tags, {"", "", ""}},
+        {"Remove", removal(LYRICS_STATUS, 2), "lyrics_status", {"0", "0", "0"}},
     };
 
     const QStringList before = state();
@@ -188,46 +218,112 @@ TEST_F(EditHistoryTest, StepsThatCannotBeWrittenAtAllKeepTheirOrder) {
     }
 }
 
-TEST_F(EditHistoryTest, NothingRefersToARemovedEntryAgain) {
-    ASSERT_TRUE(perform(association({2}, TAGS, 1)));
-    ASSERT_TRUE(perform(association({1}, GENRES, 2)));
-    ASSERT_TRUE(perform(deletion({1})));
-    // Genre 1, collection 2 and tag 1 go, and others get their ids.
-    database.rows("DELETE FROM project_tag_map WHERE tag_id=1");
-    database.rows("DELETE FROM collections_projects_map WHERE collection_id=2");
-    history.forgetEntry(GENRES, 1);
-    history.forgetEntry(COLLECTIONS, 2);
-    history.forgetEntry(TAGS, 1);
-
+TEST_F(EditHistoryTest, ARefusedEditKeepsWhatCouldBeDoneAgain) {
+    ASSERT_TRUE(perform(starRating({1}, 1)));
+    ASSERT_TRUE(perform(starRating({1}, 2)));
     ASSERT_TRUE(undo());
-    EXPECT_EQ(database.rows("SELECT * FROM collections_projects_map"), QStringList("1|1"));
     ASSERT_TRUE(undo());
-    EXPECT_EQ(value("quote(genre_id)"), (QStringList{"NULL", "NULL", "NULL"}));
-    EXPECT_FALSE(history.canUndo());
+    refuse("UPDATE ON projects");
+    EXPECT_FALSE(perform(starRating({1}, 5)));
+    ASSERT_TRUE(stopWorker());
+    // Both are refused, or change nothing, when there is another one behind the first.
+    history.perform(starRating({1}, 5));
+    history.perform(starRating({1}, 4));
+    tasks().restart();
+    ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
+    refuseNoMore();
+    for (const char* stars : {"1", "2"}) {
+        ASSERT_TRUE(redo());
+        EXPECT_EQ(value("star_rating").constFirst(), stars);
+    }
+    EXPECT_FALSE(history.canRedo());
 }
 
-TEST_F(EditHistoryTest, StepsThatWaitBehindTheRemovalOfAnEntryDoNotReferToItEither) {
-    ASSERT_TRUE(perform(association({2}, TAGS, 1)));
-    ASSERT_TRUE(undo());
-    ASSERT_TRUE(stopWorker());
-    // It changes nothing, and what could be done again before it can be done again after it.
-    history.perform(starRating({1}, 4));
-    history.forgetEntry(TAGS, 1);
-    tasks().restart();
-    ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
-    EXPECT_FALSE(history.canRedo());
+TEST_F(EditHistoryTest, AnEntryWhoseNumberWasGivenOutAgainComesBackUnderTheNextAndEditsFollow) {
+    // Genre, collection and tag; the record of the one has them all.
+    for (const FilterType type : {GENRES, COLLECTIONS, TAGS})
+        ASSERT_TRUE(perform(association({1, 3}, type, 1)));
+    ASSERT_TRUE(perform(association({1}, GENRES, 2)));
+    ASSERT_TRUE(perform(deletion({1})));
+    for (const FilterType type : {GENRES, COLLECTIONS, TAGS})
+        ASSERT_TRUE(perform(removal(type, 1)));
+    ASSERT_TRUE(perform(removal(GENRES, 2)));
+    database.rows("INSERT INTO genres VALUES(1, 'Of a folder', NULL), (2, 'Of another', NULL)");
+    database.rows("INSERT INTO collections VALUES(1, 'Other')");
+    database.rows("INSERT INTO tags VALUES(1, '#other')");
+    database.rows("UPDATE projects SET genre_id=1 WHERE project_id=2");
 
-    ASSERT_TRUE(perform(disassociation({1}, COLLECTIONS, 2)));
+    for (int step = 0; step < 4; ++step)
+        ASSERT_TRUE(undo());
+    EXPECT_EQ(entries(GENRES), (QStringList{"1|Of a folder|", "2|Of another|", "3|Rock|", "4|Pop|"}));
+    EXPECT_EQ(entries(TAGS), (QStringList{"1|#other", "2|#two", "3|#one"}));
+    EXPECT_EQ(value("quote(genre_id)"), (QStringList{"1", "4"}));
+    ASSERT_TRUE(undo());
+    EXPECT_EQ(value("quote(genre_id)"), (QStringList{"3", "1", "4"}));
+    const QString collections = "SELECT * FROM collections_projects_map ORDER BY 1, 2";
+    const QString tags = "SELECT * FROM project_tag_map ORDER BY 1, 2";
+    EXPECT_EQ(database.rows(collections), (QStringList{"2|1", "3|1", "3|3"}));
+    EXPECT_EQ(database.rows(tags), (QStringList{"1|2", "1|3", "2|2", "3|3"}));
+    ASSERT_TRUE(undo());
+    EXPECT_EQ(value("quote(genre_id)"), (QStringList{"4", "1", "4"}));
+
+    for (int step = 0; step < 3; ++step)
+        ASSERT_TRUE(undo());
+    EXPECT_EQ(value("quote(genre_id)"), (QStringList{"4", "1", "NULL"}));
+    EXPECT_EQ(database.rows(tags), (QStringList{"1|2", "2|2"}));
+    EXPECT_FALSE(history.canUndo());
+    for (int step = 0; step < 9; ++step)
+        ASSERT_TRUE(redo());
+    EXPECT_EQ(entries(GENRES), (QStringList{"1|Of a folder|", "2|Of another|"}));
+    EXPECT_EQ(value("name, genre_id"), (QStringList{"B|1", "C|"}));
+}
+
+TEST_F(EditHistoryTest, WhatWasDoneWithAnAddedEntryFollowsItWhenItIsAddedAgain) {
+    ASSERT_TRUE(perform(addition(TAGS, "#new")));
+    ASSERT_TRUE(perform(association({1}, TAGS, 3)));
+    ASSERT_TRUE(
+        perform(std::make_unique<EntryRenaming>(Edit::Texts{"Rename", "", "", ""}, TAGS, 3, "#newer")));
+    for (int step = 0; step < 3; ++step)
+        ASSERT_TRUE(undo());
+    EXPECT_EQ(entries(TAGS).size(), 2);
+    database.rows("INSERT INTO tags VALUES(3, '#other')");
+    database.rows("INSERT INTO project_tag_map VALUES(2, 3)");
+    for (int step = 0; step < 3; ++step)
+        history.redo();
+    ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
+    EXPECT_EQ(entries(TAGS), (QStringList{"1|#one", "2|#two", "3|#other", "4|#newer"}));
+    EXPECT_EQ(
+        database.rows("SELECT * FROM project_tag_map ORDER BY 1, 2"),
+        (QStringList{"1|2", "1|4", "2|2", "2|3"}));
+}
+
+TEST_F(EditHistoryTest, NoProjectIsGivenAnEntryWhoseRemovalIsOnItsWay) {
     ASSERT_TRUE(stopWorker());
-    history.undo();
-    history.perform(association({1}, GENRES, 2));
-    history.forgetEntry(COLLECTIONS, 2);
-    history.forgetEntry(GENRES, 2);
+    history.perform(removal(TAGS, 1));
+    history.perform(removal(GENRES, 2));
+    history.perform(removal(LYRICS_STATUS, 3));
+    history.perform(association({3}, TAGS, 1));
+    history.perform(association({3}, GENRES, 2));
+    history.perform(status({3}, LYRICS_STATUS, 3));
     tasks().restart();
     ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
-    EXPECT_EQ(database.rows("SELECT * FROM collections_projects_map"), QStringList("1|1"));
-    EXPECT_EQ(value("quote(genre_id)"), (QStringList{"1", "NULL", "NULL"}));
-    EXPECT_FALSE(history.canUndo());
+    EXPECT_EQ(database.rows("SELECT * FROM project_tag_map WHERE project_id=3"), QStringList());
+    EXPECT_EQ(value("quote(genre_id), lyrics_status").constLast(), "NULL|0");
+    EXPECT_EQ(history.undoText(), "Remove");
+}
+
+TEST_F(EditHistoryTest, WhatIsDoneAgainFollowsARecordWhoseNumberChanged) {
+    ASSERT_TRUE(perform(deletion({3})));
+    insert("D", {});
+    ASSERT_TRUE(perform(starRating({3}, 4)));
+    ASSERT_TRUE(perform(association({3}, TAGS, 1)));
+    for (int step = 0; step < 3; ++step)
+        history.undo();
+    for (int step = 0; step < 3; ++step)
+        history.redo();
+    ASSERT_TRUE(waitUntil([this] { return !history.isWriting(); }));
+    EXPECT_EQ(value("project_id, name, star_rating"), (QStringList{"1|A|4", "2|B|0", "4|D|4"}));
+    EXPECT_EQ(database.rows("SELECT project_id FROM project_tag_map WHERE tag_id=1"), QStringList("4"));
 }
 
 TEST_F(EditHistoryTest, ADeletedRecordComesBackBesideThoseThatCameMeanwhile) {

@@ -1,5 +1,6 @@
 #include "SidebarFixture.h"
 #include "app/errors/ErrorHandler.h"
+#include "ui/edits/EditHistory.h"
 #include "ui/sidebar/AddFilterForm.h"
 #include "ui/sidebar/RemoveFilter.h"
 
@@ -29,13 +30,13 @@ protected:
 
     AddFilterForm&
     edit(FilterType type, const QString& name = {}, EditType editType = EditType::Add, qint64 id = -1) {
-        auto* form = new AddFilterForm(tasks(), type, name, editType, id, &window);
+        auto* form = new AddFilterForm(tasks(), history, type, name, editType, id, &window);
         show(*form);
         return *form;
     }
 
     RemoveFilter& remove(FilterType type, qint64 id, const QString& name = "x") {
-        auto* form = new RemoveFilter(tasks(), type, id, name, &window);
+        auto* form = new RemoveFilter(tasks(), history, type, id, name, &window);
         show(*form);
         return *form;
     }
@@ -64,6 +65,7 @@ protected:
         });
     }
 
+    EditHistory history{tasks()};
     QWidget window;
     QStringList alerts;
 };
@@ -131,11 +133,11 @@ TEST_F(FilterFormsTest, ReturnBeforeTheNamesAreThereAndTasksOfClosedWindowsAreNo
     addEntries(GENRES, {"Dub"});
     ASSERT_TRUE(stopWorker());
     auto owner = std::make_unique<QWidget>();
-    auto* fresh = new AddFilterForm(tasks(), GENRES, "House", EditType::Add, -1, &window);
-    auto* used = new AddFilterForm(tasks(), GENRES, "Dub", EditType::Add, -1, &window);
-    auto* cancelled = new AddFilterForm(tasks(), GENRES, "Pop", EditType::Add, -1, &window);
-    auto* adding = new AddFilterForm(tasks(), GENRES, "Rock", EditType::Add, -1, owner.get());
-    auto* removing = new RemoveFilter(tasks(), GENRES, 1, "Dub", owner.get());
+    auto* fresh = new AddFilterForm(tasks(), history, GENRES, "House", EditType::Add, -1, &window);
+    auto* used = new AddFilterForm(tasks(), history, GENRES, "Dub", EditType::Add, -1, &window);
+    auto* cancelled = new AddFilterForm(tasks(), history, GENRES, "Pop", EditType::Add, -1, &window);
+    auto* adding = new AddFilterForm(tasks(), history, GENRES, "Rock", EditType::Add, -1, owner.get());
+    auto* removing = new RemoveFilter(tasks(), history, GENRES, 1, "Dub", owner.get());
     for (auto* form : QList<QDialog*>{fresh, used, cancelled, adding, removing}) {
         form->open();
         form->accept();

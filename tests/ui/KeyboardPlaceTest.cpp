@@ -1,9 +1,11 @@
 // Where the keyboard is in the table while rows leave, are sorted anew or come late.
 
 #include "WindowFixture.h"
+#include "ui/sidebar/FilterSidebar.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/table/SelectionKeeper.h"
 
+#include <QComboBox>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
@@ -129,6 +131,57 @@ TEST_F(KeyboardPlaceTest, RowsThatLeaveTakeNeitherTheSelectionNorTheFocusWithThe
     EXPECT_TRUE(table().hasFocus());
 }
 
+TEST_F(KeyboardPlaceTest, AnEditInTheDetailsGoesOnToNoOtherProject) {
+    struct {
+        const char* what;
+        QList<int> selected;
+        QStringList statuses;
+    } const cases[] = {
+        {"one", {1}, {"0", "2", "0", "0"}},
+        {"several", {0, 2}, {"2", "0", "2", "0"}},
+        {"all", {0, 1, 2, 3}, {"2", "2", "2", "2"}}};
+
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.what);
+        database.rows("DELETE FROM projects");
+        insert({"Amber", "Bold", "Camera", "Dime"});
+        open();
+        emit child<FilterSidebar>().activated(FilterType::LYRICS_STATUS, defaultStatusId, {});
+        settle();
+        select(each.selected);
+        const QStringList selected = selectedNames();
+        const QString current = currentName();
+        ASSERT_EQ(selected.size(), each.selected.size());
+        auto& lyrics = child<QComboBox>("lyricsCombo");
+        lyrics.setFocus();
+        const auto press = [&](Qt::Key key) {
+            QTest::keyClick(&lyrics, key);
+            settle();
+        };
+        press(Qt::Key_Down);
+        EXPECT_EQ(names().size(), 4 - selected.size());
+        EXPECT_EQ(selectedNames(), QStringList());
+        press(Qt::Key_Down);
+        EXPECT_EQ(database.rows("SELECT lyrics_status FROM projects ORDER BY name"), each.statuses);
+        EXPECT_EQ(details().project().name, current);
+        EXPECT_EQ(details().projects().size(), selected.size());
+        EXPECT_TRUE(lyrics.hasFocus());
+
+        // Back in the filter, they are back in the selection.
+        press(Qt::Key_Up);
+        press(Qt::Key_Up);
+        EXPECT_EQ(names().size(), 4);
+        EXPECT_EQ(selectedNames(), selected);
+        EXPECT_EQ(currentName(), current);
+        press(Qt::Key_Down);
+        if (selected.size() < 4)
+            select({0});
+        // Without a row, too, they are given up with the selection.
+        child<ProjectsPane>().clearSelection();
+        EXPECT_TRUE(waitUntil([this] { return !details().project().isValid(); }));
+    }
+}
+
 TEST_F(KeyboardPlaceTest, ANewOrderIsShownFromItsTopAndMovesNothingElse) {
     insertNumbered(200);
     window.reset();
@@ -179,6 +232,13 @@ TEST_F(KeyboardPlaceTest, HomeAndEndGoToTheFirstAndTheLastRow) {
     QTest::keyClick(&table(), Qt::Key_Space);
     EXPECT_EQ(searchEdit().text(), QString());
     EXPECT_TRUE(table().hasFocus());
+
+    window->setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(press(Qt::Key_Home), "Song 000001");
+    EXPECT_EQ(press(Qt::Key_End), "Song 000200");
+    table().selectionModel()->clear();
+    QTest::keyClick(&searchEdit(), Qt::Key_Down);
+    EXPECT_EQ(selectedName(), "Song 000001");
 }
 
 TEST_F(KeyboardPlaceTest, RowsBeginWithTheirNamesAndShowTheCurrentCell) {

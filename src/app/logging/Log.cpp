@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -129,6 +130,9 @@ void Log::setPrefix(const QString& prefix) {
 
 void Log::setLevel(QtMsgType level) {
     instance().m_level = level;
+    // Costly to put into words, so a category of its own that its writer can ask.
+    QLoggingCategory::setFilterRules(
+        level <= QtDebugMsg ? QStringLiteral("stemhaven.events.debug=true") : QString());
 }
 
 QtMsgType Log::level() {

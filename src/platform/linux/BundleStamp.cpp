@@ -1,11 +1,12 @@
 #include "platform/linux/BundleStamp.h"
 
-#include "platform/linux/FolderReading.h"
-#include "platform/linux/PathText.h"
+#include "platform/TreeWalk.h"
+#include "platform/posix/PathText.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace Stemhaven {
 

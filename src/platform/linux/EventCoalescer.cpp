@@ -1,6 +1,6 @@
 #include "platform/linux/EventCoalescer.h"
 
-#include "platform/linux/PathText.h"
+#include "platform/posix/PathText.h"
 
 #include <QFile>
 
@@ -18,9 +18,10 @@ constexpr auto promptness = 100ms;
 
 } // namespace
 
-EventCoalescer::EventCoalescer(EventClock& eventClock, std::chrono::milliseconds latency)
+EventCoalescer::EventCoalescer(EventClock& eventClock, std::chrono::milliseconds latency, EventTrace* trace)
     : m_eventClock(eventClock),
-      m_latency(latency) {}
+      m_latency(latency),
+      m_trace(trace) {}
 
 void EventCoalescer::add(const std::string& path, std::uint64_t fileID, std::uint32_t flags) {
     if (m_waiting.empty())
@@ -28,6 +29,8 @@ void EventCoalescer::add(const std::string& path, std::uint64_t fileID, std::uin
     auto& waiting = m_waiting[{path, fileID}];
     waiting.flags |= flags;
     waiting.eventID = m_eventClock.next();
+    if (m_trace != nullptr)
+        m_trace->noteFileEvent(path, fileID, flags, waiting.eventID);
 }
 
 void EventCoalescer::carry(const std::string& from, const std::string& to, std::uint64_t fileID) {

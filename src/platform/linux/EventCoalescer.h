@@ -2,6 +2,7 @@
 
 #include "platform/FileEventStream.h"
 #include "platform/linux/EventClock.h"
+#include "platform/linux/EventTrace.h"
 
 #include <chrono>
 #include <cstdint>
@@ -19,7 +20,8 @@ class EventCoalescer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    EventCoalescer(EventClock& eventClock, std::chrono::milliseconds latency);
+    /// What is added is noted in the trace, if there is one.
+    EventCoalescer(EventClock& eventClock, std::chrono::milliseconds latency, EventTrace* trace = nullptr);
 
     /// A folder is known by its inode, so that a folder moved away and another made in its place stay two. A
     /// fileID of 0 stands for whatever file is at path.
@@ -45,6 +47,7 @@ private:
 
     EventClock& m_eventClock;
     std::chrono::milliseconds m_latency;
+    EventTrace* m_trace;
     std::map<Key, Waiting> m_waiting;
     Clock::time_point m_firstWaiting;
     std::optional<Clock::time_point> m_lastTaken;

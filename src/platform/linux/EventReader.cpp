@@ -7,6 +7,8 @@
 
 #include <array>
 #include <cerrno>
+#include <exception>
+#include <system_error>
 
 namespace Stemhaven {
 
@@ -14,20 +16,35 @@ EventReader::EventReader(InotifyCalls& calls, RawEventQueue& queue)
     : m_descriptor(calls),
       m_queue(queue),
       m_stop(eventfd(0, EFD_CLOEXEC)),
-      m_mounts(open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)) {
-    if (m_descriptor.isOpen() && m_stop >= 0)
-        m_thread = std::thread([this] { drain(); });
+      m_mounts(open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)) {}
+
+void EventReader::start() {
+    m_thread = std::thread([this] { run(); });
+}
+
+void EventReader::stop() {
+    if (!m_thread.joinable())
+        return;
+    eventfd_write(m_stop, 1);
+    m_thread.join();
 }
 
 EventReader::~EventReader() {
-    if (m_thread.joinable()) {
-        eventfd_write(m_stop, 1);
-        m_thread.join();
-    }
+    stop();
     if (m_stop >= 0)
         close(m_stop);
     if (m_mounts >= 0)
         close(m_mounts);
+}
+
+void EventReader::run() noexcept {
+    try {
+        drain();
+    } catch (const std::exception& error) {
+        m_queue.fail(error.what());
+    } catch (...) {
+        m_queue.fail("unknown exception");
+    }
 }
 
 void EventReader::drain() {
@@ -37,11 +54,13 @@ void EventReader::drain() {
     for (;;) {
         if (poll(descriptors.data(), descriptors.size(), -1) < 0) {
             if (errno != EINTR)
-                return;
+                throw std::system_error(errno, std::generic_category(), "poll");
             continue;
         }
         if (descriptors[0].revents != 0)
             return;
+        if ((descriptors[1].revents & (POLLERR | POLLNVAL)) != 0)
+            throw std::system_error(EBADF, std::generic_category(), "poll");
         if (descriptors[1].revents != 0)
             m_queue.push(m_descriptor.read());
         if (descriptors[2].revents != 0)

@@ -1,10 +1,11 @@
 #include "platform/linux/EventTranslator.h"
 
 #include "platform/linux/BundleStamp.h"
-#include "platform/linux/FolderReading.h"
-#include "platform/linux/PathText.h"
+#include "platform/linux/FolderIdentity.h"
+#include "platform/posix/PathText.h"
 
 #include <sys/inotify.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 
@@ -29,12 +30,18 @@ bool isFolder(const RawEvent& event) {
     return (event.mask & IN_ISDIR) != 0;
 }
 
+bool isLink(const std::string& path) {
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 } // namespace
 
 bool EventTranslator::handle(const RawEvent& event) {
+    const auto entry = m_tools.table.find(event.watch);
+    m_tools.trace.noteSystemEvent(event, entry ? *entry.path : std::string());
     if ((event.mask & IN_Q_OVERFLOW) != 0)
         return false;
-    const auto entry = m_tools.table.find(event.watch);
     if (!entry) {
         const bool isExpected = m_tools.table.isReleased(event.watch);
         if ((event.mask & IN_IGNORED) != 0)
@@ -100,8 +107,10 @@ void EventTranslator::handleInBundle(const RawEvent& event, const std::string& f
 void EventTranslator::handleInTree(const RawEvent& event, const std::string& path) {
     const bool isBundle = m_tools.names.isBundle(path);
     const bool isOfInterest = isBundle || (isFolder(event) && !isHidden(path));
-    // A folder that becomes hidden is out of sight: its old half stays alone.
-    if (!isOfInterest)
+    // A folder that becomes hidden is out of sight: its old half stays alone. The walk passes over links, and
+    // so do the events.
+    const bool comes = (event.mask & (IN_CREATE | IN_MOVED_TO)) != 0;
+    if (!isOfInterest || (comes && !isFolder(event) && isLink(path)))
         return;
     if ((event.mask & IN_CREATE) != 0)
         arrive(path, isFolder(event), FileEvent::ItemCreated);
@@ -154,7 +163,7 @@ void EventTranslator::arriveFrom(const PendingMoves::OldHalf& old, const std::st
         addRenamed(path, old.fileID, old.watch, isNew ? FileEvent::ItemCreated : 0U);
         m_tools.table.noteFormer(path, {old.fileID, old.watch});
     }
-    // The last word on a path is of what is there.
+    // Report the current occupant of the path last.
     if (fileID != 0)
         m_tools.events.add(path, fileID, FileEvent::ItemRenamed);
     m_tools.roots.checkAt(path);
@@ -205,7 +214,7 @@ WatchTable::Former EventTranslator::leave(const std::string& path) {
     return last;
 }
 
-/// One half of a move. When the folder has been found farther on already, that stays the last word.
+/// One half of a move. A folder that has been found farther on already is reported there last.
 void EventTranslator::addRenamed(
     const std::string& path, std::uint64_t fileID, int watch, std::uint32_t flags) {
     m_tools.events.add(path, fileID, FileEvent::ItemRenamed | flags);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/BundleNames.h"
+#include "platform/TreeWalk.h"
 #include "platform/linux/EventCoalescer.h"
 #include "platform/linux/InotifyDescriptor.h"
 #include "platform/linux/PendingMoves.h"
@@ -22,6 +22,7 @@ public:
         TreeWatcher& watcher;
         RootSet& roots;
         EventCoalescer& events;
+        EventTrace& trace;
     };
 
     explicit EventTranslator(Tools tools) : m_tools(tools) {}

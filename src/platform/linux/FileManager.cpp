@@ -17,11 +17,8 @@ namespace Stemhaven {
 
 namespace {
 
-/// What a shell answers for a command that it does not find.
-constexpr int notFound = 127;
-
 int openDetached(const QString& path) {
-    return QProcess::startDetached(QStringLiteral("xdg-open"), {path}) ? 0 : notFound;
+    return QProcess::startDetached(QStringLiteral("xdg-open"), {path}) ? 0 : openerIsMissing;
 }
 
 QDBusMessage showItems(const QString& path) {
@@ -37,6 +34,10 @@ QDBusMessage showItems(const QString& path) {
 
 int openProject(const QString& path) {
     return openDetached(path);
+}
+
+bool hasFinder() {
+    return false;
 }
 
 int revealInFileManager(const QString& path) {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/linux/MountTable.h"
+
 #include <sys/types.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace Stemhaven {
 
@@ -24,8 +27,8 @@ public:
     virtual ssize_t read(int descriptor, void* buffer, std::size_t size);
 
     /// Whether changes that others make to the file system at path are told here: not those that come over a
-    /// network or from another process.
-    virtual bool tellsEvents(const char* path);
+    /// network or from another process. Does not ask that file system itself, which may not answer.
+    virtual bool tellsEvents(const std::string& path, const MountTable& mounts);
 };
 
 } // namespace Stemhaven

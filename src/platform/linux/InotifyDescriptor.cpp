@@ -1,10 +1,12 @@
 #include "platform/linux/InotifyDescriptor.h"
 
 #include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 
 namespace Stemhaven {
 
@@ -48,13 +50,20 @@ void InotifyDescriptor::remove(int watch) {
     m_calls.removeWatch(m_descriptor, watch);
 }
 
+bool InotifyDescriptor::hasUnread() const {
+    int bytes = 0;
+    return ioctl(m_descriptor, FIONREAD, &bytes) != 0 || bytes > 0;
+}
+
 std::vector<RawEvent> InotifyDescriptor::read() {
     std::vector<RawEvent> events;
     for (;;) {
         const ssize_t size = m_calls.read(m_descriptor, m_buffer.data(), m_buffer.size());
         if (size > 0)
             appendParsed(m_buffer.data(), static_cast<std::size_t>(size), events);
-        else if (size == 0 || errno != EINTR)
+        else if (size < 0 && errno != EINTR && errno != EAGAIN)
+            throw std::system_error(errno, std::generic_category(), "read");
+        else if (size == 0 || errno == EAGAIN)
             return events;
         if (size > 0 && static_cast<std::size_t>(size) < m_buffer.size() / 2)
             return events;

@@ -34,7 +34,10 @@ public:
     int add(const std::string& path, std::uint32_t mask);
     void remove(int watch);
 
-    /// What can be read now, without waiting.
+    /// Whether anything can be read now. True where that is not known.
+    bool hasUnread() const;
+
+    /// What can be read now, without waiting. Throws std::system_error when it cannot be read any more.
     std::vector<RawEvent> read();
 
 private:

@@ -4,10 +4,12 @@
 #include "platform/linux/EventClock.h"
 #include "platform/linux/WatchSession.h"
 
+#include <QDebug>
 #include <QFile>
 
 #include <atomic>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -18,7 +20,10 @@ namespace Stemhaven {
 class InotifyEventStream::Worker {
 public:
     Worker(const FileWatchRequest& request, Handler handler, Surroundings surroundings)
-        : m_session(request, surroundings.calls, surroundings.pollInterval, m_queue, m_isStopped),
+        : m_session(
+              request, surroundings.calls,
+              {surroundings.pollInterval, surroundings.patience, std::move(surroundings.takeSnapshot)},
+              m_queue, m_isStopped),
           m_patience(surroundings.patience),
           m_handler(std::move(handler)) {}
 
@@ -62,6 +67,11 @@ public:
             m_thread.detach();
     }
 
+    std::uint64_t deliveredUpTo() const {
+        const std::lock_guard lock(m_mutex);
+        return m_deliveredUpTo;
+    }
+
     RootState state(const QString& root) const {
         QString path = root;
         if (path.size() > 1 && path.endsWith(QLatin1Char('/')))
@@ -75,9 +85,10 @@ private:
     void run() {
         if (begin())
             loop();
-        m_session.end();
+        const auto deliveredUpTo = m_session.end();
         {
             const std::lock_guard lock(m_mutex);
+            m_deliveredUpTo = deliveredUpTo;
             m_closing.reset();
             m_hasEnded = true;
         }
@@ -85,7 +96,8 @@ private:
     }
 
     bool begin() {
-        const bool isWatching = m_session.begin();
+        bool isWatching = false;
+        attempt([&] { isWatching = m_session.begin(); });
         {
             const std::lock_guard lock(m_mutex);
             if (m_phase == Phase::Starting)
@@ -97,12 +109,33 @@ private:
 
     void loop() {
         while (!m_isStopped) {
-            m_session.handle(m_queue.wait(m_session.deadline()));
-            m_session.tick();
-            const auto batch = m_session.takeDue();
+            QList<FileEvent> batch;
+            const bool isSound = attempt([&] {
+                m_session.handle(m_queue.wait(m_session.deadline()));
+                m_session.tick();
+                batch = m_session.takeDue();
+            });
+            if (!isSound)
+                attempt(
+                    [this] { m_session.beginAnew(QStringLiteral("A file event could not be handled.")); });
             if (!batch.isEmpty())
                 deliver(batch);
         }
+    }
+
+    /// The thread goes on whatever happens. Returns whether the work was done.
+    template <typename Work>
+    static bool attempt(const Work& work) {
+        QString reason = QStringLiteral("unknown exception");
+        try {
+            work();
+            return true;
+        } catch (const std::exception& error) {
+            reason = QString::fromLocal8Bit(error.what());
+        } catch (...) {
+        }
+        qCritical() << "Following the file system failed." << reason;
+        return false;
     }
 
     void deliver(const QList<FileEvent>& batch) {
@@ -112,7 +145,7 @@ private:
                 return;
             m_isHandling = true;
         }
-        m_handler(batch);
+        attempt([&] { m_handler(batch); });
         {
             const std::lock_guard lock(m_mutex);
             m_isHandling = false;
@@ -125,18 +158,19 @@ private:
     WatchSession m_session;
     const std::chrono::milliseconds m_patience;
     Handler m_handler;
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::condition_variable m_phaseChange;
     Phase m_phase = Phase::New;
     bool m_isHandling = false;
     bool m_hasEnded = false;
+    std::uint64_t m_deliveredUpTo = 0;
     std::optional<ClosingStreams::Hold> m_closing;
     std::thread m_thread;
 };
 
 InotifyEventStream::InotifyEventStream(
     const FileWatchRequest& request, Handler handler, Surroundings surroundings)
-    : m_worker(std::make_shared<Worker>(request, std::move(handler), surroundings)) {}
+    : m_worker(std::make_shared<Worker>(request, std::move(handler), std::move(surroundings))) {}
 
 InotifyEventStream::~InotifyEventStream() {
     m_worker->stop();
@@ -149,6 +183,10 @@ bool InotifyEventStream::start() {
 
 void InotifyEventStream::stop() {
     m_worker->stop();
+}
+
+std::uint64_t InotifyEventStream::deliveredUpTo() const {
+    return m_worker->deliveredUpTo();
 }
 
 FileEventStream::RootState InotifyEventStream::stateOf(const QString& root) const {

@@ -20,6 +20,11 @@ public:
         return folders;
     }
 
+    static LoggedFolders& unanswering() {
+        static LoggedFolders folders;
+        return folders;
+    }
+
     static LoggedFolders& beyondLimit() {
         static LoggedFolders folders;
         return folders;

@@ -37,6 +37,22 @@ void RawEventQueue::noteMountsChanged() {
     m_arrival.notify_one();
 }
 
+void RawEventQueue::fail(std::string reason) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_taken.failure = std::move(reason);
+    }
+    m_arrival.notify_one();
+}
+
+void RawEventQueue::wake() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isWoken = true;
+    }
+    m_arrival.notify_one();
+}
+
 void RawEventQueue::close() {
     {
         const std::lock_guard lock(m_mutex);
@@ -52,12 +68,24 @@ RawEventQueue::wait(const std::optional<std::chrono::steady_clock::time_point>& 
         m_arrival.wait_until(lock, *deadline, [this] { return isReady(); });
     else
         m_arrival.wait(lock, [this] { return isReady(); });
+    m_isWoken = false;
     return std::exchange(m_taken, {});
+}
+
+bool RawEventQueue::isEmpty() {
+    const std::lock_guard lock(m_mutex);
+    return m_taken.events.empty() && !m_taken.mountsChanged && m_taken.failure.empty();
 }
 
 void RawEventQueue::clear() {
     const std::lock_guard lock(m_mutex);
     m_taken.events.clear();
+    m_taken.failure.clear();
+}
+
+bool RawEventQueue::isReady() const {
+    const bool hasArrived = m_taken.mountsChanged || !m_taken.events.empty() || !m_taken.failure.empty();
+    return m_isClosed || m_isWoken || hasArrived;
 }
 
 } // namespace Stemhaven

@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace Stemhaven {
@@ -16,10 +17,16 @@ public:
     struct Taken {
         std::vector<RawEvent> events;
         bool mountsChanged = false;
+        /// Why there will be no more events, if so.
+        std::string failure;
     };
 
     void push(std::vector<RawEvent> events);
     void noteMountsChanged();
+    /// Nobody drains the descriptor any more.
+    void fail(std::string reason);
+    /// wait() returns for something else that is to be done.
+    void wake();
 
     /// wait() returns at once from now on.
     void close();
@@ -27,15 +34,18 @@ public:
     /// Waits for something to arrive, for the deadline, or, without one, as long as it takes.
     Taken wait(const std::optional<std::chrono::steady_clock::time_point>& deadline);
 
-    /// Forgets the events, which came from a descriptor that is gone.
+    bool isEmpty();
+
+    /// Forgets the events and the failure of a descriptor that is gone.
     void clear();
 
 private:
-    bool isReady() const { return m_isClosed || m_taken.mountsChanged || !m_taken.events.empty(); }
+    bool isReady() const;
 
     std::mutex m_mutex;
     std::condition_variable m_arrival;
     Taken m_taken;
+    bool m_isWoken = false;
     bool m_isClosed = false;
 };
 

@@ -1,8 +1,7 @@
 #include "platform/linux/RootSet.h"
 
 #include "platform/linux/LoggedFolders.h"
-#include "platform/linux/MountPoints.h"
-#include "platform/linux/PathText.h"
+#include "platform/posix/PathText.h"
 
 #include <QDebug>
 #include <QFile>
@@ -18,6 +17,16 @@ namespace {
 /// File systems that round times do so to at most this many nanoseconds.
 constexpr std::uint64_t coarsestTime = 2'000'000'000;
 
+/// Whether the last change of a bundle was before it was read. Where the file system rounds times, or the
+/// system's clock has ticked only once since, that is not known.
+bool isReadAfter(const BundleStamp& stamp, std::int64_t readAt) {
+    constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
+    constexpr std::uint64_t clockTick = 20'000'000;
+    const bool isRounded = stamp.newest % nanosecondsPerSecond == 0;
+    return readAt > 0 &&
+        stamp.newest + (isRounded ? coarsestTime : clockTick) <= static_cast<std::uint64_t>(readAt);
+}
+
 std::string lowestExistingAbove(const std::string& path) {
     std::string folder(parentOf(path));
     while (!folder.empty() && !FolderIdentity::of(folder, true))
@@ -27,11 +36,7 @@ std::string lowestExistingAbove(const std::string& path) {
 
 } // namespace
 
-RootSet::RootSet(
-    std::vector<std::string> roots, std::chrono::milliseconds pollInterval, std::uint64_t missingSince,
-    Tools tools)
-    : m_tools(tools),
-      m_pollInterval(pollInterval) {
+RootSet::RootSet(std::vector<std::string> roots, std::uint64_t missingSince, Tools tools) : m_tools(tools) {
     for (auto& path : roots) {
         Root root;
         root.path = std::move(path);
@@ -42,12 +47,15 @@ RootSet::RootSet(
 }
 
 void RootSet::begin(std::optional<std::uint64_t> since) {
-    m_mountPoints = currentMountPoints();
+    m_mounts = MountTable::current();
     m_lookouts.clear();
+    beginInnerMounts(since);
     for (auto& root : m_roots) {
-        if (root.poller)
+        if (m_tools.polled.contains(root.path))
             continue;
-        if (FolderIdentity::of(root.path, true)) {
+        if (isRemote(root.path)) {
+            pollRemotely(root, since, since.has_value());
+        } else if (FolderIdentity::of(root.path, true)) {
             establish(root, missedSince(since));
             if (since)
                 search(root);
@@ -62,20 +70,23 @@ WasMissed RootSet::missedSince(std::optional<std::uint64_t> moment) const {
     if (!moment)
         return {};
     const std::uint64_t since = *moment - std::min(*moment, coarsestTime);
-    return [since, &recorded = m_tools.recordedTimes](const std::string& bundle, const BundleStamp& stamp) {
-        if (stamp.newest >= since)
-            return true;
+    return [since,
+            &recordedTimes = m_tools.recordedTimes](const std::string& bundle, const BundleStamp& stamp) {
+        const auto recorded = recordedTimes ? recordedTimes(QFile::decodeName(bundle.c_str())) : std::nullopt;
         // The clock may have been set back when it was saved.
-        const auto time = recorded.constFind(QFile::decodeName(bundle.c_str()));
-        return time != recorded.cend() && stamp.informationSeconds != 0 && *time != stamp.informationSeconds;
+        if (recorded && stamp.informationSeconds != 0 &&
+            recorded->informationSeconds != stamp.informationSeconds)
+            return true;
+        return stamp.newest >= since && !(recorded && isReadAfter(stamp, recorded->readAt));
     };
 }
 
+/// For a root that is there and not remote.
 void RootSet::establish(Root& root, const WasMissed& wasMissed) {
     root.identity = FolderIdentity::of(root.path, true);
-    root.poller.reset();
-    if (root.isBeyondLimit || !m_tools.calls.tellsEvents(root.path.c_str())) {
-        beginPolling(root, wasMissed);
+    m_tools.polled.end(root.path);
+    if (root.isBeyondLimit) {
+        pollLocally(root, wasMissed);
         return;
     }
     try {
@@ -84,7 +95,7 @@ void RootSet::establish(Root& root, const WasMissed& wasMissed) {
         m_tools.watcher.release(root.path);
         logLimit(root.path);
         root.isBeyondLimit = true;
-        beginPolling(root, wasMissed);
+        pollLocally(root, wasMissed);
     }
 }
 
@@ -103,13 +114,42 @@ void RootSet::beginWatching(Root& root, const WasMissed& wasMissed) {
     setState(root, isWatched ? State::Watched : State::Missing);
 }
 
-void RootSet::beginPolling(Root& root, const WasMissed& wasMissed) {
-    if (LoggedFolders::polled().add(root.path))
-        qWarning() << "No file system events for folder. It is looked through every few seconds: "
-                   << QFile::decodeName(root.path.c_str());
-    root.poller.emplace(root.path, m_tools.names, m_pollInterval, m_tools.stop);
-    root.poller->begin(wasMissed, m_tools.events);
+void RootSet::pollLocally(Root& root, const WasMissed& wasMissed) {
+    auto subject = subjectAt(root.path);
+    subject.passedOver = m_innerMounts;
+    m_tools.polled.beginLocal(subject, wasMissed);
     setState(root, State::Polled);
+}
+
+void RootSet::pollRemotely(Root& root, std::optional<std::uint64_t> since, bool needsSearch) {
+    // The first look comes later: what is changed until then shows by its time.
+    const auto wasMissed = missedSince(since.value_or(m_tools.clock.wallTime()));
+    m_tools.polled.beginRemote(subjectAt(root.path), wasMissed, needsSearch);
+    setState(root, State::Polled);
+}
+
+TreeSnapshot::Subject RootSet::subjectAt(const std::string& path) const {
+    return {path, m_tools.names, {}, m_mounts.find(path).mount};
+}
+
+void RootSet::answered(const PolledFolders::Change& change) {
+    const auto found = std::find_if(
+        m_roots.begin(), m_roots.end(), [&](const Root& root) { return root.path == change.folder; });
+    if (found == m_roots.end()) {
+        // A mount inside a root.
+        if (change.needsSearch)
+            m_tools.events.add(change.folder, change.fileID, FileEvent::MustScanSubDirs);
+        return;
+    }
+    if (change.isThere)
+        found->identity.inode = change.fileID;
+    setState(*found, change.isThere ? State::Polled : State::Missing);
+    if (change.needsSearch)
+        search(*found);
+}
+
+void RootSet::takeAnswers() {
+    m_tools.polled.takeAnswers([this](const PolledFolders::Change& change) { answered(change); });
 }
 
 bool RootSet::contains(const std::string& path) const {
@@ -145,24 +185,85 @@ void RootSet::checkAt(const std::string& path) {
 }
 
 void RootSet::checkMounts() {
-    auto mountPoints = currentMountPoints();
-    std::vector<std::string> changed;
-    std::set_symmetric_difference(
-        mountPoints.begin(), mountPoints.end(), m_mountPoints.begin(), m_mountPoints.end(),
-        std::back_inserter(changed));
-    m_mountPoints = std::move(mountPoints);
+    const MountTable before = std::exchange(m_mounts, MountTable::current());
+    const auto changed = m_mounts.differences(before);
+    if (changed.empty())
+        return;
+    beginInnerMounts(m_tools.clock.wallTime());
+    for (auto& root : m_roots)
+        followMount(root);
     check();
     for (auto& root : m_roots) {
-        const bool isInside = std::any_of(changed.begin(), changed.end(), [&](const std::string& mount) {
-            return mount.starts_with(entryOf(root.path, ""));
-        });
-        if (!isInside || root.state != State::Watched)
+        const bool isLocal =
+            root.state == State::Watched || (root.isBeyondLimit && root.state == State::Polled);
+        if (!isLocal || !holdsAnyOf(root, changed))
             continue;
         m_tools.watcher.release(root.path);
         establish(root, missedSince(m_tools.clock.wallTime()));
         search(root);
     }
     lookOut();
+}
+
+/// The mount that a root lies in may have been put there, taken away or replaced.
+void RootSet::followMount(Root& root) {
+    const bool isPolled = m_tools.polled.contains(root.path);
+    const bool wasRemote = isPolled && !root.isBeyondLimit;
+    if (!isRemote(root.path)) {
+        if (!wasRemote)
+            return;
+        m_tools.polled.end(root.path);
+        lose(root, 0);
+    } else if (!wasRemote || m_tools.polled.mountOf(root.path) != m_mounts.find(root.path).mount) {
+        m_tools.watcher.release(root.path);
+        root.isBeyondLimit = false;
+        pollRemotely(root, root.state == State::Missing ? root.lostAt : m_tools.clock.wallTime(), true);
+    }
+}
+
+bool RootSet::holdsAnyOf(const Root& root, const std::vector<std::string>& mountPoints) const {
+    const std::string inside = entryOf(m_mounts.find(root.path).path, "");
+    return std::any_of(mountPoints.begin(), mountPoints.end(), [&](const std::string& point) {
+        return point.starts_with(inside);
+    });
+}
+
+/// Polls what is mounted inside local roots now, and nothing that was.
+void RootSet::beginInnerMounts(std::optional<std::uint64_t> since) {
+    auto found = findInnerMounts();
+    for (const auto& mount : m_innerMounts) {
+        if (!found.contains(mount) && !contains(mount))
+            m_tools.polled.end(mount);
+    }
+    m_innerMounts = std::move(found);
+    m_tools.watcher.passOver(m_innerMounts);
+    const auto wasMissed = missedSince(since.value_or(m_tools.clock.wallTime()));
+    for (const auto& mount : m_innerMounts) {
+        const auto subject = subjectAt(mount);
+        // A root at the same place is polled as that root.
+        const bool isPolled =
+            m_tools.polled.contains(mount) && m_tools.polled.mountOf(mount) == subject.mount;
+        if (!isPolled && !contains(mount))
+            m_tools.polled.beginRemote(subject, wasMissed, since.has_value());
+    }
+}
+
+std::set<std::string> RootSet::findInnerMounts() const {
+    std::set<std::string> found;
+    for (const auto& root : m_roots) {
+        const std::string top = m_mounts.find(root.path).path;
+        if (isRemote(root.path))
+            continue;
+        std::string last;
+        for (const auto& point : m_mounts.pointsBelow(top)) {
+            const std::string path = root.path + point.substr(top.size());
+            if ((last.empty() || !isAtOrBelow(path, last)) && isRemote(path)) {
+                found.insert(path);
+                last = path;
+            }
+        }
+    }
+    return found;
 }
 
 void RootSet::lose(Root& root, std::uint32_t flags) {
@@ -173,6 +274,10 @@ void RootSet::lose(Root& root, std::uint32_t flags) {
 }
 
 void RootSet::comeBack(Root& root) {
+    if (isRemote(root.path)) {
+        pollRemotely(root, root.lostAt, true);
+        return;
+    }
     establish(root, missedSince(root.lostAt));
     if (root.state == State::Missing)
         return;
@@ -189,7 +294,7 @@ void RootSet::giveUpWatching(const std::string& path, std::uint64_t since) {
         logLimit(root.path);
         m_tools.watcher.release(root.path);
         root.isBeyondLimit = true;
-        beginPolling(root, missedSince(since));
+        pollLocally(root, missedSince(since));
         search(root);
         isInRoot = true;
     }
@@ -197,27 +302,6 @@ void RootSet::giveUpWatching(const std::string& path, std::uint64_t since) {
     if (!isInRoot)
         logLimit(path);
     lookOut();
-}
-
-void RootSet::poll() {
-    for (auto& root : m_roots) {
-        if (!root.poller || root.poller->next() > RootPoller::Clock::now())
-            continue;
-        const bool isThere = root.poller->poll(m_tools.events);
-        if (isThere == (root.state == State::Polled))
-            continue;
-        setState(root, isThere ? State::Polled : State::Missing);
-        search(root);
-    }
-}
-
-std::optional<RootPoller::Clock::time_point> RootSet::nextPoll() const {
-    std::optional<RootPoller::Clock::time_point> next;
-    for (const auto& root : m_roots) {
-        if (root.poller)
-            next = next ? std::min(*next, root.poller->next()) : root.poller->next();
-    }
-    return next;
 }
 
 void RootSet::search(const Root& root, std::uint32_t flags) {
@@ -231,8 +315,10 @@ void RootSet::search(const Root& root, std::uint32_t flags) {
 void RootSet::lookOut() {
     std::set<std::string> lookouts;
     for (auto& root : m_roots) {
+        if (m_tools.polled.contains(root.path))
+            continue;
         watchAbove(root);
-        if (root.state != State::Missing || root.poller)
+        if (root.state != State::Missing)
             continue;
         watchFor(root, lookouts);
         FolderIdentity before;
@@ -301,6 +387,7 @@ void RootSet::logLimit(const std::string& folder) {
         << "The system's limit of watched folders is reached. Folders that do not fit are looked "
            "through every few seconds. To avoid it, raise the limit: sysctl fs.inotify.max_user_watches="
         << better;
+    m_tools.trace.write(QStringLiteral("The limit of watched folders is reached."));
 }
 
 } // namespace Stemhaven

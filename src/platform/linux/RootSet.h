@@ -2,15 +2,12 @@
 
 #include "platform/FileEventStream.h"
 #include "platform/linux/EventCoalescer.h"
-#include "platform/linux/FolderReading.h"
+#include "platform/linux/FolderIdentity.h"
 #include "platform/linux/InotifyCalls.h"
-#include "platform/linux/RootPoller.h"
+#include "platform/linux/MountTable.h"
+#include "platform/linux/PolledFolders.h"
 #include "platform/linux/TreeWatcher.h"
 
-#include <QHash>
-
-#include <atomic>
-#include <chrono>
 #include <cstdint>
 #include <map>
 #include <mutex>
@@ -24,7 +21,9 @@ namespace Stemhaven {
 /// Keeps each root watched, or polled where it cannot be watched, and looks out for those that are missing.
 ///
 /// A root is anything that is followed with all below it: a folder of the user's, or a single project
-/// elsewhere. Everything but state() is called on the stream's thread.
+/// elsewhere. A remote file system that is mounted inside a local root is polled by itself. Nothing here asks
+/// a remote file system, so that none can hold up the others. Everything but state() is called on the
+/// stream's thread.
 class RootSet {
 public:
     using State = FileEventStream::RootState;
@@ -36,14 +35,13 @@ public:
         TreeWatcher& watcher;
         EventCoalescer& events;
         EventClock& clock;
-        const QHash<QString, qint64>& recordedTimes;
-        const std::atomic<bool>& stop;
+        PolledFolders& polled;
+        EventTrace& trace;
+        const decltype(FileWatchRequest::recordedTimes)& recordedTimes;
     };
 
     /// A root that is missing at first counts as missing since that moment.
-    RootSet(
-        std::vector<std::string> roots, std::chrono::milliseconds pollInterval, std::uint64_t missingSince,
-        Tools tools);
+    RootSet(std::vector<std::string> roots, std::uint64_t missingSince, Tools tools);
 
     /// Begins anew with all roots. With a moment, each bundle is reported that was changed since then or has
     /// another time than is recorded, and each root is to be searched.
@@ -67,8 +65,13 @@ public:
     /// since then is reported.
     void giveUpWatching(const std::string& path, std::uint64_t since);
 
-    void poll();
-    std::optional<RootPoller::Clock::time_point> nextPoll() const;
+    /// Takes what the polled folders have answered.
+    void takeAnswers();
+
+    /// Whether a folder that is moved could take a mount with it, of which the system says nothing.
+    bool hasInnerMounts() const { return !m_innerMounts.empty(); }
+
+    bool isRemote(const std::string& path) const { return !m_tools.calls.tellsEvents(path, m_mounts); }
 
     /// Of a path without a trailing "/". Safe from any thread.
     State state(const std::string& root) const;
@@ -80,13 +83,19 @@ private:
         FolderIdentity identity;
         std::uint64_t lostAt = 0;
         bool isBeyondLimit = false;
-        std::optional<RootPoller> poller;
     };
 
     WasMissed missedSince(std::optional<std::uint64_t> moment) const;
     void establish(Root& root, const WasMissed& wasMissed);
     void beginWatching(Root& root, const WasMissed& wasMissed);
-    void beginPolling(Root& root, const WasMissed& wasMissed);
+    void pollLocally(Root& root, const WasMissed& wasMissed);
+    void pollRemotely(Root& root, std::optional<std::uint64_t> since, bool needsSearch);
+    TreeSnapshot::Subject subjectAt(const std::string& path) const;
+    void beginInnerMounts(std::optional<std::uint64_t> since);
+    std::set<std::string> findInnerMounts() const;
+    void followMount(Root& root);
+    bool holdsAnyOf(const Root& root, const std::vector<std::string>& mountPoints) const;
+    void answered(const PolledFolders::Change& change);
     void lose(Root& root, std::uint32_t flags);
     void comeBack(Root& root);
     void setState(Root& root, State state);
@@ -98,9 +107,10 @@ private:
     void logLimit(const std::string& folder);
 
     Tools m_tools;
-    std::chrono::milliseconds m_pollInterval;
     std::vector<Root> m_roots;
-    std::set<std::string> m_mountPoints;
+    MountTable m_mounts;
+    /// Where remote file systems are mounted inside local roots, not inside each other.
+    std::set<std::string> m_innerMounts;
     /// Where roots that are missing are looked for.
     std::set<std::string> m_lookouts;
     bool m_isLimitLogged = false;

@@ -1,9 +1,9 @@
 #include "platform/linux/TreeWatcher.h"
 
 #include "platform/linux/BundleStamp.h"
-#include "platform/linux/FolderReading.h"
+#include "platform/linux/FolderIdentity.h"
 #include "platform/linux/LoggedFolders.h"
-#include "platform/linux/PathText.h"
+#include "platform/posix/PathText.h"
 
 #include <QDebug>
 #include <QFile>
@@ -149,15 +149,18 @@ void TreeWatcher::watchTree(const std::string& top, const OnFound& onFound) {
     };
     TreeWalk walk;
     walk.enter = [&](const std::string& folder) {
-        if (m_stop)
+        if (m_passedOver.contains(folder))
             return false;
         const auto arrival = watch(folder, WatchFolder);
         note(folder, arrival);
         return arrival.has_value();
     };
     walk.onBundle = [&](const std::string& bundle) {
-        if (!m_stop)
+        if (!m_passedOver.contains(bundle))
             note(bundle, watchBundle(bundle));
+    };
+    walk.isStopped = [this] {
+        return m_stop.load();
     };
     walk.onUnreadable = [this](const std::string& folder, int error) {
         logUnreadable(folder, error);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/BundleNames.h"
+#include "platform/TreeWalk.h"
 #include "platform/linux/InotifyDescriptor.h"
 #include "platform/linux/WatchTable.h"
 
@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Stemhaven {
@@ -40,6 +42,9 @@ public:
     /// Where watches are set from now on. Those set before are gone.
     void use(InotifyDescriptor& descriptor);
 
+    /// Folders that are not looked into from now on.
+    void passOver(std::set<std::string> folders) { m_passedOver = std::move(folders); }
+
     /// Adds to what the folder is watched for already. Nothing when it cannot be watched, which has been
     /// logged if it means that something is missed.
     std::optional<Arrival> watch(const std::string& folder, unsigned purpose);
@@ -68,6 +73,7 @@ private:
     WatchTable& m_table;
     InotifyDescriptor* m_descriptor = nullptr;
     const std::atomic<bool>& m_stop;
+    std::set<std::string> m_passedOver;
     unsigned m_look = 0;
 };
 

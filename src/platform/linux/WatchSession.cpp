@@ -1,17 +1,26 @@
 #include "platform/linux/WatchSession.h"
 
-#include "platform/linux/PathText.h"
+#include "platform/posix/PathText.h"
 
 #include <QDebug>
 #include <QFile>
 
+#include <sys/inotify.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace Stemhaven {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/// Between two attempts to begin anew.
+constexpr WatchSession::Clock::duration shortestPause = 200ms;
+constexpr WatchSession::Clock::duration longestPause = 60s;
 
 std::string encoded(const QString& path) {
     std::string bytes = QFile::encodeName(path).toStdString();
@@ -20,13 +29,18 @@ std::string encoded(const QString& path) {
     return bytes;
 }
 
-/// Projects elsewhere are kept like roots: watched, polled, and looked out for.
-std::vector<std::string> rootsOf(const FileWatchRequest& request) {
+/// Stray bundles are kept like roots: watched, polled, and looked out for. A hidden one is passed over.
+std::vector<std::string> rootsOf(const FileWatchRequest& request, const BundleNames& names) {
     std::vector<std::string> roots;
-    for (const auto& path : request.roots + request.strayBundles) {
-        auto root = encoded(path);
+    const auto add = [&](std::string root) {
         if (std::find(roots.begin(), roots.end(), root) == roots.end())
             roots.push_back(std::move(root));
+    };
+    for (const auto& path : request.roots)
+        add(encoded(path));
+    for (const auto& path : request.strayBundles) {
+        if (auto bundle = encoded(path); names.isBundle(bundle))
+            add(std::move(bundle));
     }
     return roots;
 }
@@ -34,7 +48,7 @@ std::vector<std::string> rootsOf(const FileWatchRequest& request) {
 } // namespace
 
 WatchSession::WatchSession(
-    const FileWatchRequest& request, InotifyCalls& calls, std::chrono::milliseconds pollInterval,
+    const FileWatchRequest& request, InotifyCalls& calls, PolledFolders::Settings polling,
     RawEventQueue& queue, const std::atomic<bool>& stop)
     : m_request(request),
       m_calls(calls),
@@ -42,11 +56,13 @@ WatchSession::WatchSession(
       m_eventClock(EventClock::instance()),
       m_names(request.bundleSuffixes),
       m_watcher(m_names, m_table, stop),
-      m_events(m_eventClock, request.latency),
+      m_events(m_eventClock, request.latency, &m_trace),
+      m_polled(std::move(polling), m_events, stop, [&queue] { queue.wake(); }),
       m_roots(
-          rootsOf(request), pollInterval, replayStart().value_or(m_eventClock.wallTime()),
-          {m_calls, m_names, m_table, m_watcher, m_events, m_eventClock, m_request.recordedTimes, stop}),
-      m_translator({m_names, m_table, m_watcher, m_roots, m_events}) {}
+          rootsOf(request, m_names), replayStart().value_or(m_eventClock.wallTime()),
+          {m_calls, m_names, m_table, m_watcher, m_events, m_eventClock, m_polled, m_trace,
+           m_request.recordedTimes}),
+      m_translator({m_names, m_table, m_watcher, m_roots, m_events, m_trace}) {}
 
 /// An id from the future is of a clock that was wrong, then or now: nothing that it excludes can be trusted.
 std::optional<std::uint64_t> WatchSession::replayStart() const {
@@ -65,17 +81,32 @@ bool WatchSession::begin() {
     return true;
 }
 
-bool WatchSession::openReader() {
+std::uint64_t WatchSession::end() {
+    const auto now = m_eventClock.wallTime();
+    // A folder that is polled may have changed since the last look at it.
+    bool isAllTold = m_reader && m_polled.isEmpty() && !m_lostSince && !deadline();
+    m_polled.endAll();
+    if (m_reader) {
+        m_reader->stop();
+        isAllTold = isAllTold && !m_reader->descriptor().hasUnread() && m_queue.isEmpty();
+    }
     m_reader.reset();
-    m_queue.clear();
-    m_reader = std::make_unique<EventReader>(m_calls, m_queue);
-    if (!m_reader->isRunning()) {
+    return isAllTold ? now : 0;
+}
+
+bool WatchSession::openReader() {
+    auto reader = std::make_unique<EventReader>(m_calls, m_queue);
+    if (!reader->isOpen()) {
         qCritical() << "The system gives no file system events. If too many programs ask for them, raise "
                        "fs.inotify.max_user_instances."
                     << QString::fromLocal8Bit(std::strerror(errno)); // NOLINT(concurrency-mt-unsafe)
         return false;
     }
+    m_reader.reset();
+    m_queue.clear();
+    m_reader = std::move(reader);
     m_watcher.use(m_reader->descriptor());
+    m_reader->start();
     return true;
 }
 
@@ -89,53 +120,88 @@ void WatchSession::watchAll(std::optional<std::uint64_t> since) {
 }
 
 void WatchSession::watchAncestors() {
+    const auto watch = [this](const std::string& folder, unsigned purpose) {
+        if (!folder.empty() && !m_roots.isRemote(folder))
+            m_watcher.watch(folder, purpose);
+    };
     for (const auto& path : m_request.ancestors) {
         const std::string ancestor = encoded(path);
-        m_watcher.watch(ancestor, WatchAncestor);
+        watch(ancestor, WatchAncestor);
         // Where an ancestor goes is told by the folder above.
-        if (const std::string above(parentOf(ancestor)); !above.empty())
-            m_watcher.watch(above, WatchAncestor);
+        watch(std::string(parentOf(ancestor)), WatchAncestor);
     }
     for (const auto& path : m_request.strayBundles)
-        m_watcher.watch(std::string(parentOf(encoded(path))), WatchStrayFolder);
+        watch(std::string(parentOf(encoded(path))), WatchStrayFolder);
 }
 
 void WatchSession::handle(const RawEventQueue::Taken& taken) {
-    const std::uint64_t since = m_drainedAt;
-    m_drainedAt = m_eventClock.wallTime();
-    for (const auto& event : taken.events) {
-        try {
-            if (!m_translator.handle(event)) {
-                recover(since);
-                break;
-            }
-        } catch (const WatchLimitReached& limit) {
-            m_roots.giveUpWatching(limit.path, since);
-        }
-    }
+    const std::uint64_t now = m_eventClock.wallTime();
+    // A mount moves along with the folder that it is in, of which the mount table says nothing.
+    const bool mayMoveMounts = m_roots.hasInnerMounts() &&
+        std::any_of(taken.events.begin(), taken.events.end(), [](const RawEvent& event) {
+                                   return (event.mask & (IN_ISDIR | IN_MOVED_TO)) == (IN_ISDIR | IN_MOVED_TO);
+                               });
+    if (mayMoveMounts)
+        m_roots.checkMounts();
+    // When it begins anew, the events that come until then are of watches that will be gone.
+    if (!m_lostSince)
+        handleEvents(taken.events);
+    if (!taken.failure.empty() && !m_lostSince)
+        beginAnew(
+            QStringLiteral("File system events cannot be read: ") + QString::fromStdString(taken.failure));
     if (taken.mountsChanged)
         m_roots.checkMounts();
+    m_drainedAt = now;
 }
 
-/// Which watch stands for which folder is not known any more: begins with new ones. What was changed
-/// meanwhile shows on the disk.
-void WatchSession::recover(std::uint64_t since) {
+void WatchSession::handleEvents(const std::vector<RawEvent>& events) {
+    for (const auto& event : events) {
+        try {
+            if (!m_translator.handle(event)) {
+                beginAnew(QStringLiteral("File system events were lost."));
+                return;
+            }
+        } catch (const WatchLimitReached& limit) {
+            m_roots.giveUpWatching(limit.path, m_drainedAt);
+        }
+    }
+}
+
+void WatchSession::beginAnew(const QString& reason) {
+    if (!m_lostSince)
+        m_lostSince = m_drainedAt;
+    m_trace.write(reason);
+}
+
+/// What was changed since events were lost shows on the disk.
+void WatchSession::recover() {
+    // What fails again and again must not keep the disk busy.
+    const auto now = Clock::now();
+    const bool isRepeated = now < m_nextRecovery + m_recoveryPause;
+    m_recoveryPause =
+        isRepeated ? std::min<Clock::duration>(2 * m_recoveryPause, longestPause) : shortestPause;
+    m_nextRecovery = now + m_recoveryPause;
+    if (!openReader())
+        return;
     qWarning() << "File system events were lost. Looking at all folders again.";
     m_translator.forgetMoves();
-    if (openReader())
-        watchAll(since);
+    watchAll(m_lostSince);
+    m_lostSince.reset();
 }
 
 void WatchSession::tick() {
+    if (m_lostSince && m_nextRecovery <= Clock::now())
+        recover();
     m_translator.settleMoves();
     if (!m_translator.nextSettling())
         m_table.forgetFormer();
-    m_roots.poll();
+    m_roots.takeAnswers();
 }
 
 std::optional<WatchSession::Clock::time_point> WatchSession::deadline() const {
     std::optional<Clock::time_point> next;
-    for (const auto& moment : {batchTime(), m_translator.nextSettling(), m_roots.nextPoll()}) {
+    const auto recovery = m_lostSince ? std::optional(m_nextRecovery) : std::nullopt;
+    for (const auto& moment : {batchTime(), m_translator.nextSettling(), m_polled.deadline(), recovery}) {
         if (moment)
             next = next ? std::min(*next, *moment) : *moment;
     }
@@ -143,7 +209,6 @@ std::optional<WatchSession::Clock::time_point> WatchSession::deadline() const {
 }
 
 std::optional<WatchSession::Clock::time_point> WatchSession::batchTime() const {
-    using namespace std::chrono_literals;
     // A batch waits for the second half of a rename, but not for ever when one comes after the other.
     constexpr auto patience = 1s;
 

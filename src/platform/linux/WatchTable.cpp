@@ -1,6 +1,6 @@
 #include "platform/linux/WatchTable.h"
 
-#include "platform/linux/PathText.h"
+#include "platform/posix/PathText.h"
 
 #include <algorithm>
 #include <utility>

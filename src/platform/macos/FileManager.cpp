@@ -21,6 +21,10 @@ int openProject(const QString& path) {
     return run(QStringLiteral("open ") + quotedForShell(path));
 }
 
+bool hasFinder() {
+    return true;
+}
+
 int revealInFileManager(const QString& path) {
     return run(QStringLiteral("open -R ") + quotedForShell(path));
 }

@@ -2,13 +2,14 @@
 
 #include "ui/sidebar/FolderTreeItemModel.h"
 
+#include <QHash>
 #include <QMenu>
-#include <QSet>
 
 class QActionGroup;
 
-/// The sub-menu that puts the selected projects into a collection or a genre, or gives them a tag. Check
-/// marks show what the current one has.
+/// The sub-menu that puts the selected projects into a collection or a genre, or gives them a tag. An entry
+/// that all of them have is checked, and choosing it takes it from them; one that some have has a dash and
+/// says how many, and choosing it gives it to all.
 class AssociationMenu : public QMenu {
     Q_OBJECT
 
@@ -19,7 +20,8 @@ public:
     FilterType type() const { return m_type; }
 
     void setEntries(const QList<FolderTreeItemModel::Entry>& entries);
-    void setChecked(const QSet<qint64>& ids);
+    /// How many of the selected projects each entry has, and how many projects are selected.
+    void setCounts(const QHash<qint64, int>& counts, int selectedCount);
 
 signals:
     void associateRequested(FilterType type, qint64 id);
@@ -27,13 +29,19 @@ signals:
     /// A new entry, to be assigned to the selected projects.
     void newRequested(FilterType type);
 
+protected:
+    void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override;
+
 private:
     void toggle(QAction* entry);
-    void showChecked();
+    void showCounts();
+    bool haveAll(qint64 id) const;
+    bool haveSome(qint64 id) const;
 
     const FilterType m_type;
     QActionGroup* m_group;
     QAction* m_separator;
     QList<FolderTreeItemModel::Entry> m_entries;
-    QSet<qint64> m_checked;
+    QHash<qint64, int> m_counts;
+    int m_selectedCount = 0;
 };

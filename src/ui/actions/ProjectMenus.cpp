@@ -4,7 +4,7 @@
 #include "ui/CurrentFilter.h"
 #include "ui/actions/AssociationMenu.h"
 #include "ui/actions/WindowActions.h"
-#include "ui/details/ProjectRecord.h"
+#include "ui/details/SelectionSummary.h"
 #include "ui/edits/SelectionEditor.h"
 
 #include <QAction>
@@ -43,20 +43,20 @@ void ProjectMenus::setEntries(const FolderTreeItemModel& entries) {
         menu->setEntries(entries.getEntries(menu->type()));
 }
 
-void ProjectMenus::setProject(const ProjectRecord& record) {
-    m_hasProject = record.isValid();
+void ProjectMenus::setSelection(const SelectionSummary& summary) {
+    m_hasSelection = summary.count > 0;
     const auto actions = m_actions.ofSelectedProject();
     for (QAction* action : actions)
-        action->setEnabled(m_hasProject);
-    m_actions.ignore->setChecked(record.ignored);
+        action->setEnabled(m_hasSelection);
+    m_actions.ignore->setChecked(summary.areAllIgnored());
     for (AssociationMenu* menu : std::as_const(m_menus)) {
-        menu->setEnabled(m_hasProject);
-        menu->setChecked(record.associations(menu->type()));
+        menu->setEnabled(m_hasSelection);
+        menu->setCounts(summary.entryCounts.value(menu->type()), summary.count);
     }
 }
 
 void ProjectMenus::popUp(const QPoint& globalPosition) {
-    if (!m_hasProject)
+    if (!m_hasSelection)
         return;
     auto* menu = new QMenu(&m_window);
     menu->setAttribute(Qt::WA_DeleteOnClose);

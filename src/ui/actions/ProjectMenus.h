@@ -12,7 +12,7 @@ class QMenu;
 class QWidget;
 class SelectionEditor;
 class WindowActions;
-struct ProjectRecord;
+struct SelectionSummary;
 
 /// What menus offer for the selected projects: the sub-menus that file them, and the table's context menu.
 class ProjectMenus : public QObject {
@@ -26,8 +26,8 @@ public:
     QList<QMenu*> associationMenus() const;
 
     void setEntries(const FolderTreeItemModel& entries);
-    /// Marks what the project has; without one nothing is offered.
-    void setProject(const ProjectRecord& record);
+    /// Marks what the selected projects have; without one nothing is offered.
+    void setSelection(const SelectionSummary& summary);
     void popUp(const QPoint& globalPosition);
 
 signals:
@@ -42,5 +42,5 @@ private:
     const CurrentFilter& m_filter;
     QWidget& m_window;
     QList<AssociationMenu*> m_menus;
-    bool m_hasProject = false;
+    bool m_hasSelection = false;
 };

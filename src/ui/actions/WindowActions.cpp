@@ -1,11 +1,27 @@
 #include "ui/actions/WindowActions.h"
 
+#include "platform/FileManager.h"
 #include "ui/widgets/Icons.h"
 
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+
+namespace {
+
+/// Platforms have one of two, and who knows the other tries it.
+QList<QKeySequence> redoShortcuts() {
+    QList<QKeySequence> shortcuts{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)};
+    const auto others = QKeySequence::keyBindings(QKeySequence::Redo) << QKeySequence(Qt::CTRL | Qt::Key_Y);
+    for (const QKeySequence& other : others) {
+        if (!shortcuts.contains(other))
+            shortcuts.append(other);
+    }
+    return shortcuts;
+}
+
+} // namespace
 
 WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(window) {
     settings = make(tr("Settings"), QKeySequence::keyBindings(QKeySequence::Preferences));
@@ -17,8 +33,11 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     open->setStatusTip(tr("Open project in Logic Pro"));
     // A key that is held would start a program at every repetition.
     open->setAutoRepeat(false);
-    showInFinder = make(tr("&Show in Finder"), QKeySequence::keyBindings(QKeySequence::Save));
-    showInFinder->setStatusTip(tr("Show in Finder"));
+    const bool hasFinder = Stemhaven::hasFinder();
+    showInFinder = make(
+        hasFinder ? tr("&Show in Finder") : tr("&Show in File Manager"),
+        QKeySequence::keyBindings(QKeySequence::Save));
+    showInFinder->setStatusTip(hasFinder ? tr("Show in Finder") : tr("Show in File Manager"));
     showInFinder->setAutoRepeat(false);
     showPackageContents = make(tr("Show &Package Contents"), QKeySequence::keyBindings(QKeySequence::Print));
     showPackageContents->setStatusTip(tr("Open Project Package Contents"));
@@ -28,18 +47,24 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     ignore->setCheckable(true);
     deleteRecord = make(tr("Delete record"));
 
+    quit = make(tr("Quit"), QKeySequence::keyBindings(QKeySequence::Quit));
+    quit->setMenuRole(QAction::QuitRole);
+
     undo = make(tr("Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
-    redo = make(tr("Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    redo = make(tr("Redo"), redoShortcuts());
 
     scrollToTop = make(tr("Scroll to Top"), {QKeySequence(Qt::CTRL | Qt::Key_T)});
     collapseAllFilters = make(tr("Collapse All Filters"));
     collapseAllFilters->setStatusTip(tr("Collapse All Filters"));
-    showSidebar = make(tr("Show Filter Sidebar"));
+    // Of each pair only the one that is possible is enabled, and so they share a shortcut.
+    const QList<QKeySequence> sidebarShortcut{QKeySequence(Qt::CTRL | Qt::Key_BracketLeft)};
+    const QList<QKeySequence> detailsShortcut{QKeySequence(Qt::CTRL | Qt::Key_D)};
+    showSidebar = make(tr("Show Filter Sidebar"), sidebarShortcut);
     showSidebar->setEnabled(false);
-    hideSidebar = make(tr("Hide Filter Sidebar"), {QKeySequence(Qt::CTRL | Qt::Key_BracketLeft)});
-    showDetails = make(tr("Show Project Details"));
+    hideSidebar = make(tr("Hide Filter Sidebar"), sidebarShortcut);
+    showDetails = make(tr("Show Project Details"), detailsShortcut);
     showDetails->setEnabled(false);
-    hideDetails = make(tr("Hide Project &Details"), {QKeySequence(Qt::CTRL | Qt::Key_D)});
+    hideDetails = make(tr("Hide Project &Details"), detailsShortcut);
     hideCompleted = make(tr("Hide Completed Projects"), {QKeySequence(Qt::CTRL | Qt::Key_C)});
     hideIgnored = make(tr("Hide Ignored Projects"));
     for (QAction* hide : {hideCompleted, hideIgnored}) {
@@ -81,6 +106,8 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     file->addActions({release, ignore, deleteRecord});
     file->addSeparator();
     file->addAction(settings);
+    file->addSeparator();
+    file->addAction(quit);
 
     auto* edit = m_window.menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});
@@ -93,8 +120,9 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     view->addActions({hideCompleted, hideIgnored});
     view->addSeparator();
     view->addAction(checkForUpdates);
+    m_viewMenu = view;
 
-    auto* manage = m_window.menuBar()->addMenu(tr("Manage"));
+    auto* manage = m_window.menuBar()->addMenu(tr("&Manage"));
     manage->addAction(addFolder);
     manage->addSeparator();
     manage->addActions({recoverProjects, backup, importBackup});

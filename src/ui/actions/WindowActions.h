@@ -17,6 +17,9 @@ public:
     /// Fills the menu bar. Goes last, when the sub-menus exist.
     void setupMenus(const QList<QMenu*>& associationMenus);
 
+    /// Null before the menu bar is filled.
+    QMenu* viewMenu() const { return m_viewMenu; }
+
     // Actions of the selected project.
     QAction* open;
     QAction* showInFinder;
@@ -26,6 +29,7 @@ public:
     QAction* deleteRecord;
 
     QAction* settings;
+    QAction* quit;
     QAction* undo;
     QAction* redo;
 
@@ -53,4 +57,5 @@ private:
     QAction* make(const QString& text, const QList<QKeySequence>& shortcuts = {});
 
     QMainWindow& m_window;
+    QMenu* m_viewMenu = nullptr;
 };

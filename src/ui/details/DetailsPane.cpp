@@ -6,10 +6,12 @@
 #include "ui/details/ProjectLoader.h"
 #include "ui/details/StatusFields.h"
 #include "ui/table/StarEditor.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ImageView.h"
 #include "ui/widgets/TracksEmblem.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -20,7 +22,9 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace {
 
@@ -50,6 +54,7 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
       m_path(makeLine("projectFilepathLabel", tr("/path/to/project"), nullptr)),
       m_selectedCountLabel(new QLabel),
       m_stars(new StarEditor),
+      m_mixedStarsLabel(new QLabel(tr("(mixed)"))),
       m_open(new QPushButton(tr("Open"))),
       m_release(new QPushButton(tr("Release"))),
       m_progressLabel(new QLabel(tr("Progress: 50%"))),
@@ -69,18 +74,25 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
         m_preview->setImage(image, isThere ? QString() : tr("Project wasn't found"));
         emit filled();
     });
-    connect(m_loader, &ProjectLoader::loaded, this, &DetailsPane::showProject);
+    connect(m_loader, &ProjectLoader::loaded, this, &DetailsPane::showLoaded);
+    connect(m_loader, &ProjectLoader::failed, this, &DetailsPane::showUnreadable);
     connect(m_progress, &QSlider::valueChanged, this, &DetailsPane::showProgress);
-    connect(m_open, &QPushButton::released, this, &DetailsPane::openRequested);
+    connect(m_open, &QPushButton::clicked, this, [this] {
+        // Who double-clicks means one opening.
+        if (m_openPause.hasExpired())
+            emit openRequested();
+        m_openPause.setRemainingTime(QApplication::doubleClickInterval());
+    });
     connectProjectEvents();
 }
 
 QWidget* DetailsPane::makeNothingSelectedPage() {
     auto* page = new QWidget(this);
-    auto* text = new QLabel(tr("Select a project to see its details."), page);
-    text->setForegroundRole(QPalette::PlaceholderText);
-    text->setAlignment(Qt::AlignCenter);
-    text->setWordWrap(true);
+    m_nothingText = new QLabel(tr("Select a project to see its details."), page);
+    m_nothingText->setObjectName(QStringLiteral("nothingShownLabel"));
+    Contrast::makeSecondary(*m_nothingText);
+    m_nothingText->setAlignment(Qt::AlignCenter);
+    m_nothingText->setWordWrap(true);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(margin);
@@ -88,7 +100,7 @@ QWidget* DetailsPane::makeNothingSelectedPage() {
     auto* emblem = new TracksEmblem(page);
     emblem->setAccented(false);
     layout->addWidget(emblem, 0, Qt::AlignHCenter);
-    layout->addWidget(text);
+    layout->addWidget(m_nothingText);
     layout->addStretch(3);
     return page;
 }
@@ -102,6 +114,7 @@ QWidget* DetailsPane::makeProjectPage() {
     // Outside dialogs only an auto-default button takes the Return key.
     m_open->setAutoDefault(true);
     m_release->setAutoDefault(true);
+    m_mixedStarsLabel->setObjectName(QStringLiteral("mixedStarsLabel"));
     m_progressLabel->setObjectName(QStringLiteral("projectProgressLabel"));
     m_progress->setObjectName(QStringLiteral("projectProgressSlider"));
     m_progress->setAccessibleName(tr("Progress"));
@@ -111,10 +124,20 @@ QWidget* DetailsPane::makeProjectPage() {
     nameFont.setWeight(QFont::DemiBold);
     m_name->setFont(nameFont);
     for (QLabel* label :
-         {static_cast<QLabel*>(m_details), static_cast<QLabel*>(m_path), m_selectedCountLabel})
-        label->setForegroundRole(QPalette::PlaceholderText);
+         {static_cast<QLabel*>(m_details), static_cast<QLabel*>(m_path), m_mixedStarsLabel,
+          m_selectedCountLabel})
+        Contrast::makeSecondary(*label);
     m_path->setElideMode(Qt::ElideMiddle);
+    m_name->setTextOrder(TextOrder::OfItsOwn);
+    for (ElidedLabel* line : {m_details, m_path})
+        line->setTextOrder(TextOrder::LeftToRight);
     m_selectedCountLabel->setWordWrap(true);
+
+    auto* rating = new QHBoxLayout;
+    rating->setSpacing(8);
+    rating->addWidget(m_stars);
+    rating->addWidget(m_mixedStarsLabel);
+    rating->addStretch();
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_open, 1);
@@ -130,7 +153,7 @@ QWidget* DetailsPane::makeProjectPage() {
     layout->addWidget(m_details);
     layout->addWidget(m_path);
     layout->addSpacing(8);
-    layout->addWidget(m_stars, 0, Qt::AlignLeft);
+    layout->addLayout(rating);
     layout->addSpacing(8);
     layout->addLayout(buttons);
     layout->addSpacing(12);
@@ -153,20 +176,31 @@ QWidget* DetailsPane::makeProjectPage() {
     return page;
 }
 
-void DetailsPane::selectProject(qint64 projectId, int selectedCount) {
-    m_selectedCount = selectedCount;
-    showSelectedCount();
-    if (projectId == m_selectedId)
+void DetailsPane::selectProjects(const QList<qint64>& projects) {
+    QList<qint64> selected = projects;
+    // The same selection has the same order, so that it is not loaded again.
+    if (!selected.isEmpty())
+        std::sort(selected.begin() + 1, selected.end());
+    if (std::ranges::equal(selected, m_selected))
         return;
-    qDebug() << "Selected project with ID:" << projectId;
-    m_selectedId = projectId;
-    m_loader->load(projectId);
-    if (projectId < 0)
+    m_selected = selected;
+    qDebug() << "Selected project with ID:" << m_selected.value(0, -1);
+    m_loader->load(m_selected);
+    if (m_selected.isEmpty())
         showNothing();
 }
 
+bool DetailsPane::showsSelection() const {
+    return std::ranges::equal(m_shown, m_selected);
+}
+
 void DetailsPane::reload() {
-    m_loader->load(m_selectedId);
+    m_loader->load(m_selected);
+}
+
+void DetailsPane::retry() {
+    if (std::exchange(m_isUnreadable, false))
+        reload();
 }
 
 void DetailsPane::reloadPicture() {
@@ -182,29 +216,70 @@ void DetailsPane::commit() {
     m_progress->commit();
 }
 
-void DetailsPane::showProject(const ProjectRecord& record) {
+void DetailsPane::showLoaded(const ProjectRecord& record, const SelectionSummary& summary) {
     if (!record.isValid()) {
         showNothing();
+        emit notAvailable();
         return;
     }
-    if (m_isBeingWritten && record.id == m_project.id)
+    m_isUnreadable = false;
+    if (m_isBeingWritten && showsSelection())
         return;
     m_project = record;
-    disconnectProjectEvents();
-    m_name->setText(record.name);
-    m_details->setText(record.details);
-    m_path->setText(record.bundlePath);
-    m_stars->setStarRating(StarRating(record.stars, 5));
-    m_progress->setStoredValue(record.progressPercent);
-    showProgress(m_progress->value());
-    m_statuses->setStatuses(record.statuses);
-    connectProjectEvents();
+    m_summary = summary;
+    m_shown = m_selected;
+    showNameAndPlace();
+    showUserData();
     showPreview(record);
     m_pages->setCurrentWidget(m_projectPage);
     emit projectShown(m_project);
 }
 
+void DetailsPane::showNameAndPlace() {
+    const auto count = m_shown.size();
+    m_selectedCountLabel->setVisible(count > 1);
+    if (count == 1) {
+        m_name->setText(m_project.name);
+        m_details->setText(m_project.details);
+        m_path->setText(m_project.bundlePath);
+        return;
+    }
+    const QString mixed = tr("(mixed)");
+    const QString number = locale().toString(count);
+    const QStringList details{
+        m_summary.tempo ? *m_summary.tempo + QLatin1String(" BPM") : mixed,
+        m_summary.timeSignature.value_or(mixed), m_summary.key.value_or(mixed)};
+    m_name->setText(tr("%1 projects").arg(number));
+    m_details->setText(details.join(QLatin1String(" - ")));
+    m_path->setText(m_summary.folder.value_or(mixed));
+    m_selectedCountLabel->setText(
+        tr("%1 projects are selected. What you change here changes all of them.").arg(number));
+}
+
+void DetailsPane::showUserData() {
+    disconnectProjectEvents();
+    m_stars->setStarRating(StarRating(m_summary.stars.value_or(0), 5));
+    m_stars->setAccessibleDescription(m_summary.stars ? QString() : m_mixedStarsLabel->text());
+    m_mixedStarsLabel->setVisible(!m_summary.stars);
+    // Where they differ, the handle rests where the current project's would.
+    m_progress->setStoredValue(m_project.progressPercent, !m_summary.progressPercent);
+    m_progress->setAccessibleDescription(m_summary.progressPercent ? QString() : tr("(mixed)"));
+    if (m_summary.progressPercent || m_progress->value() != m_project.progressPercent)
+        showProgress(m_progress->value());
+    else
+        showProgressText(tr("(mixed)"));
+    m_statuses->setStatuses(m_summary.statuses);
+    connectProjectEvents();
+}
+
 void DetailsPane::showPreview(const ProjectRecord& record) {
+    if (m_shown.size() > 1) {
+        clearPreview();
+        // Not "No picture": each may have one.
+        m_preview->setImage({}, m_name->text());
+        emit filled();
+        return;
+    }
     const QString key = QString::number(record.lastModified) + record.bundlePath;
     if (key == m_previewKey)
         return;
@@ -213,32 +288,46 @@ void DetailsPane::showPreview(const ProjectRecord& record) {
     m_previews->load(record.bundlePath, previewSize * devicePixelRatioF());
 }
 
-void DetailsPane::showNothing() {
-    m_project = {};
+void DetailsPane::clearPreview() {
     m_previewKey.clear();
+    m_stalePreview->stop();
     m_previews->cancel();
     m_preview->clear();
+}
+
+void DetailsPane::showUnreadable() {
+    showNothing();
+    m_isUnreadable = true;
+    m_nothingText->setText(tr("The details could not be read. Click the project to try again."));
+    emit notAvailable();
+}
+
+void DetailsPane::showNothing() {
+    m_isUnreadable = false;
+    m_nothingText->setText(tr("Select a project to see its details."));
+    m_project = {};
+    m_summary = {};
+    m_shown.clear();
+    clearPreview();
     m_pages->setCurrentIndex(0);
     emit projectShown(m_project);
 }
 
-void DetailsPane::showSelectedCount() {
-    m_selectedCountLabel->setVisible(m_selectedCount > 1);
-    m_selectedCountLabel->setText(tr("%1 projects are selected. What you change here changes all of them.")
-                                      .arg(locale().toString(m_selectedCount)));
-}
-
 void DetailsPane::showProgress(int percent) {
-    m_progressLabel->setText(tr("Progress: ") + tr("%1%").arg(percent));
+    showProgressText(tr("%1%").arg(percent));
 }
 
-void DetailsPane::progressSliderChanged() {
+void DetailsPane::showProgressText(const QString& progress) {
+    m_progressLabel->setText(tr("Progress: ") + progress);
+}
+
+void DetailsPane::progressEditedTo(int percent) {
     if (!m_project.isValid()) {
         m_progressLabel->clear();
         m_progress->setStoredValue(0);
         return;
     }
-    emit progressEdited(m_progress->value());
+    emit progressEdited(percent);
 }
 
 void DetailsPane::connectProjectEvents() {
@@ -249,10 +338,10 @@ void DetailsPane::connectProjectEvents() {
             m_stars, &StarEditor::editingFinished, this,
             [this] { emit starRatingEdited(m_stars->starRating().starCount()); }),
         connect(
-            m_progress, &QSlider::sliderReleased, this,
-            [this] {
+            m_progress, &ProgressSlider::edited, this,
+            [this](int percent) {
                 Stemhaven::guarded(
-                    tr("Setting project progress failed."), [this] { progressSliderChanged(); });
+                    tr("Setting project progress failed."), [&] { progressEditedTo(percent); });
             }),
         connect(m_statuses, &StatusFields::edited, this, &DetailsPane::statusEdited)};
 }

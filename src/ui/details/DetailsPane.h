@@ -1,7 +1,9 @@
 #pragma once
 
 #include "ui/details/ProjectRecord.h"
+#include "ui/details/SelectionSummary.h"
 
+#include <QDeadlineTimer>
 #include <QList>
 #include <QMetaObject>
 #include <QWidget>
@@ -24,7 +26,8 @@ class TaskManager;
 }
 
 /// The selected project: its picture, what its bundle says, and what the user says of it, to be changed here.
-/// What is changed is reported; others have it written.
+/// Of several projects it shows what they have in common. What is changed is reported; others have it
+/// written.
 class DetailsPane : public QWidget {
     Q_OBJECT
 
@@ -32,10 +35,12 @@ public:
     /// tasks outlives the pane.
     explicit DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent = nullptr);
 
-    /// Loads the project and shows it; -1 for none. selectedCount is how many projects changes apply to.
-    void selectProject(qint64 projectId, int selectedCount);
+    /// Loads the projects, the current one first, and shows them; an empty list for none.
+    void selectProjects(const QList<qint64>& projects);
     /// Shows what is in the database by now.
     void reload();
+    /// Tries again to read what could not be read; else nothing.
+    void retry();
     /// As reload(), when the project's bundle may have gone or come back.
     void reloadPicture();
     void setEntries(const FolderTreeItemModel& entries);
@@ -47,12 +52,23 @@ public:
     /// Reports a change that the user has not finished yet.
     void commit();
 
+    /// The current one of those that are shown; not valid where there is none.
     const ProjectRecord& project() const { return m_project; }
 
+    /// The projects that are shown, which are those that changes apply to, the current one first.
+    const QList<qint64>& projects() const { return m_shown; }
+
+    const SelectionSummary& summary() const { return m_summary; }
+
+    /// Whether the details of the selected projects have come.
+    bool showsSelection() const;
+
 signals:
-    /// The selected project's record has come, or there is none.
+    /// The details of the selected projects have come, or there are none.
     void projectShown(const ProjectRecord& record);
-    /// The selected project's picture has come too, or it has none.
+    /// The selected projects are not in the database, or cannot be read; none are shown now.
+    void notAvailable();
+    /// The selected project's picture has come too, or there is none.
     void filled();
     void starRatingEdited(int stars);
     void progressEdited(int percent);
@@ -62,12 +78,16 @@ signals:
 private:
     QWidget* makeNothingSelectedPage();
     QWidget* makeProjectPage();
-    void showProject(const ProjectRecord& record);
+    void showLoaded(const ProjectRecord& record, const SelectionSummary& summary);
+    void showNameAndPlace();
+    void showUserData();
     void showPreview(const ProjectRecord& record);
+    void clearPreview();
     void showNothing();
-    void showSelectedCount();
+    void showUnreadable();
     void showProgress(int percent);
-    void progressSliderChanged();
+    void showProgressText(const QString& progress);
+    void progressEditedTo(int percent);
     void connectProjectEvents();
     void disconnectProjectEvents();
 
@@ -75,9 +95,12 @@ private:
     PreviewLoader* m_previews;
     QTimer* m_stalePreview;
     ProjectRecord m_project;
-    qint64 m_selectedId = -1;
-    int m_selectedCount = 0;
+    SelectionSummary m_summary;
+    QList<qint64> m_selected;
+    QList<qint64> m_shown;
+    QDeadlineTimer m_openPause{0}; ///< until it ends, a click is the second of a double click
     bool m_isBeingWritten = false;
+    bool m_isUnreadable = false;
     QString m_previewKey; ///< the bundle and the moment of its last change that the picture is of
     QList<QMetaObject::Connection> m_projectEvents;
 
@@ -87,11 +110,13 @@ private:
     ElidedLabel* m_path;
     QLabel* m_selectedCountLabel;
     StarEditor* m_stars;
+    QLabel* m_mixedStarsLabel;
     QPushButton* m_open;
     QPushButton* m_release;
     QLabel* m_progressLabel;
     ProgressSlider* m_progress;
     StatusFields* m_statuses;
+    QLabel* m_nothingText = nullptr;
     QWidget* m_projectPage;
     QStackedLayout* m_pages;
 };

@@ -3,6 +3,7 @@
 #include "app/errors/Exception.h"
 #include "app/errors/Guarded.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedTip.h"
 
 #include <QAbstractItemView>
@@ -92,7 +93,7 @@ StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
             Stemhaven::guarded(tr(textsOf(type).failureTitle), [&] { statusChosen(type); });
         });
         auto* label = new QLabel(tr(texts.label), this);
-        label->setForegroundRole(QPalette::PlaceholderText);
+        Contrast::makeSecondary(*label);
         label->setBuddy(combo);
         // Or the layout puts it a little above the middle of its field.
         label->setMinimumHeight(combo->sizeHint().height());
@@ -117,7 +118,7 @@ void StatusFields::setEntries(const FolderTreeItemModel& entries) {
     }
 }
 
-void StatusFields::setStatuses(const QMap<FilterType, qint64>& statuses) {
+void StatusFields::setStatuses(const QMap<FilterType, std::optional<qint64>>& statuses) {
     m_statuses = statuses;
     for (const FilterType type : statusFilterTypes)
         choose(type);
@@ -126,7 +127,12 @@ void StatusFields::setStatuses(const QMap<FilterType, qint64>& statuses) {
 void StatusFields::choose(FilterType type) {
     QComboBox* combo = m_combos[type];
     const QSignalBlocker blocker(combo);
-    combo->setCurrentIndex(combo->findData(m_statuses.value(type, defaultStatusId)));
+    const std::optional<qint64> status = m_statuses.value(type, defaultStatusId);
+    const QString mixed = status ? QString() : tr("(mixed)");
+    combo->setPlaceholderText(mixed);
+    combo->setAccessibleDescription(mixed);
+    // Nothing is chosen where they differ, so that choosing any of the entries is a change.
+    combo->setCurrentIndex(status ? combo->findData(*status) : -1);
 }
 
 void StatusFields::statusChosen(FilterType type) {

@@ -6,9 +6,11 @@
 #include <QString>
 #include <QWidget>
 
+#include <optional>
+
 class QComboBox;
 
-/// The four statuses of a project, each a list to choose from.
+/// The four statuses of one or several projects, each a list to choose from.
 class StatusFields : public QWidget {
     Q_OBJECT
 
@@ -17,8 +19,8 @@ public:
 
     /// Fills the lists anew; what is chosen stays chosen. Nothing is reported.
     void setEntries(const FolderTreeItemModel& entries);
-    /// Nothing is reported.
-    void setStatuses(const QMap<FilterType, qint64>& statuses);
+    /// Of all selected projects; empty where they differ. Nothing is reported.
+    void setStatuses(const QMap<FilterType, std::optional<qint64>>& statuses);
 
 signals:
     void edited(FilterType type, qint64 statusId);
@@ -32,5 +34,5 @@ private:
 
     QMap<FilterType, QComboBox*> m_combos;
     QMap<FilterType, QList<FolderTreeItemModel::Entry>> m_entries;
-    QMap<FilterType, qint64> m_statuses;
+    QMap<FilterType, std::optional<qint64>> m_statuses;
 };

@@ -3,10 +3,20 @@
 #include <QCoreApplication>
 #include <QLabel>
 
+namespace {
+
+/// A longer message, such as a statement with all its values, would reach beyond the screen.
+constexpr int longestMessage = 600;
+
+} // namespace
+
 QMessageBox*
 makeAlert(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& message) {
     auto* box = new QMessageBox(icon, QCoreApplication::applicationName(), title, QMessageBox::Ok, parent);
-    box->setInformativeText(message);
+    const bool isShort = message.size() <= longestMessage;
+    box->setInformativeText(isShort ? message : message.left(longestMessage) + QStringLiteral("…"));
+    if (!isShort)
+        box->setDetailedText(message);
     // Paths and statements may look like markup, and only the first of the two labels heeds the box's own
     // setting.
     for (QLabel* label : box->findChildren<QLabel*>())

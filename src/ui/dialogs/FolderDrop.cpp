@@ -5,6 +5,7 @@
 
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 #include <QWidget>
@@ -25,19 +26,33 @@ QStringList foldersIn(const QMimeData* data) {
 
 } // namespace
 
-FolderDrop::FolderDrop(QWidget& window, FolderAdder& adder) : QObject(&window), m_adder(adder) {
+FolderDrop::FolderDrop(QWidget& window, FolderAdder& adder)
+    : QObject(&window),
+      m_window(window),
+      m_adder(adder) {
     window.setAcceptDrops(true);
     window.installEventFilter(this);
 }
 
+void FolderDrop::coverFields() {
+    const auto fields = m_window.findChildren<QLineEdit*>();
+    for (QLineEdit* field : fields)
+        field->installEventFilter(this);
+}
+
 bool FolderDrop::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop)
+    const auto type = event->type();
+    if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
         return QObject::eventFilter(watched, event);
 
     auto* drop = static_cast<QDropEvent*>(event);
+    if (watched != &m_window && !drop->mimeData()->hasUrls())
+        return false; // a text, which is the field's
     const QStringList folders = foldersIn(drop->mimeData());
-    if (folders.isEmpty())
+    if (folders.isEmpty()) {
+        drop->ignore();
         return true;
+    }
     if (event->type() == QEvent::Drop) {
         for (const QString& folder : folders)
             m_adder.add(folder);

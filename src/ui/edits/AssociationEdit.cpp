@@ -2,8 +2,6 @@
 
 #include "database/UserDataStatements.h"
 
-#include <QSet>
-
 #include <utility>
 
 namespace UserDataStatements = Stemhaven::UserDataStatements;
@@ -16,28 +14,25 @@ AssociationEdit::AssociationEdit(
       m_direction(direction) {}
 
 QString AssociationEdit::stateStatement() const {
-    return UserDataStatements::selectAssociated(m_type, m_filterId, projects());
+    return m_direction == Direction::Associate
+        ? UserDataStatements::selectNotAssociated(m_type, m_filterId, projects())
+        : UserDataStatements::selectAssociated(m_type, m_filterId, projects());
 }
 
 QStringList AssociationEdit::redo(const QList<QStringList>& state) {
-    QSet<qint64> associated;
-    for (const QStringList& row : state)
-        associated.insert(row.value(0).toLongLong());
-
     m_changed.clear();
-    for (const qint64 project : projects()) {
-        if (associated.contains(project) != (m_direction == Direction::Associate))
-            m_changed.append(project);
-    }
+    for (const QStringList& row : state)
+        m_changed.append(row.constFirst().toLongLong());
     return statements(m_direction);
 }
 
-QStringList AssociationEdit::undo() const {
+QStringList AssociationEdit::undo(const QList<QStringList>& /*state*/) {
     return statements(m_direction == Direction::Associate ? Direction::Disassociate : Direction::Associate);
 }
 
-bool AssociationEdit::forgetEntry(FilterType type, qint64 id) {
-    return type != m_type || id != m_filterId;
+void AssociationEdit::renumberEntry(FilterType type, qint64 from, qint64 to) {
+    if (type == m_type && from == m_filterId)
+        m_filterId = to;
 }
 
 QStringList AssociationEdit::statements(Direction direction) const {

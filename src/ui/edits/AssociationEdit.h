@@ -2,20 +2,24 @@
 
 #include "ui/edits/ProjectEdit.h"
 
-/// Puts projects into a collection or gives them a tag, or the other way round. No project is ever mapped
-/// twice.
+/// Puts projects into a collection or gives them a tag, or takes them out of a collection, a genre or a tag.
+/// No project is ever mapped twice.
 class AssociationEdit : public ProjectEdit {
 public:
     enum class Direction { Associate, Disassociate };
 
-    /// type is collections or tags.
+    /// type is collections or tags, or genres to take them away.
     AssociationEdit(
         Texts texts, QList<qint64> projects, FilterType type, qint64 filterId, Direction direction);
 
     QString stateStatement() const override;
     QStringList redo(const QList<QStringList>& state) override;
-    QStringList undo() const override;
-    bool forgetEntry(FilterType type, qint64 id) override;
+    QStringList undo(const QList<QStringList>& state) override;
+
+    QList<qint64> changedProjects() const override { return m_changed; }
+
+protected:
+    void renumberEntry(FilterType type, qint64 from, qint64 to) override;
 
 private:
     QStringList statements(Direction direction) const;

@@ -1,5 +1,6 @@
 #include "ui/edits/ColumnEdit.h"
 
+#include "database/FilterStatements.h"
 #include "database/UserDataStatements.h"
 
 #include <utility>
@@ -11,7 +12,11 @@ ColumnEdit::ColumnEdit(Texts texts, QList<qint64> projects, Change change)
       m_change(std::move(change)) {}
 
 QString ColumnEdit::stateStatement() const {
-    return UserDataStatements::selectLiterals(m_change.columns, projects());
+    const QString select = UserDataStatements::selectLiterals(m_change.columns, projects());
+    // No project is given an entry that was removed meanwhile.
+    return m_change.entryType ? Stemhaven::FilterStatements::whereExists(
+                                    select, *m_change.entryType, m_change.literals.constFirst().toLongLong())
+                              : select;
 }
 
 QStringList ColumnEdit::redo(const QList<QStringList>& state) {
@@ -22,25 +27,34 @@ QStringList ColumnEdit::redo(const QList<QStringList>& state) {
         if (before.literals == m_change.literals)
             continue;
         m_before.append(before);
-        statements.append(m_change.statement(before.project));
+        statements.append(
+            UserDataStatements::setLiterals(m_change.columns, m_change.literals, before.project));
     }
     return statements;
 }
 
-QStringList ColumnEdit::undo() const {
+QStringList ColumnEdit::undo(const QList<QStringList>& /*state*/) {
     QStringList statements;
     for (const Before& before : m_before)
         statements.append(UserDataStatements::setLiterals(m_change.columns, before.literals, before.project));
     return statements;
 }
 
-bool ColumnEdit::forgetEntry(FilterType type, qint64 id) {
-    if (!m_change.reference || m_change.reference->type != type)
-        return true;
-    const QString literal = QString::number(id);
-    for (Before& before : m_before) {
-        if (before.literals.constFirst() == literal)
-            before.literals.front() = m_change.reference->valueOfNone;
-    }
-    return m_change.literals.constFirst() != literal;
+void ColumnEdit::renumberEntry(FilterType type, qint64 from, qint64 to) {
+    if (m_change.entryType != type)
+        return;
+    const auto follow = [oldLiteral = QString::number(from), to](QStringList& literals) {
+        if (literals.constFirst() == oldLiteral)
+            literals.front() = QString::number(to);
+    };
+    follow(m_change.literals);
+    for (Before& before : m_before)
+        follow(before.literals);
+}
+
+QList<qint64> ColumnEdit::changedProjects() const {
+    QList<qint64> projects;
+    for (const Before& before : m_before)
+        projects.append(before.project);
+    return projects;
 }

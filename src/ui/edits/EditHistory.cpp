@@ -4,7 +4,7 @@
 #include "app/errors/ErrorHandler.h"
 #include "database/EditTask.h"
 #include "database/TaskManager.h"
-#include "ui/edits/ProjectEdit.h"
+#include "ui/edits/Edit.h"
 
 #include <QDebug>
 #include <QPointer>
@@ -14,15 +14,13 @@
 #include <utility>
 
 struct EditHistory::Step {
-    Step(EditPointer stepEdit, Direction stepDirection, std::vector<EditPointer> stepReplaced)
-        : edit(std::move(stepEdit)),
-          direction(stepDirection),
-          replaced(std::move(stepReplaced)) {}
-
     EditPointer edit;
-    Direction direction;
-    std::vector<EditPointer> replaced;   ///< what could have been redone before it
-    std::atomic<bool> cancelled = false; ///< it rests on a step that was refused, or its entry is gone
+    Direction direction = Direction::Perform;
+    std::vector<EditPointer> replaced; ///< what could have been redone before it
+    Ended ended;
+    std::vector<EditPointer> earlier;    ///< the edits that had been done when it was made
+    std::vector<EditPointer> later;      ///< those that had been undone
+    std::atomic<bool> cancelled = false; ///< it rests on a step that was refused
     std::atomic<bool> changesNothing = false;
 };
 
@@ -30,10 +28,13 @@ EditHistory::EditHistory(Stemhaven::TaskManager& tasks, QObject* parent) : QObje
 
 EditHistory::~EditHistory() = default;
 
-void EditHistory::perform(std::unique_ptr<ProjectEdit> edit) {
+void EditHistory::perform(std::unique_ptr<Edit> edit, Ended ended) {
     const EditPointer shared(std::move(edit));
     m_done.push_back(shared);
-    start(shared, Direction::Perform, std::exchange(m_undone, {}));
+    auto step = std::make_shared<Step>();
+    step->replaced = std::exchange(m_undone, {});
+    step->ended = std::move(ended);
+    start(shared, Direction::Perform, std::move(step));
 }
 
 void EditHistory::undo() {
@@ -41,7 +42,7 @@ void EditHistory::undo() {
         return;
     m_undone.push_back(m_done.back());
     m_done.pop_back();
-    start(m_undone.back(), Direction::Undo);
+    start(m_undone.back(), Direction::Undo, std::make_shared<Step>());
 }
 
 void EditHistory::redo() {
@@ -49,7 +50,7 @@ void EditHistory::redo() {
         return;
     m_done.push_back(m_undone.back());
     m_undone.pop_back();
-    start(m_done.back(), Direction::Redo);
+    start(m_done.back(), Direction::Redo, std::make_shared<Step>());
 }
 
 QString EditHistory::undoText() const {
@@ -60,43 +61,28 @@ QString EditHistory::redoText() const {
     return canRedo() ? m_undone.back()->texts().name : QString();
 }
 
-void EditHistory::forgetEntry(FilterType type, qint64 id) {
-    {
-        const std::lock_guard lock(*m_editMutex);
-        std::vector<EditPointer> forgotten;
-        const auto forget = [&](std::vector<EditPointer>& edits) {
-            std::erase_if(edits, [&](const EditPointer& edit) {
-                const bool isForgotten = !edit->forgetEntry(type, id);
-                if (isForgotten)
-                    forgotten.push_back(edit);
-                return isForgotten;
-            });
-        };
-        forget(m_done);
-        forget(m_undone);
-        for (const auto& step : m_inFlight)
-            forget(step->replaced);
-        // These steps come after the removal; those before it have ended.
-        for (const auto& step : m_inFlight) {
-            if (std::find(forgotten.begin(), forgotten.end(), step->edit) != forgotten.end())
-                step->cancelled = true;
-        }
-    }
-    emit changed();
-}
-
-void EditHistory::start(const EditPointer& edit, Direction direction, std::vector<EditPointer> replaced) {
-    auto step = std::make_shared<Step>(edit, direction, std::move(replaced));
+void EditHistory::start(const EditPointer& edit, Direction direction, std::shared_ptr<Step> step) {
+    step->edit = edit;
+    step->direction = direction;
+    step->earlier = m_done;
+    step->later = m_undone;
+    auto select = [step, mutex = m_editMutex] {
+        const std::lock_guard lock(*mutex);
+        return step->direction == Direction::Undo ? step->edit->undoStateStatement()
+                                                  : step->edit->stateStatement();
+    };
     auto plan = [step, mutex = m_editMutex](const QList<QStringList>& state) -> QStringList {
         const std::lock_guard lock(*mutex);
         if (step->cancelled)
             return {};
-        auto statements = step->direction == Direction::Undo ? step->edit->undo() : step->edit->redo(state);
+        auto statements =
+            step->direction == Direction::Undo ? step->edit->undo(state) : step->edit->redo(state);
         step->changesNothing = statements.isEmpty();
+        followNewNumbers(*step);
         return statements;
     };
-    auto task = std::make_shared<Stemhaven::EditTask>(
-        edit->stateStatement(), std::move(plan), m_tasks.mainDatabase());
+    auto task =
+        std::make_shared<Stemhaven::EditTask>(std::move(select), std::move(plan), m_tasks.mainDatabase());
     task->setSuccessCallback([history = QPointer(this), step](const auto& /*task*/) {
         if (history)
             history->finish(step);
@@ -111,22 +97,43 @@ void EditHistory::start(const EditPointer& edit, Direction direction, std::vecto
     emit changed();
 }
 
+/// On the worker, in the order in which the steps are written, so that a step behind this one has the
+/// numbers.
+void EditHistory::followNewNumbers(const Step& step) {
+    const auto renumberings = step.edit->renumberings();
+    for (const auto& renumbering : renumberings) {
+        const bool areEarlier = renumbering.scope == Edit::Renumbering::Scope::EarlierEdits;
+        for (const EditPointer& edit : areEarlier ? step.earlier : step.later) {
+            if (edit != step.edit)
+                edit->renumber(renumbering);
+        }
+    }
+}
+
 void EditHistory::finish(const std::shared_ptr<Step>& step) {
     std::erase(m_inFlight, step);
     if (step->cancelled) {
         emit changed();
         return;
     }
+    const auto& edit = step->edit;
     if (step->direction == Direction::Perform && step->changesNothing) {
-        std::erase(m_done, step->edit);
-        if (m_undone.empty() && m_inFlight.empty())
-            m_undone = step->replaced;
+        std::erase(m_done, edit);
+        giveBack(step->replaced);
     }
-    if (!step->changesNothing && !step->edit->texts().successLog.isEmpty() &&
-        step->direction != Direction::Undo)
-        qInfo().noquote() << step->edit->texts().successLog;
+    if (!step->changesNothing && !edit->texts().successLog.isEmpty() && step->direction != Direction::Undo)
+        qInfo().noquote() << edit->texts().successLog;
     emit changed();
+    if (step->ended)
+        step->ended(true);
+    if (step->direction != Direction::Perform && !step->changesNothing)
+        emit wentBackOrForth(changedProjects(*edit));
     emit written();
+}
+
+QList<qint64> EditHistory::changedProjects(const Edit& edit) const {
+    const std::lock_guard lock(*m_editMutex);
+    return edit.changedProjects();
 }
 
 void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error) {
@@ -135,10 +142,8 @@ void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbExc
         finish(step);
         return;
     }
-    const auto& texts = step->edit->texts();
-    qCritical().noquote() << texts.failureLog;
-    qCritical() << error;
-    Stemhaven::ErrorHandler::instance().reportError(texts.failureTitle, error, QtCriticalMsg);
+    step->edit->logFailure(error);
+    Stemhaven::ErrorHandler::instance().reportError(step->edit->texts().failureTitle, error, QtCriticalMsg);
 
     std::erase(m_inFlight, step);
     // The undone and redone steps after it rest on it, and are taken back first.
@@ -147,7 +152,10 @@ void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbExc
             revert(**later);
     }
     revert(*step);
+    giveBack(step->replaced);
     emit changed();
+    if (step->ended)
+        step->ended(false);
     emit refused();
 }
 
@@ -158,4 +166,13 @@ void EditHistory::revert(const Step& step) {
         m_done.push_back(step.edit);
     else if (step.direction == Direction::Redo)
         m_undone.push_back(step.edit);
+}
+
+/// What an edit that has come to nothing replaced can be redone again, unless another edit stands behind it.
+void EditHistory::giveBack(const std::vector<EditPointer>& replaced) {
+    const auto next = std::find_if(m_inFlight.begin(), m_inFlight.end(), [](const auto& step) {
+        return step->direction == Direction::Perform;
+    });
+    auto& place = next != m_inFlight.end() ? (*next)->replaced : m_undone;
+    place.insert(place.begin(), replaced.begin(), replaced.end());
 }

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "database/FilterType.h"
-
+#include <QList>
 #include <QObject>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
 
-class ProjectEdit;
+class Edit;
 
 namespace Stemhaven {
 class DbException;
@@ -27,7 +27,10 @@ public:
     ~EditHistory() override;
     Q_DISABLE_COPY(EditHistory)
 
-    void perform(std::unique_ptr<ProjectEdit> edit);
+    using Ended = std::function<void(bool succeeded)>;
+
+    /// ended is called when the edit is in the database, or was refused.
+    void perform(std::unique_ptr<Edit> edit, Ended ended = {});
     /// Nothing where there is nothing to undo.
     void undo();
     void redo();
@@ -43,13 +46,11 @@ public:
     QString undoText() const;
     QString redoText() const;
 
-    /// An entry of the sidebar and all references to it are gone. Neither undoing and redoing nor steps that
-    /// still wait bring any of them back.
-    void forgetEntry(FilterType type, qint64 id);
-
 signals:
     /// There may be other edits to undo or redo, and other steps under way.
     void changed();
+    /// An edit was undone or redone, which changed these projects, or brought them back. Before written().
+    void wentBackOrForth(const QList<qint64>& projects);
     /// A step is in the database.
     void written();
     /// The database refused a step, which the user has been told, and holds what it held before.
@@ -58,12 +59,15 @@ signals:
 private:
     enum class Direction { Perform, Undo, Redo };
     struct Step;
-    using EditPointer = std::shared_ptr<ProjectEdit>;
+    using EditPointer = std::shared_ptr<Edit>;
 
-    void start(const EditPointer& edit, Direction direction, std::vector<EditPointer> replaced = {});
+    void start(const EditPointer& edit, Direction direction, std::shared_ptr<Step> step);
+    static void followNewNumbers(const Step& step);
+    QList<qint64> changedProjects(const Edit& edit) const;
     void finish(const std::shared_ptr<Step>& step);
     void fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error);
     void revert(const Step& step);
+    void giveBack(const std::vector<EditPointer>& replaced);
 
     Stemhaven::TaskManager& m_tasks;
     std::vector<EditPointer> m_done;   // the next to undo is the last

@@ -1,6 +1,5 @@
 #include "ui/edits/ProjectEdits.h"
 
-#include "database/UserDataStatements.h"
 #include "ui/edits/AssociationEdit.h"
 #include "ui/edits/ColumnEdit.h"
 #include "ui/edits/RecordDeletion.h"
@@ -9,8 +8,6 @@
 #include <QLocale>
 
 #include <utility>
-
-namespace UserDataStatements = Stemhaven::UserDataStatements;
 
 namespace {
 
@@ -98,10 +95,6 @@ QString realLiteral(double value) {
     return text.contains(QLatin1Char('.')) ? text : text + QLatin1String(".0");
 }
 
-ColumnEdit::Reference genreReference() {
-    return {FilterType::GENRES, QStringLiteral("NULL")};
-}
-
 } // namespace
 
 namespace ProjectEdits {
@@ -113,12 +106,7 @@ std::unique_ptr<ProjectEdit> starRating(const QList<qint64>& projects, int stars
             Text::tr("Could not save star rating"),
             QStringLiteral("Error updating project star rating!"),
             {}},
-        projects,
-        ColumnEdit::Change{
-            {QStringLiteral("star_rating")},
-            {QString::number(stars)},
-            [stars](qint64 project) { return UserDataStatements::setStarRating(stars, project); },
-            {}});
+        projects, ColumnEdit::Change{{QStringLiteral("star_rating")}, {QString::number(stars)}, {}});
 }
 
 std::unique_ptr<ProjectEdit> progress(const QList<qint64>& projects, int percent, bool completed) {
@@ -133,9 +121,6 @@ std::unique_ptr<ProjectEdit> progress(const QList<qint64>& projects, int percent
         ColumnEdit::Change{
             {QStringLiteral("progress"), QStringLiteral("completed")},
             {realLiteral(fraction), QString::number(completed ? 1 : 0)},
-            [fraction, completed](qint64 project) {
-                return UserDataStatements::setProgress(fraction, completed, project);
-            },
             {}});
 }
 
@@ -144,14 +129,7 @@ std::unique_ptr<ProjectEdit> status(const QList<qint64>& projects, FilterType ty
     return std::make_unique<ColumnEdit>(
         ProjectEdit::Texts{
             Text::tr(texts.name), Text::tr(texts.failureTitle), QString::fromLatin1(texts.failureLog), {}},
-        projects,
-        ColumnEdit::Change{
-            {tableNameForStatus(type)},
-            {QString::number(statusId)},
-            [type, statusId](qint64 project) {
-                return UserDataStatements::setStatus(type, statusId, project);
-            },
-            ColumnEdit::Reference{type, QString::number(defaultStatusId)}});
+        projects, ColumnEdit::Change{{tableNameForStatus(type)}, {QString::number(statusId)}, type});
 }
 
 std::unique_ptr<ProjectEdit> ignored(const QList<qint64>& projects, bool ignored) {
@@ -161,12 +139,7 @@ std::unique_ptr<ProjectEdit> ignored(const QList<qint64>& projects, bool ignored
             Text::tr("Could not ignore project"),
             QStringLiteral("Could not update project's ignored field. "),
             {}},
-        projects,
-        ColumnEdit::Change{
-            {QStringLiteral("ignored")},
-            {QString::number(ignored ? 1 : 0)},
-            [ignored](qint64 project) { return UserDataStatements::setIgnored(ignored, project); },
-            {}});
+        projects, ColumnEdit::Change{{QStringLiteral("ignored")}, {QString::number(ignored ? 1 : 0)}, {}});
 }
 
 std::unique_ptr<ProjectEdit> association(const QList<qint64>& projects, FilterType type, qint64 filterId) {
@@ -176,29 +149,14 @@ std::unique_ptr<ProjectEdit> association(const QList<qint64>& projects, FilterTy
             std::move(texts), projects, type, filterId, AssociationEdit::Direction::Associate);
     return std::make_unique<ColumnEdit>(
         std::move(texts), projects,
-        ColumnEdit::Change{
-            {QStringLiteral("genre_id")},
-            {QString::number(filterId)},
-            [type, filterId](qint64 project) {
-                return UserDataStatements::associate(type, filterId, project);
-            },
-            genreReference()});
+        ColumnEdit::Change{{QStringLiteral("genre_id")}, {QString::number(filterId)}, type});
 }
 
 std::unique_ptr<ProjectEdit> disassociation(const QList<qint64>& projects, FilterType type, qint64 filterId) {
-    auto texts = disassociationTexts(projects, type, filterId);
-    if (type != FilterType::GENRES)
-        return std::make_unique<AssociationEdit>(
-            std::move(texts), projects, type, filterId, AssociationEdit::Direction::Disassociate);
-    return std::make_unique<ColumnEdit>(
-        std::move(texts), projects,
-        ColumnEdit::Change{
-            {QStringLiteral("genre_id")},
-            {QStringLiteral("NULL")},
-            [type, filterId](qint64 project) {
-                return UserDataStatements::disassociate(type, filterId, project);
-            },
-            genreReference()});
+    // Of the genre too: those that have another one keep it.
+    return std::make_unique<AssociationEdit>(
+        disassociationTexts(projects, type, filterId), projects, type, filterId,
+        AssociationEdit::Direction::Disassociate);
 }
 
 std::unique_ptr<ProjectEdit> deletion(const QList<qint64>& projects) {

@@ -2,6 +2,8 @@
 
 #include "database/UserDataStatements.h"
 
+#include <algorithm>
+
 namespace UserDataStatements = Stemhaven::UserDataStatements;
 
 QString RecordDeletion::stateStatement() const {
@@ -11,16 +13,16 @@ QString RecordDeletion::stateStatement() const {
 QStringList RecordDeletion::redo(const QList<QStringList>& state) {
     m_recordInserts.clear();
     m_associations.clear();
-    m_removedEntries.clear();
+    m_newNumbers.clear();
+    m_renumberings.clear();
     for (const QStringList& row : state) {
         const QString& table = row[0];
-        const QString& insert = row[2];
         if (table == QLatin1String("projects"))
-            m_recordInserts.append(insert);
+            m_recordInserts.append(row[2]);
         else
             m_associations.append(
                 {table == QLatin1String("tags") ? FilterType::TAGS : FilterType::COLLECTIONS,
-                 row[1].toLongLong(), insert});
+                 row[1].toLongLong(), row[2].toLongLong()});
     }
 
     QStringList statements;
@@ -32,26 +34,38 @@ QStringList RecordDeletion::redo(const QList<QStringList>& state) {
     return statements;
 }
 
-QStringList RecordDeletion::undo() const {
+QString RecordDeletion::undoStateStatement() const {
+    return UserDataStatements::selectTaken(projects());
+}
+
+QStringList RecordDeletion::undo(const QList<QStringList>& state) {
+    m_renumberings.clear();
     QStringList statements;
-    for (const qint64 project : projects())
-        statements << UserDataStatements::freeProjectId(project);
+    qint64 last = *std::max_element(projects().begin(), projects().end());
+    for (const QStringList& row : state) {
+        const qint64 taken = row.value(0).toLongLong();
+        last = std::max(last, row.value(1).toLongLong()) + 1;
+        statements << UserDataStatements::moveProject(taken, last);
+        // Edits of what is undone by now were made of it under the old number.
+        m_renumberings.append({Renumbering::Scope::LaterEdits, std::nullopt, taken, last});
+    }
     statements << m_recordInserts;
     for (const Association& association : m_associations)
-        statements << association.insert;
+        statements << UserDataStatements::associate(
+            association.type, association.filterId, association.project);
     for (const qint64 project : projects()) {
-        for (const auto& [type, id] : m_removedEntries)
-            statements << UserDataStatements::clearReference(type, id, project);
+        for (const auto& [type, from, to] : m_newNumbers)
+            statements << UserDataStatements::replaceReference(type, from, to, project);
         statements << UserDataStatements::settleRestoredProject(project);
     }
     return statements;
 }
 
-bool RecordDeletion::forgetEntry(FilterType type, qint64 id) {
-    m_associations.removeIf([&](const Association& association) {
-        return association.type == type && association.filterId == id;
-    });
+void RecordDeletion::renumberEntry(FilterType type, qint64 from, qint64 to) {
+    for (Association& association : m_associations) {
+        if (association.type == type && association.filterId == from)
+            association.filterId = to;
+    }
     if (type == FilterType::GENRES || filterTypeIsStatus(type))
-        m_removedEntries.append({type, id});
-    return true;
+        m_newNumbers.append({type, from, to});
 }

@@ -30,9 +30,9 @@ SelectionEditor::SelectionEditor(EditHistory& history, QWidget& window)
       m_history(history),
       m_window(window) {}
 
-void SelectionEditor::setSelection(const QList<qint64>& projects, bool currentIsIgnored) {
+void SelectionEditor::setSelection(const QList<qint64>& projects, bool areIgnored) {
     m_projects = projects;
-    m_currentIsIgnored = currentIsIgnored;
+    m_areIgnored = areIgnored;
 }
 
 void SelectionEditor::setStarRating(int stars) {
@@ -49,11 +49,19 @@ void SelectionEditor::setProgress(int percent) {
         return;
     }
     QMessageBox* question =
-        ask(tr("Do you want to mark this project as completed?"),
+        ask(m_projects.size() == 1
+                ? tr("Do you want to mark this project as completed?")
+                : tr("Do you want to mark these %1 projects as completed?").arg(m_projects.size()),
             tr("Completed projects are hidden by default but you can always change this in the View menu."));
-    question->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    question->setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    // Escape would count as No otherwise, being the only other way out.
+    question->setEscapeButton(QMessageBox::Cancel);
+    question->button(QMessageBox::Cancel)->hide();
     connect(question, &QMessageBox::finished, this, [this, projects = m_projects](int answer) {
-        m_history.perform(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
+        if (answer == QMessageBox::Yes || answer == QMessageBox::No)
+            m_history.perform(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
+        else
+            emit cancelled();
     });
     question->open();
 }
@@ -66,7 +74,7 @@ void SelectionEditor::setStatus(FilterType type, qint64 statusId) {
 void SelectionEditor::ignoreSelectedProject() {
     if (m_projects.isEmpty())
         return;
-    if (m_currentIsIgnored) {
+    if (m_areIgnored) {
         m_history.perform(ProjectEdits::ignored(m_projects, false));
         return;
     }

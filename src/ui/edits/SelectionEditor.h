@@ -16,9 +16,9 @@ public:
     /// Questions are put on top of window. Both outlive this object.
     SelectionEditor(EditHistory& history, QWidget& window);
 
-    /// What the edits apply to from now on, the current project first. A question that is open is still about
-    /// those of its time.
-    void setSelection(const QList<qint64>& projects, bool currentIsIgnored);
+    /// What the edits apply to from now on, the current project first, and whether all of them are ignored. A
+    /// question that is open is still about those of its time.
+    void setSelection(const QList<qint64>& projects, bool areIgnored);
 
     const QList<qint64>& selection() const { return m_projects; }
 
@@ -26,7 +26,7 @@ public:
     void stopAsking() { m_mayAsk = false; }
 
     void setStarRating(int stars);
-    /// Asks at 100 whether that is completed.
+    /// Asks at 100 whether that is completed; without an answer nothing changes.
     void setProgress(int percent);
     void setStatus(FilterType type, qint64 statusId);
     void ignoreSelectedProject();
@@ -36,12 +36,16 @@ public:
     void associateProjectsWithFilter(FilterType type, qint64 filterId, const QList<qint64>& projects);
     void disassociateProjectsWithFilter(FilterType type, qint64 filterId, const QList<qint64>& projects);
 
+signals:
+    /// The user has taken back an edit that the window shows already.
+    void cancelled();
+
 private:
     QMessageBox* ask(const QString& text, const QString& details);
 
     EditHistory& m_history;
     QWidget& m_window;
     QList<qint64> m_projects;
-    bool m_currentIsIgnored = false;
+    bool m_areIgnored = false; ///< all of them
     bool m_mayAsk = true;
 };

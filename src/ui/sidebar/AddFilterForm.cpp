@@ -5,6 +5,9 @@
 #include "database/FilterStatements.h"
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
+#include "ui/edits/EditHistory.h"
+#include "ui/edits/EntryPresenceEdit.h"
+#include "ui/edits/EntryRenaming.h"
 #include "ui/sidebar/ElidedName.h"
 #include "ui/sidebar/ErrorLabel.h"
 
@@ -16,9 +19,11 @@
 #include <QSqlQuery>
 #include <QVBoxLayout>
 
+#include <memory>
+#include <utility>
+
 namespace FilterStatements = Stemhaven::FilterStatements;
 using Stemhaven::DbException;
-using Stemhaven::ErrorHandler;
 using Stemhaven::guarded;
 using Stemhaven::QueryTask;
 
@@ -87,10 +92,11 @@ QString initialName(FilterType type, const QString& name) {
 } // namespace
 
 AddFilterForm::AddFilterForm(
-    Stemhaven::TaskManager& tasks, FilterType type, const QString& name, EditType editType, qint64 id,
-    QWidget* parent)
+    Stemhaven::TaskManager& tasks, EditHistory& history, FilterType type, const QString& name,
+    EditType editType, qint64 id, QWidget* parent)
     : WritingDialog(parent),
       m_tasks(tasks),
+      m_history(history),
       m_type(type),
       m_editType(editType),
       m_id(id),
@@ -222,20 +228,16 @@ void AddFilterForm::reject() {
 }
 
 void AddFilterForm::add(const QString& name) {
-    auto task = std::make_shared<QueryTask>(FilterStatements::insert(m_type, name), m_tasks.mainDatabase());
-    task->setOnInsertCallback([form = QPointer(this), name](const auto& /*task*/, long long id) {
+    const QString failure = QStringLiteral("Could not insert new filter record");
+    auto edit = EntryPresenceEdit::addition(
+        {windowTitle(), tr("Could not insert new filter record"), failure, {}}, m_type, name);
+    const auto* addition = edit.get();
+    m_history.perform(std::move(edit), [form = QPointer(this), addition, name](bool succeeded) {
+        if (form && succeeded)
+            emit form->onFilterAdded(form->m_type, name, addition->id());
         if (form)
-            emit form->onFilterAdded(form->m_type, name, id);
-        if (form)
-            form->endWriting(true);
+            form->endWriting(succeeded);
     });
-    task->setSqlErrorCallback([form = QPointer(this)](const auto& /*task*/, const DbException& error) {
-        qCritical() << "Could not insert new filter record" << error;
-        ErrorHandler::instance().reportError(tr("Could not insert new filter record"), error, QtCriticalMsg);
-        if (form)
-            form->endWriting(false);
-    });
-    m_tasks.addTask(std::move(task));
     beginWriting();
 }
 
@@ -244,24 +246,16 @@ void AddFilterForm::rename(const QString& name) {
         throw Stemhaven::Exception(tr("Invalid filter ID"));
     QString what;
     QDebug(&what).noquote().nospace() << m_type << " filter with primary ID: " << m_id << " to: " << name;
-
-    auto task =
-        std::make_shared<QueryTask>(FilterStatements::rename(m_type, m_id, name), m_tasks.mainDatabase());
-    task->setSuccessCallback([form = QPointer(this), name, what](const auto& /*task*/) {
-        qInfo().noquote().nospace() << "Renamed " << what;
-        if (form)
+    Edit::Texts texts{
+        windowTitle(), tr("Could not rename."), QStringLiteral("Could not rename  ") + what,
+        QStringLiteral("Renamed ") + what};
+    auto edit = std::make_unique<EntryRenaming>(std::move(texts), m_type, m_id, name);
+    m_history.perform(std::move(edit), [form = QPointer(this), name](bool succeeded) {
+        if (form && succeeded)
             emit form->onFilterRenamed(form->m_type, name, form->m_id);
         if (form)
-            form->endWriting(true);
+            form->endWriting(succeeded);
     });
-    task->setSqlErrorCallback([form = QPointer(this), what](const auto& /*task*/, const DbException& error) {
-        qCritical().noquote().nospace() << "Could not rename  " << what;
-        qCritical() << error;
-        ErrorHandler::instance().reportError(tr("Could not rename."), error, QtCriticalMsg);
-        if (form)
-            form->endWriting(false);
-    });
-    m_tasks.addTask(std::move(task));
     beginWriting();
 }
 

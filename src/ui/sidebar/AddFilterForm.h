@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QString>
 
+class EditHistory;
 class ErrorLabel;
 class QLabel;
 class QLineEdit;
@@ -15,19 +16,19 @@ namespace Stemhaven {
 class TaskManager;
 } // namespace Stemhaven
 
-/// Asks for the name of a new entry of the sidebar, or for another name of an old one, and writes it. Shown
-/// by open(). Statuses can be edited too.
+/// Asks for the name of a new entry of the sidebar, or for another name of an old one, and has it written, as
+/// an edit that can be undone. Shown by open(). Statuses can be edited too.
 class AddFilterForm : public WritingDialog {
     Q_OBJECT
 
 public:
     enum class EditType { Add, Rename };
 
-    /// tasks outlives the dialog. name is what the line starts with, id the entry that is renamed, -1 for a
-    /// new one.
+    /// tasks and history outlive the dialog. name is what the line starts with, id the entry that is renamed,
+    /// -1 for a new one.
     AddFilterForm(
-        Stemhaven::TaskManager& tasks, FilterType type, const QString& name, EditType editType, qint64 id,
-        QWidget* parent);
+        Stemhaven::TaskManager& tasks, EditHistory& history, FilterType type, const QString& name,
+        EditType editType, qint64 id, QWidget* parent);
 
     /// Writes the name; the dialog closes when that has succeeded.
     void accept() override;
@@ -50,6 +51,7 @@ private:
     void showWriting(bool writing) override;
 
     Stemhaven::TaskManager& m_tasks;
+    EditHistory& m_history;
     const FilterType m_type;
     const EditType m_editType;
     const qint64 m_id;

@@ -1,6 +1,7 @@
 #include "ui/sidebar/ErrorLabel.h"
 
-#include <QAccessible>
+#include "ui/widgets/AccessibleRole.h"
+
 #include <QEvent>
 
 namespace {
@@ -13,6 +14,7 @@ constexpr QRgb redOnDark = 0xFFFF8A80;
 ErrorLabel::ErrorLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
+    setAccessibleRole(*this, QAccessible::AlertMessage);
     setMinimumHeight(fontMetrics().height());
     applyColor();
 }
@@ -21,10 +23,7 @@ void ErrorLabel::showError(const QString& error) {
     if (error == text())
         return;
     setText(error);
-    if (!error.isEmpty()) {
-        QAccessibleEvent event(this, QAccessible::Alert);
-        QAccessible::updateAccessibility(&event);
-    }
+    announce(*this, error);
 }
 
 void ErrorLabel::changeEvent(QEvent* event) {

@@ -34,6 +34,8 @@ void FilterDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
         option->font.setWeight(QFont::DemiBold);
         option->fontMetrics = QFontMetrics(option->font);
     }
+    // The sidebar lies on the ground of the window.
+    option->palette.setColor(QPalette::Text, option->palette.color(QPalette::WindowText));
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
 }
 

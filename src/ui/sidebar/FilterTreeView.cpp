@@ -2,6 +2,8 @@
 
 #include "ui/sidebar/FilterDelegate.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
+#include "ui/widgets/Contrast.h"
+#include "ui/widgets/ControlPainting.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
@@ -195,8 +197,9 @@ void FilterTreeView::drawRow(
     if (index == currentIndex()) {
         const double width = hasFocus() ? 2.0 : 1.0;
         const double half = width / 2;
-        painter->setPen(
-            QPen(palette().color(QPalette::Active, hasFocus() ? QPalette::Highlight : QPalette::Mid), width));
+        const QColor color =
+            hasFocus() ? ControlPainting::accentShape(palette()) : ControlPainting::edgeColor(palette());
+        painter->setPen(QPen(color, width));
         painter->setBrush(Qt::NoBrush);
         painter->drawRoundedRect(QRectF(row).adjusted(half, half, -half, -half), rowRadius, rowRadius);
     }
@@ -220,8 +223,8 @@ void FilterTreeView::drawBranches(QPainter* painter, const QRect& rect, const QM
     const std::array chevron{point(-2, -4), point(2, 0), point(-2, 4)};
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(
-        QPen(palette().color(QPalette::PlaceholderText), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QColor color = Contrast::secondaryText(palette(), QPalette::Window);
+    painter->setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->drawPolyline(chevron.data(), static_cast<int>(chevron.size()));
     painter->restore();
 }

@@ -2,11 +2,13 @@
 
 #include "app/errors/DbException.h"
 #include "app/errors/Guarded.h"
-#include "database/EditTask.h"
 #include "database/FilterStatements.h"
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
+#include "ui/edits/EditHistory.h"
+#include "ui/edits/EntryPresenceEdit.h"
 #include "ui/sidebar/ElidedName.h"
+#include "ui/widgets/ScreenFitting.h"
 
 #include <QDebug>
 #include <QDialogButtonBox>
@@ -14,6 +16,7 @@
 #include <QListView>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QSqlQuery>
 #include <QStringListModel>
 #include <QVBoxLayout>
@@ -22,7 +25,6 @@
 
 namespace FilterStatements = Stemhaven::FilterStatements;
 using Stemhaven::DbException;
-using Stemhaven::ErrorHandler;
 using Stemhaven::guarded;
 using Stemhaven::QueryTask;
 
@@ -76,12 +78,6 @@ bool isDefaultStatus(FilterType type, qint64 id) {
     return filterTypeIsStatus(type) && id == defaultStatusId;
 }
 
-void reportFailure(const QString& failure, const DbException& error) {
-    qCritical().noquote() << failure;
-    qCritical() << "Reason: " << error;
-    ErrorHandler::instance().reportError(RemoveFilter::tr("Removal failed"), error, QtCriticalMsg);
-}
-
 QLabel* makeLabel(const char* name, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setObjectName(QString::fromLatin1(name));
@@ -93,9 +89,11 @@ QLabel* makeLabel(const char* name, QWidget* parent) {
 } // namespace
 
 RemoveFilter::RemoveFilter(
-    Stemhaven::TaskManager& tasks, FilterType type, qint64 id, const QString& name, QWidget* parent)
+    Stemhaven::TaskManager& tasks, EditHistory& history, FilterType type, qint64 id, const QString& name,
+    QWidget* parent)
     : WritingDialog(parent),
       m_tasks(tasks),
+      m_history(history),
       m_type(type),
       m_id(id),
       m_name(name),
@@ -178,7 +176,7 @@ void RemoveFilter::loadProjects() {
 }
 
 void RemoveFilter::takeProjects(const QStringList& names) {
-    const QString count = QString::number(names.size());
+    const QString count = locale().toString(names.size());
     const QString name = elidedName(m_name, fontMetrics());
     m_questionLabel->setText(
         filterTypeIsStatus(m_type)
@@ -192,11 +190,13 @@ void RemoveFilter::takeProjects(const QStringList& names) {
     const int rows = std::min(static_cast<int>(names.size()), mostRowsShown);
     const int rowHeight = m_projectsView->sizeHintForRow(0) + 2 * m_projectsView->spacing();
     const int height = rows * rowHeight + 2 * m_projectsView->frameWidth();
-    m_projectsView->setMinimumHeight(height);
+    // The rest of the dialog needs its place on a small screen, too.
+    m_projectsView->setMinimumHeight(std::min(height, screen()->availableGeometry().height() / 6));
     if (names.size() <= mostRowsShown)
         m_projectsView->setMaximumHeight(height);
     m_removeButton->setEnabled(true);
     adjustSize();
+    fitToScreen(*this);
 }
 
 void RemoveFilter::showNoProjects() {
@@ -224,27 +224,17 @@ void RemoveFilter::reject() {
 }
 
 void RemoveFilter::removeEntry() {
-    const QString references = FilterStatements::removeReferences(m_type, m_id);
-    QStringList statements{FilterStatements::remove(m_type, m_id)};
-    if (!references.isEmpty())
-        statements.append(references);
-    // Both or none, also when the program ends: the id of what is gone may be given out again, and no project
-    // may be left with it.
-    auto task = std::make_shared<Stemhaven::EditTask>(
-        QString(), [statements](const auto& /*state*/) { return statements; }, m_tasks.mainDatabase());
-    task->setSuccessCallback([form = QPointer(this)](const auto& /*self*/) {
-        if (form)
-            form->finish();
-    });
-    const QString entryFailure = QString::fromLatin1(kindOf(m_type).entryFailure) + QString::number(m_id);
-    const QString failure = referencesFailure(m_type, m_id);
-    task->setSqlErrorCallback([=, form = QPointer(this)](const auto& /*self*/, const DbException& error) {
-        reportFailure(
-            !references.isEmpty() && error.getExecutedQuery() == references ? failure : entryFailure, error);
-        if (form)
-            form->endWriting(false);
-    });
-    m_tasks.addTask(std::move(task));
+    const QString failure = QString::fromLatin1(kindOf(m_type).entryFailure) + QString::number(m_id);
+    m_history.perform(
+        EntryPresenceEdit::removal(
+            {windowTitle(), tr("Removal failed"), failure, {}}, m_type, m_id,
+            referencesFailure(m_type, m_id)),
+        [form = QPointer(this)](bool succeeded) {
+            if (form && succeeded)
+                form->finish();
+            else if (form)
+                form->endWriting(false);
+        });
 }
 
 void RemoveFilter::finish() {

@@ -3,6 +3,7 @@
 #include "database/FilterType.h"
 #include "ui/sidebar/WritingDialog.h"
 
+class EditHistory;
 class QLabel;
 class QListView;
 class QPushButton;
@@ -13,14 +14,16 @@ class TaskManager;
 } // namespace Stemhaven
 
 /// Asks whether an entry of the sidebar is to be removed, tells which projects use it, and removes it
-/// together with what refers to it. Shown by open(). Default statuses cannot be removed.
+/// together with what refers to it, as an edit that can be undone. Shown by open(). Default statuses cannot
+/// be removed.
 class RemoveFilter : public WritingDialog {
     Q_OBJECT
 
 public:
-    /// tasks outlives the dialog.
+    /// tasks and history outlive the dialog.
     RemoveFilter(
-        Stemhaven::TaskManager& tasks, FilterType type, qint64 id, const QString& name, QWidget* parent);
+        Stemhaven::TaskManager& tasks, EditHistory& history, FilterType type, qint64 id, const QString& name,
+        QWidget* parent);
 
     /// Removes; the dialog closes when that has succeeded.
     void accept() override;
@@ -40,6 +43,7 @@ private:
     void showWriting(bool writing) override;
 
     Stemhaven::TaskManager& m_tasks;
+    EditHistory& m_history;
     const FilterType m_type;
     const qint64 m_id;
     const QString m_name;

@@ -4,6 +4,7 @@
 #include "ui/table/ProgressBar.h"
 #include "ui/table/StarRating.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDebug>
 #include <QLocale>
@@ -14,11 +15,13 @@ using Stemhaven::Format;
 
 namespace {
 
-const QString dateFormat = QStringLiteral("MMM d, yyyy");
-const QString dateTimeFormat = QStringLiteral("MMM d, yyyy h:mm A");
+//: A pattern of QLocale::toString() for a day
+constexpr const char* dateFormat = QT_TRANSLATE_NOOP("CellValue", "MMM d, yyyy");
+//: A pattern of QLocale::toString() for a day and a time of day
+constexpr const char* dateTimeFormat = QT_TRANSLATE_NOOP("CellValue", "MMM d, yyyy h:mm A");
 constexpr int maxStars = 5;
 
-QVariant dateText(const QVariant& raw, const QString& format, const char* failure, const QModelIndex& index) {
+QVariant dateText(const QVariant& raw, const char* format, const char* failure, const QModelIndex& index) {
     if (raw.isNull())
         return {};
     bool ok = false;
@@ -28,7 +31,7 @@ QVariant dateText(const QVariant& raw, const QString& format, const char* failur
         qWarning() << failure << index.row() << "column:" << index.column();
         return {};
     }
-    return QLocale().toString(date, format);
+    return QLocale().toString(date, QCoreApplication::translate("CellValue", format));
 }
 
 void warn(const char* failure, const QModelIndex& index) {

@@ -1,5 +1,6 @@
 #include "ui/table/EmptyState.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/TracksEmblem.h"
 
 #include <QDir>
@@ -16,8 +17,8 @@ constexpr int textWidth = 320;
 constexpr int longestTerm = 60;
 constexpr qsizetype mostFolders = 3;
 
-QLabel* makeLabel(QWidget* parent) {
-    auto* label = new QLabel(parent);
+QLabel* makeLabel() {
+    auto* label = new QLabel;
     // A term may look like markup.
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
@@ -38,16 +39,16 @@ QString breakable(QString path) {
 } // namespace
 
 EmptyState::EmptyState(QWidget* parent)
-    : QWidget(parent),
-      m_emblem(new TracksEmblem(this)),
-      m_title(makeLabel(this)),
-      m_help(makeLabel(this)),
-      m_action(new QPushButton(this)) {
+    : QScrollArea(parent),
+      m_emblem(new TracksEmblem),
+      m_title(makeLabel()),
+      m_help(makeLabel()),
+      m_action(new QPushButton) {
     QFont titleFont = font();
     titleFont.setPointSizeF(titleFont.pointSizeF() * 1.4);
     titleFont.setWeight(QFont::DemiBold);
     m_title->setFont(titleFont);
-    m_help->setForegroundRole(QPalette::PlaceholderText);
+    Contrast::makeSecondary(*m_help);
     m_action->setDefault(true);
 
     // A column of its own width, in which the texts get the height that they wrap to.
@@ -62,10 +63,16 @@ EmptyState::EmptyState(QWidget* parent)
     column->addSpacing(24);
     column->addWidget(m_action, 0, Qt::AlignHCenter);
     column->addStretch(3);
-    auto* layout = new QHBoxLayout(this);
+    auto* contents = new QWidget;
+    auto* layout = new QHBoxLayout(contents);
     layout->addStretch();
     layout->addLayout(column);
     layout->addStretch();
+    setWidget(contents);
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setBackgroundRole(QPalette::Base);
 
     setFocusProxy(m_action);
     connect(m_action, &QPushButton::clicked, this, &EmptyState::performAction);

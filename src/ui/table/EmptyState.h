@@ -1,14 +1,14 @@
 #pragma once
 
+#include <QScrollArea>
 #include <QStringList>
-#include <QWidget>
 
 class QLabel;
 class QPushButton;
 class TracksEmblem;
 
 /// What stands in the place of the table when it has no rows: why, and the next step.
-class EmptyState : public QWidget {
+class EmptyState : public QScrollArea {
     Q_OBJECT
 
 public:

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QPainter>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -31,6 +32,9 @@ void ProgressBar::paint(QPainter* painter, const QPalette& palette, const QRect&
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(cellBrush(palette, selected));
-    painter->drawRoundedRect(QRect(rect.left(), y, width, height), radius, radius);
+    const QRect bar(rect.left(), y, width, height);
+    const bool mirrored = painter->layoutDirection() == Qt::RightToLeft;
+    const QRect place = mirrored ? QStyle::visualRect(Qt::RightToLeft, rect, bar) : bar;
+    painter->drawRoundedRect(place, radius, radius);
     painter->restore();
 }

@@ -127,6 +127,7 @@ void ProjectsPane::setUpEvents() {
     connect(m_table, &KeyEventTableView::textTyped, this, &ProjectsPane::searchFor);
     connect(m_searchEdit, &SearchField::downPressed, this, &ProjectsPane::goToTable);
     connect(m_table, &KeyEventTableView::enterPressed, this, &ProjectsPane::openRequested);
+    connect(m_table, &QTableView::pressed, this, &ProjectsPane::projectPressed);
     connect(m_table, &QTableView::doubleClicked, this, &ProjectsPane::openRequested);
     connect(m_table, &KeyEventTableView::selectionChangedByKeyboard, m_selection, [this] {
         m_selection->update();
@@ -186,12 +187,16 @@ QList<qint64> ProjectsPane::selectedProjects() const {
     return m_selection->selectedProjects();
 }
 
-void ProjectsPane::clearSelection() {
-    m_selection->clear();
+void ProjectsPane::selectAfterReload(const QList<qint64>& projects) {
+    m_selection->selectAfterReload(projects);
 }
 
-void ProjectsPane::selectWhenLoaded(qint64 project) {
-    m_selection->selectWhenLoaded(project);
+void ProjectsPane::setEditor(const QWidget& editor) {
+    m_selection->setEditor(editor);
+}
+
+void ProjectsPane::clearSelection() {
+    m_selection->clear();
 }
 
 bool ProjectsPane::selectFirst() {
@@ -249,6 +254,9 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
         m_columns->fit();
         m_selection->restore(reason);
         horizontal->setValue(position);
+        // The rows of a reload that began before may lack what was brought back.
+        if (!m_reloads->isWaiting())
+            m_selection->selectAfterReload({});
         if (m_model->rowCount() > 0)
             showPage(m_tablePage);
         m_hidden->start();
@@ -260,8 +268,8 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
 
 void ProjectsPane::showStatus() {
     // Both at once: the term may look like a placeholder.
-    QString status =
-        tr("%1 (%3 found)").arg(m_filter.description(m_search->term()), QString::number(m_model->rowCount()));
+    QString status = tr("%1 (%3 found)")
+                         .arg(m_filter.description(m_search->term()), locale().toString(m_model->rowCount()));
     if (m_hiddenProjects > 0)
         status += StatusLine::separator + tr("%1 hidden").arg(locale().toString(m_hiddenProjects));
     m_statusLine->setStatus(status);

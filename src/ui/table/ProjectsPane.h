@@ -48,6 +48,8 @@ public:
     /// The builder wants other projects.
     void queryChanged();
 
+    KeyEventTableView& table() const { return *m_table; }
+
     QString searchTerm() const;
     /// The last one that was more than a step on the way to another one.
     QString lastSearchTerm() const;
@@ -57,9 +59,13 @@ public:
     qint64 currentProject() const;
     /// The current one first.
     QList<qint64> selectedProjects() const;
+    /// Selects those of the projects that the next reload brings; where it brings none, what is selected
+    /// stays.
+    void selectAfterReload(const QList<qint64>& projects);
+    /// Where the selected projects are edited; outlives the pane. While the keyboard is there, projects whose
+    /// rows an edit takes away stay selected, for the next key must not edit another project.
+    void setEditor(const QWidget& editor);
     void clearSelection();
-    /// The project becomes the current one when the rows have it, unless another one is chosen before.
-    void selectWhenLoaded(qint64 project);
     /// Returns whether there is one.
     bool selectFirst();
     void scrollToTop();
@@ -87,6 +93,8 @@ signals:
     void searchTermChanged();
     void reloadRequested();
     void selectionChanged();
+    /// By the mouse, also one that is selected already.
+    void projectPressed();
     /// The current project is to be opened.
     void openRequested();
     void contextMenuRequested(const QPoint& globalPosition);

@@ -14,15 +14,11 @@ constexpr std::chrono::milliseconds spacing{250};
 
 ReloadScheduler::ReloadScheduler(ProjectsTableModel& model, QObject* parent)
     : QObject(parent),
-      m_model(model) {
+      m_model(model),
+      m_spacing(spacing, this) {
     connect(&model, &ProjectsTableModel::reloaded, this, [this] { finish(true); });
     connect(&model, &ProjectsTableModel::reloadFailed, this, [this] { finish(false); });
-    m_spacing.setSingleShot(true);
-    m_spacing.setInterval(spacing);
-    connect(&m_spacing, &QTimer::timeout, this, [this] {
-        if (std::exchange(m_wantedAfterSpacing, false))
-            requestSpaced();
-    });
+    connect(&m_spacing, &SpacedCall::due, this, [this] { request(Reason::Refresh); });
 }
 
 void ReloadScheduler::request(Reason reason) {
@@ -33,12 +29,7 @@ void ReloadScheduler::request(Reason reason) {
 }
 
 void ReloadScheduler::requestSpaced() {
-    if (m_spacing.isActive()) {
-        m_wantedAfterSpacing = true;
-        return;
-    }
-    m_spacing.start();
-    request(Reason::Refresh);
+    m_spacing.request();
 }
 
 void ReloadScheduler::start() {

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "ui/SpacedCall.h"
+
 #include <QObject>
-#include <QTimer>
 
 class ProjectsTableModel;
 
@@ -24,6 +25,9 @@ public:
     /// As a refresh, but a burst of these becomes a few reloads.
     void requestSpaced();
 
+    /// Whether another reload follows the one that is under way or has just ended.
+    bool isWaiting() const { return m_isWaiting; }
+
 signals:
     /// reason is NewQuery when one of the requests that the reload stands for was.
     void reloaded(ReloadScheduler::Reason reason);
@@ -38,6 +42,5 @@ private:
     Reason m_runningReason = Reason::Refresh;
     Reason m_waitingReason = Reason::Refresh;
     bool m_isWaiting = false;
-    QTimer m_spacing;
-    bool m_wantedAfterSpacing = false;
+    SpacedCall m_spacing;
 };

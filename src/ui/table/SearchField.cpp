@@ -14,7 +14,8 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     setPlaceholderText(tr("Search Projects"));
     setAccessibleName(tr("Search Projects"));
     setClearButtonEnabled(true);
-    setTextMargins(lensMargin + lensDiameter, 0, 0, 0);
+    const int room = lensMargin + lensDiameter;
+    setTextMargins(isRightToLeft() ? 0 : room, 0, isRightToLeft() ? room : 0, 0);
 }
 
 void SearchField::keyPressEvent(QKeyEvent* event) {
@@ -31,7 +32,8 @@ void SearchField::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(palette().color(QPalette::PlaceholderText), 1.5, Qt::SolidLine, Qt::RoundCap));
-    const QRectF lens(lensMargin, (height() - lensDiameter) / 2.0 - 1, lensDiameter, lensDiameter);
+    const double left = isRightToLeft() ? width() - lensMargin - lensDiameter - 4 : lensMargin;
+    const QRectF lens(left, (height() - lensDiameter) / 2.0 - 1, lensDiameter, lensDiameter);
     painter.drawEllipse(lens);
     const QPointF handle = lens.center() + QPointF(1, 1) * (lensDiameter * 0.36);
     painter.drawLine(handle, handle + QPointF(4, 4));

@@ -52,7 +52,7 @@ void SelectionKeeper::update() {
     }
     if (project == m_project && selected == m_selected)
         return;
-    m_wanted = -1;
+    m_wanted.clear();
     m_project = project;
     m_selected = selected;
     if (project >= 0)
@@ -71,42 +71,73 @@ QList<int> SelectionKeeper::selectedRows() const {
     return rows;
 }
 
-/// The current project where it is a candidate; else the nearest one after it, or before it.
-qint64 SelectionKeeper::successor(const QSet<qint64>& candidates) const {
+/// The current project where it is a candidate; else the nearest one after it in the order, or before it.
+qint64 SelectionKeeper::successor(const QList<qint64>& order, const QSet<qint64>& candidates) const {
+    if (candidates.contains(m_project))
+        return m_project;
     const auto isCandidate = [&](qint64 project) {
         return candidates.contains(project);
     };
-    const auto place = std::find(m_order.begin(), m_order.end(), m_project);
-    if (place == m_order.end())
+    const auto place = std::find(order.begin(), order.end(), m_project);
+    if (place == order.end())
         return -1;
-    const auto next = std::find_if(place, m_order.end(), isCandidate);
-    if (next != m_order.end())
+    const auto next = std::find_if(place, order.end(), isCandidate);
+    if (next != order.end())
         return *next;
-    const auto previous = std::find_if(std::make_reverse_iterator(place), m_order.rend(), isCandidate);
-    return previous != m_order.rend() ? *previous : -1;
+    const auto previous = std::find_if(std::make_reverse_iterator(place), order.rend(), isCandidate);
+    return previous != order.rend() ? *previous : -1;
+}
+
+bool SelectionKeeper::isBeingEdited() const {
+    return m_editor && m_editor->isAncestorOf(m_table.window()->focusWidget());
 }
 
 /// Exchanges those of the selected projects that have left the rows.
-void SelectionKeeper::findAgain() {
-    const QList<qint64> order = m_model.projectIDs();
-    if (m_project >= 0 && (!m_selected.isEmpty() || !order.contains(m_project))) {
-        const QSet<qint64> all(order.begin(), order.end());
-        m_selected.intersect(all);
-        m_project = successor(m_selected.isEmpty() ? all : m_selected);
-    }
-    m_order = order;
-    if (m_project < 0 && m_wanted >= 0 && order.contains(m_wanted))
-        m_project = std::exchange(m_wanted, -1);
+void SelectionKeeper::findAgain(ReloadScheduler::Reason reason) {
+    const QList<qint64> oldOrder = std::exchange(m_order, m_model.projectIDs());
+    const bool isGone = m_project >= 0 && !m_order.contains(m_project);
+    if (!isGone && m_selected.isEmpty())
+        return;
+    const QSet<qint64> all(m_order.begin(), m_order.end());
+    const QSet<qint64> left = QSet(m_selected).intersect(all);
+    const bool wasGone = !oldOrder.contains(m_project);
+    if (isGone && left.isEmpty() &&
+        (wasGone || (reason == ReloadScheduler::Reason::Refresh && isBeingEdited())))
+        return;
+    m_selected = left;
+    m_project = successor(oldOrder, left.isEmpty() ? all : left);
+}
+
+/// Whether any of the projects that are wanted is there, and is to be selected.
+bool SelectionKeeper::takeWanted() {
+    if (m_wanted.isEmpty())
+        return false;
+    const QSet<qint64> wanted(m_wanted.begin(), m_wanted.end());
+    QList<qint64> present;
+    std::copy_if(m_order.begin(), m_order.end(), std::back_inserter(present), [&](qint64 project) {
+        return wanted.contains(project);
+    });
+    if (present.isEmpty())
+        return false;
+    const qint64 project = present.contains(m_project) ? m_project : present.constFirst();
+    const auto selected = present.size() > 1 ? QSet<qint64>(present.begin(), present.end()) : QSet<qint64>();
+    if (m_table.selectionModel()->hasSelection() && project == m_project && selected == m_selected)
+        return false;
+    m_project = project;
+    m_selected = selected;
+    return true;
 }
 
 void SelectionKeeper::restore(ReloadScheduler::Reason reason) {
     const int oldRow = m_table.currentIndex().row();
     const qint64 oldProject = m_project;
     const QSet<qint64> oldSelected = m_selected;
-    findAgain();
+    findAgain(reason);
+    const bool areWanted = takeWanted();
     const int newRow = m_project < 0 ? -1 : static_cast<int>(m_order.indexOf(m_project));
-    select(newRow, m_project != oldProject);
-    scroll(reason, oldRow, newRow);
+    // Projects that were being edited may have come back to their rows.
+    select(newRow, areWanted || oldRow < 0 || m_project != oldProject);
+    scroll(areWanted ? ReloadScheduler::Reason::NewQuery : reason, oldRow, newRow);
     if (m_selected.size() == 1)
         m_selected.clear();
     if (m_project != oldProject || m_selected != oldSelected)
@@ -126,6 +157,8 @@ void SelectionKeeper::scroll(ReloadScheduler::Reason reason, int oldRow, int new
 
 void SelectionKeeper::clear() {
     m_table.selectionModel()->clear();
+    // Of projects without rows nothing was selected.
+    update();
 }
 
 /// isNews: to a screen reader, if the keyboard is in the table.

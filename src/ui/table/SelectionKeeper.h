@@ -9,7 +9,7 @@
 
 class KeyEventTableView;
 class ProjectsTableModel;
-class QModelIndex;
+class QWidget;
 
 /// Knows which projects are selected in the table, and keeps them selected and the current one in its place
 /// on the screen when the rows change.
@@ -27,15 +27,20 @@ public:
     QList<qint64> selectedProjects() const;
 
     /// Finds the selected projects again after a reload. Those that are gone leave the others selected; where
-    /// all are gone, the row after the current one is selected, or the last one before it. After a refresh
-    /// the rows on the screen stay where they are; a new order is shown from its top; after a new query the
-    /// current project is scrolled into view, or the table to its top when there is none.
+    /// all are gone, the row after the current one is selected, or the last one before it; but while they are
+    /// being edited they stay the selected ones without rows, until the user selects something. After a
+    /// refresh the rows on the screen stay where they are; a new order is shown from its top; after a new
+    /// query the current project is scrolled into view, or the table to its top when there is none.
     void restore(ReloadScheduler::Reason reason);
 
-    void clear();
+    /// Each restore() selects those of the projects that there are, until the user selects something. None:
+    /// it does not any more.
+    void selectAfterReload(const QList<qint64>& projects) { m_wanted = projects; }
 
-    /// The project becomes the current one when the rows have it, unless another one is chosen before.
-    void selectWhenLoaded(qint64 project) { m_wanted = project; }
+    /// Projects are being edited while the keyboard is in there. It outlives this object.
+    void setEditor(const QWidget& editor) { m_editor = &editor; }
+
+    void clear();
 
     /// Takes over what is selected in the table by now.
     void update();
@@ -48,8 +53,10 @@ signals:
 
 private:
     QList<int> selectedRows() const;
-    qint64 successor(const QSet<qint64>& candidates) const;
-    void findAgain();
+    qint64 successor(const QList<qint64>& order, const QSet<qint64>& candidates) const;
+    bool isBeingEdited() const;
+    void findAgain(ReloadScheduler::Reason reason);
+    bool takeWanted();
     void select(int row, bool isNews);
     void scroll(ReloadScheduler::Reason reason, int oldRow, int newRow);
     QItemSelection rowsOfSelected() const;
@@ -58,8 +65,9 @@ private:
     KeyEventTableView& m_table;
     ProjectsTableModel& m_model;
     qint64 m_project = -1;
-    qint64 m_wanted = -1;    ///< as soon as it is there
     QSet<qint64> m_selected; ///< the current one too; empty unless there are several
     QList<qint64> m_order;   ///< of all rows, by which the neighbours of a row that is gone are known
+    QList<qint64> m_wanted;
+    const QWidget* m_editor = nullptr;
     bool m_restoring = false;
 };

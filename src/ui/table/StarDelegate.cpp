@@ -6,12 +6,15 @@
 #include "ui/table/StarEditor.h"
 #include "ui/table/StarRating.h"
 #include "ui/widgets/ElidedTip.h"
+#include "ui/widgets/TextOrder.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
+
+#include <cmath>
 
 namespace {
 
@@ -39,12 +42,18 @@ void paintCurrentMark(QPainter* painter, const QStyleOptionViewItem& option) {
     painter->restore();
 }
 
+double rounded(double number) {
+    constexpr double hundredths = 100;
+    return std::round(number * hundredths) / hundredths;
+}
+
 } // namespace
 
 void StarDelegate::paint(
     QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const QVariant value = index.data(Qt::DisplayRole);
     const bool selected = option.state.testFlag(QStyle::State_Selected);
+    painter->setLayoutDirection(option.direction);
     if (value.canConvert<StarRating>()) {
         paintBackground(painter, option);
         value.value<StarRating>().paint(
@@ -75,9 +84,16 @@ QSize StarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
 
 void StarDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    option->text = isolated(option->text, option->direction, TextOrder::OfItsOwn);
     option->displayAlignment = cellAlignment(index.data(Qt::DisplayRole));
     // The base class would mark the cell in rows that are not selected, too.
     option->state &= ~QStyle::State_HasFocus;
+}
+
+QString StarDelegate::displayText(const QVariant& value, const QLocale& locale) const {
+    if (value.typeId() != QMetaType::Double)
+        return QStyledItemDelegate::displayText(value, locale);
+    return locale.toString(rounded(value.toDouble()), 'g', QLocale::FloatingPointShortest);
 }
 
 bool StarDelegate::helpEvent(
@@ -88,6 +104,11 @@ bool StarDelegate::helpEvent(
         return false;
     if (value.canConvert<ProgressBar>()) {
         QToolTip::showText(event->globalPos(), value.toString(), view->viewport(), option.rect);
+        return true;
+    }
+    if (value.typeId() == QMetaType::Double && rounded(value.toDouble()) != value.toDouble()) {
+        const QString exact = option.locale.toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+        QToolTip::showText(event->globalPos(), exact, view->viewport(), option.rect);
         return true;
     }
     QStyleOptionViewItem item(option);

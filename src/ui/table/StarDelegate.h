@@ -13,7 +13,10 @@ public:
     paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
-    /// The whole of a text that does not fit, and the number that a bar stands for.
+    /// Numbers with at most two decimals.
+    QString displayText(const QVariant& value, const QLocale& locale) const override;
+
+    /// The whole of a text that does not fit, the number that a bar stands for, and all decimals of one.
     bool helpEvent(
         QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
         const QModelIndex& index) override;

@@ -4,7 +4,8 @@
 
 #include <QWidget>
 
-/// Lets the user give a rating: the stars follow the pointer and stay where it is released. With the keyboard
+/// Lets the user give a rating: the stars follow the pointer and stay where the left button is
+/// released, if that is on the editor. With the keyboard
 /// the digits and the arrow keys give it at once.
 class StarEditor : public QWidget {
     Q_OBJECT
@@ -18,6 +19,12 @@ public:
 
     /// The rating that is shown, which follows the pointer.
     StarRating starRating() const { return m_rating; }
+
+    /// The rating that was given last.
+    int committedCount() const { return m_committedCount; }
+
+    /// Takes as many stars as there can be as given by the user.
+    void give(int stars);
 
     /// The number of stars up to the position x, which is in pixels from the left edge; -1 beside the stars.
     int starAtPosition(int x) const;
@@ -33,7 +40,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void give(int stars);
+    void commit(int stars);
+    void showCommitted();
 
     StarRating m_rating;
     int m_committedCount = 0;

@@ -2,13 +2,24 @@
 
 #include "ui/table/CellBrush.h"
 #include "ui/widgets/AccentColor.h"
+#include "ui/widgets/Contrast.h"
 
 #include <QCoreApplication>
+#include <QFontMetrics>
+#include <QGuiApplication>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace {
 
-constexpr int starSide = 20;
+constexpr int smallestSide = 20;
+constexpr int smallestTarget = 24;
+
+int sideOf(StarRating::EditMode mode) {
+    const int smallest = mode == StarRating::EditMode::Editable ? smallestTarget : smallestSide;
+    return std::max(smallest, QFontMetrics(QGuiApplication::font()).height());
+}
 
 // In units of a star's side. Copies share their points.
 
@@ -35,8 +46,9 @@ StarRating::StarRating(int starCount, int maxStarCount)
       m_starCount(starCount),
       m_maxStarCount(maxStarCount) {}
 
-QSize StarRating::sizeHint() const {
-    return {starSide * m_maxStarCount, starSide};
+QSize StarRating::sizeHint(EditMode mode) const {
+    const int side = sideOf(mode);
+    return {side * m_maxStarCount, side};
 }
 
 QString StarRating::accessibleText() const {
@@ -49,21 +61,28 @@ void StarRating::paint(
     QPainter* painter, const QRect& rect, const QPalette& palette, EditMode mode, bool selected) {
     m_paintRect = rect;
     const bool editable = mode == EditMode::Editable;
-    const int left = rect.left() + (rect.width() - sizeHint().width()) / 2;
-    const int top = rect.top() + (rect.height() - starSide) / 2;
+    const int side = sideOf(mode);
+    const int left = rect.left() + (rect.width() - side * m_maxStarCount) / 2;
+    const int top = rect.top() + (rect.height() - side) / 2;
+    const bool mirrored = painter->layoutDirection() == Qt::RightToLeft;
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(editable ? QBrush(getAccentColor()) : cellBrush(palette, selected));
+    painter->setBrush(
+        editable
+            ? QBrush(Contrast::readable(getAccentColor(), palette.color(QPalette::Window), Contrast::shape))
+            : cellBrush(palette, selected));
     painter->translate(QPoint(left, top));
-    painter->scale(starSide, starSide);
+    painter->scale(side, side);
+    if (mirrored)
+        painter->translate(m_maxStarCount - 1, 0);
     for (int i = 0; i < m_maxStarCount; ++i) {
         if (i < m_starCount)
             painter->drawPolygon(m_star, Qt::WindingFill);
         else if (editable)
             painter->drawPolygon(m_diamond, Qt::WindingFill);
-        painter->translate(1.0, 0.0);
+        painter->translate(mirrored ? -1.0 : 1.0, 0.0);
     }
     painter->restore();
 }

@@ -22,11 +22,12 @@ public:
 
     int maxStarCount() const { return m_maxStarCount; }
 
-    QSize sizeHint() const;
+    /// Grows with the application's font. Stars to be clicked are a little larger.
+    QSize sizeHint(EditMode mode = EditMode::ReadOnly) const;
     /// For a screen reader.
     QString accessibleText() const;
 
-    /// Remembers rect as the place of the stars.
+    /// The first star is where one begins to read. Remembers rect as the place of the stars.
     void paint(QPainter* painter, const QRect& rect, const QPalette& palette, EditMode mode, bool selected);
 
     /// The rectangle of the last paint, null before it.

@@ -1,5 +1,7 @@
 #include "ui/table/StatusLine.h"
 
+#include "ui/widgets/AccessibleRole.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ElidedTip.h"
 
@@ -25,10 +27,11 @@ StatusLine::StatusLine(QWidget* parent)
     layout->setContentsMargins({});
     layout->setSpacing(0);
     for (auto* label : {m_statusLabel, m_noticeLabel}) {
-        label->setForegroundRole(QPalette::PlaceholderText);
+        Contrast::makeSecondary(*label);
         label->setContentsMargins(sideMargin, lineMargin, sideMargin, lineMargin);
         layout->addWidget(label, 1);
     }
+    setAccessibleRole(*m_statusLabel, QAccessible::StatusBar);
     m_noticeLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_noticeLabel->hide();
     setStatus(tr("Status: "));
@@ -36,6 +39,8 @@ StatusLine::StatusLine(QWidget* parent)
 
 void StatusLine::setStatus(const QString& status) {
     m_status = status;
+    // Not with the number of selected projects, which a screen reader says itself.
+    announce(*m_statusLabel, status);
     showStatus();
 }
 

@@ -1,5 +1,6 @@
 #include "ui/widgets/ControlPainting.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/PixelGrid.h"
 
 #include <QPainter>
@@ -31,16 +32,19 @@ QColor indicatorFill(const QStyleOption& option, bool chosen) {
     const QPalette& palette = option.palette;
     if (!isEnabled(option))
         return palette.color(QPalette::Disabled, chosen ? QPalette::Highlight : QPalette::Window);
-    const QColor rest = chosen ? accentColor(palette) : palette.color(QPalette::Base);
+    const QColor rest = chosen ? accentShape(palette) : palette.color(QPalette::Base);
     return touched(rest, option);
 }
 
 QColor indicatorLine(const QStyleOption& option) {
     const QPalette& palette = option.palette;
     if (hasFocus(option))
-        return accentColor(palette);
-    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
-    return mixed(palette.color(QPalette::Window), text, isEnabled(option) ? 0.35F : 0.15F);
+        return accentShape(palette);
+    return isEnabled(option) ? edgeColor(palette) : lineColor(palette);
+}
+
+QColor edgeOf(const QStyleOption& option) {
+    return isEnabled(option) ? edgeColor(option.palette) : lineColor(option.palette);
 }
 
 /// The circle or box itself: around it is room for the halo.
@@ -49,8 +53,12 @@ QRectF markedPart(const QStyleOption& option) {
 }
 
 QColor indicatorMark(const QStyleOption& option) {
-    return option.palette.color(
-        isEnabled(option) ? QPalette::Active : QPalette::Disabled, QPalette::HighlightedText);
+    const QPalette& palette = option.palette;
+    if (!isEnabled(option))
+        return palette.color(QPalette::Disabled, QPalette::HighlightedText);
+    return Contrast::readable(
+        palette.color(QPalette::Active, QPalette::HighlightedText), indicatorFill(option, true),
+        Contrast::text);
 }
 
 } // namespace
@@ -65,6 +73,19 @@ QColor mixed(const QColor& from, const QColor& to, float share) {
 
 QColor lineColor(const QPalette& palette) {
     return mixed(palette.color(QPalette::Base), palette.color(QPalette::Active, QPalette::Text), 0.14F);
+}
+
+QColor edgeColor(const QPalette& palette) {
+    // A little more than needed, for the smoothing of curves takes some.
+    const double ratio = 1.2 * Contrast::shapeRatio(palette);
+    const QColor edge = Contrast::readable(lineColor(palette), palette.color(QPalette::Window), ratio);
+    // Where the two grounds lie far apart, the one field stands out from the other window anyway.
+    const QColor onBoth = Contrast::readable(edge, palette.color(QPalette::Base), ratio);
+    return Contrast::between(onBoth, palette.color(QPalette::Window)) < ratio ? edge : onBoth;
+}
+
+QColor accentShape(const QPalette& palette) {
+    return Contrast::readable(accentColor(palette), palette.color(QPalette::Window), Contrast::shape);
 }
 
 QColor accentColor(const QPalette& palette) {
@@ -132,7 +153,7 @@ void drawDivider(QPainter* painter, const QRect& rect, const QColor& color) {
 }
 
 void drawFocusRing(QPainter* painter, const QRectF& rect, const QPalette& palette, double cornerRadius) {
-    drawBox(painter, rect, Qt::transparent, accentColor(palette), focusWidth, cornerRadius);
+    drawBox(painter, rect, Qt::transparent, accentShape(palette), focusWidth, cornerRadius);
 }
 
 void drawChevron(QPainter* painter, const QRect& rect, Qt::ArrowType direction, const QColor& color) {
@@ -151,11 +172,16 @@ void drawCheckMark(QPainter* painter, const QRect& rect, const QColor& color) {
         std::array{center + QPointF(-4, 0.5), center + QPointF(-1.25, 3.25), center + QPointF(4, -3)}, color);
 }
 
+void drawPartialMark(QPainter* painter, const QRect& rect, const QColor& color) {
+    const QPointF center = QRectF(rect).center();
+    drawStroke(painter, std::array{center - QPointF(3.5, 0), center + QPointF(3.5, 0)}, color);
+}
+
 void drawLineEdit(const QStyleOption& option, QPainter* painter) {
     const QPalette& palette = option.palette;
     drawBox(
         painter, option.rect, palette.color(isEnabled(option) ? QPalette::Base : QPalette::Window),
-        hasFocus(option) ? accentColor(palette) : lineColor(palette), hasFocus(option) ? focusWidth : 1.0);
+        hasFocus(option) ? accentShape(palette) : edgeOf(option), hasFocus(option) ? focusWidth : 1.0);
 }
 
 bool isProminent(const QStyleOption& option) {
@@ -173,8 +199,8 @@ void drawButton(const QStyleOption& option, QPainter* painter) {
     fill = touched(fill, option);
 
     const bool ringed = hasFocus(option) && !prominent;
-    const QColor edge = prominent ? fill : lineColor(palette);
-    drawBox(painter, option.rect, fill, ringed ? accent : edge, ringed ? focusWidth : 1.0);
+    const QColor edge = prominent ? fill : edgeOf(option);
+    drawBox(painter, option.rect, fill, ringed ? accentShape(palette) : edge, ringed ? focusWidth : 1.0);
     if (hasFocus(option) && prominent) {
         const QColor ring = palette.color(QPalette::Active, QPalette::HighlightedText);
         drawBox(painter, option.rect.adjusted(2, 2, -2, -2), Qt::transparent, ring, 1.0, smallRadius);
@@ -182,7 +208,7 @@ void drawButton(const QStyleOption& option, QPainter* painter) {
 }
 
 void drawHalo(QPainter* painter, const QRectF& around, const QPalette& palette, double cornerRadius) {
-    QColor color = accentColor(palette);
+    QColor color = accentShape(palette);
     color.setAlphaF(0.5F);
     constexpr double width = haloWidth;
     fillBox(painter, around.adjusted(-width, -width, width, width), color, cornerRadius + width);
@@ -197,9 +223,7 @@ void drawCheckBox(const QStyleOption& option, QPainter* painter) {
     const QColor fill = indicatorFill(option, chosen);
     drawBox(painter, box, fill, chosen ? fill : indicatorLine(option), 1.0, smallRadius);
     if (partly) {
-        const QPointF center = box.center();
-        drawStroke(
-            painter, std::array{center - QPointF(3.5, 0), center + QPointF(3.5, 0)}, indicatorMark(option));
+        drawPartialMark(painter, option.rect, indicatorMark(option));
     } else if (chosen) {
         drawCheckMark(painter, option.rect, indicatorMark(option));
     }
@@ -228,11 +252,12 @@ void drawComboBox(const QStyleOption& option, const QRect& arrow, QPainter* pain
     const QColor fill =
         touched(palette.color(isEnabled(option) ? QPalette::Button : QPalette::Window), option);
     drawBox(
-        painter, option.rect, fill, hasFocus(option) ? accentColor(palette) : lineColor(palette),
+        painter, option.rect, fill, hasFocus(option) ? accentShape(palette) : edgeOf(option),
         hasFocus(option) ? focusWidth : 1.0);
     drawChevron(
         painter, arrow, Qt::DownArrow,
-        palette.color(isEnabled(option) ? QPalette::PlaceholderText : QPalette::ButtonText));
+        isEnabled(option) ? Contrast::secondaryText(palette, QPalette::Button)
+                          : palette.color(QPalette::ButtonText));
 }
 
 void drawToolButton(const QStyleOption& option, QPainter* painter) {
@@ -251,6 +276,9 @@ void drawToolButton(const QStyleOption& option, QPainter* painter) {
         strength += 0.07F;
     ground.setAlphaF(strength);
     fillBox(painter, option.rect, ground);
+    // The ground alone would be too weak a sign.
+    if (isOn(option) && isEnabled(option))
+        drawBox(painter, option.rect, Qt::transparent, accentShape(palette), 1.0);
     if (hasFocus(option))
         drawFocusRing(painter, option.rect, palette, radius);
 }

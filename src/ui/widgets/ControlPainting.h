@@ -17,10 +17,14 @@ constexpr int rowHeight = 28;
 
 /// The colour that lies between two.
 QColor mixed(const QColor& from, const QColor& to, float share);
-/// Edges and dividing lines.
+/// Dividing lines and the edges of what is no control.
 QColor lineColor(const QPalette& palette);
+/// Edges of controls.
+QColor edgeColor(const QPalette& palette);
 /// The one colour that stands out, whatever state the window is in.
 QColor accentColor(const QPalette& palette);
+/// The same for a shape on the ground of the window.
+QColor accentShape(const QPalette& palette);
 /// fill as it looks under the mouse, pressed, or at rest.
 QColor touched(const QColor& fill, const QStyleOption& option);
 
@@ -42,6 +46,8 @@ void drawHalo(QPainter* painter, const QRectF& around, const QPalette& palette, 
 void drawChevron(QPainter* painter, const QRect& rect, Qt::ArrowType direction, const QColor& color);
 /// The mark of something chosen, in a place of some 16 units.
 void drawCheckMark(QPainter* painter, const QRect& rect, const QColor& color);
+/// The mark of something that is chosen in part.
+void drawPartialMark(QPainter* painter, const QRect& rect, const QColor& color);
 
 void drawLineEdit(const QStyleOption& option, QPainter* painter);
 /// Whether it is the button of a dialog that Return presses.

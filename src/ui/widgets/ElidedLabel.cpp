@@ -17,6 +17,11 @@ void ElidedLabel::setElideMode(Qt::TextElideMode mode) {
     update();
 }
 
+void ElidedLabel::setTextOrder(TextOrder order) {
+    m_textOrder = order;
+    update();
+}
+
 QSize ElidedLabel::minimumSizeHint() const {
     return QSize(fontMetrics().averageCharWidth(), fontMetrics().height()).grownBy(contentsMargins());
 }
@@ -32,7 +37,9 @@ bool ElidedLabel::event(QEvent* event) {
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const QRect place = contentsRect();
-    const QString shown = fontMetrics().elidedText(text(), m_elideMode, place.width());
+    const QString shown = isolated(
+        fontMetrics().elidedText(text(), m_elideMode, place.width()), layoutDirection(), m_textOrder);
+    painter.setLayoutDirection(layoutDirection());
     style()->drawItemText(
         &painter, place, static_cast<int>(alignment()), palette(), isEnabled(), shown, foregroundRole());
 }

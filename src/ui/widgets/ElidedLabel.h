@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/widgets/TextOrder.h"
+
 #include <QLabel>
 
 /// A line of plain text with an ellipsis, at its end unless it is told otherwise, where it does not fit, so
@@ -12,6 +14,7 @@ public:
     explicit ElidedLabel(QWidget* parent = nullptr);
 
     void setElideMode(Qt::TextElideMode mode);
+    void setTextOrder(TextOrder order);
 
     QSize minimumSizeHint() const override;
 
@@ -21,4 +24,5 @@ protected:
 
 private:
     Qt::TextElideMode m_elideMode = Qt::ElideRight;
+    TextOrder m_textOrder = TextOrder::OfTheWindow;
 };

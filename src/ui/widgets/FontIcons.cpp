@@ -15,6 +15,6 @@ void registerFonts() {
 
 void updateIconFontPalette(const QPalette& palette) {
     ZFontIcon::setColors(
-        palette.brush(QPalette::Text).color(), palette.brush(QPalette::Disabled, QPalette::Text).color(),
+        palette.color(QPalette::WindowText), palette.color(QPalette::Disabled, QPalette::WindowText),
         palette.color(QPalette::HighlightedText));
 }

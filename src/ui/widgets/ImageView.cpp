@@ -1,5 +1,7 @@
 #include "ui/widgets/ImageView.h"
 
+#include "ui/widgets/AccessibleRole.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/TracksEmblem.h"
 
 #include <QPainter>
@@ -23,6 +25,7 @@ ImageView::ImageView(QWidget* parent) : QWidget(parent) {
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setMinimumSize(smallestSize);
+    setAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(tr("Project picture"));
     clear();
 }
@@ -89,7 +92,7 @@ void ImageView::paintEvent(QPaintEvent* /*event*/) {
 
 void ImageView::drawPlaceholder(QPainter& painter) const {
     constexpr int gap = 12;
-    QColor ground = palette().color(QPalette::Text);
+    QColor ground = palette().color(QPalette::WindowText);
     ground.setAlphaF(0.04F);
     painter.setBrush(ground);
     painter.drawRoundedRect(rect(), radius, radius);
@@ -100,6 +103,6 @@ void ImageView::drawPlaceholder(QPainter& painter) const {
     column.moveCenter(rect().center());
     const QPointF corner((width() - emblem.width()) / 2.0, column.top());
     TracksEmblem::draw(painter, QRectF(corner, emblem), palette(), false);
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(Contrast::secondaryText(palette(), QPalette::Window));
     painter.drawText(column, Qt::AlignHCenter | Qt::AlignBottom, m_reason);
 }

@@ -1,5 +1,6 @@
 #include "ui/widgets/ItemViewPainting.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ControlPainting.h"
 
 #include <QListView>
@@ -55,8 +56,8 @@ void drawBranch(const QStyleOption& option, QPainter* painter) {
     if (!option.state.testFlag(QStyle::State_Children))
         return;
     const bool selected = option.state.testFlag(QStyle::State_Selected);
-    const QColor color = option.palette.color(
-        groupOf(option), selected ? QPalette::HighlightedText : QPalette::PlaceholderText);
+    const QColor color = selected ? option.palette.color(groupOf(option), QPalette::HighlightedText)
+                                  : Contrast::secondaryText(option.palette, QPalette::Base);
     const Qt::ArrowType aside = option.direction == Qt::RightToLeft ? Qt::LeftArrow : Qt::RightArrow;
     drawChevron(
         painter, option.rect, option.state.testFlag(QStyle::State_Open) ? Qt::DownArrow : aside, color);

@@ -1,5 +1,6 @@
 #include "ui/widgets/MenuPainting.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ControlPainting.h"
 
 #include <QPainter>
@@ -48,12 +49,17 @@ Colors colorsOf(const QStyleOptionMenuItem& option, bool selected) {
         const QColor text = palette.color(QPalette::Active, QPalette::HighlightedText);
         return {text, text};
     }
-    return {palette.color(QPalette::Text), palette.color(QPalette::PlaceholderText)};
+    return {palette.color(QPalette::Text), Contrast::secondaryText(palette, QPalette::Base)};
 }
 
 void drawMark(const QStyleOptionMenuItem& option, const QColor& color, QPainter* painter) {
-    if (option.checkType != QStyleOptionMenuItem::NotCheckable && option.checked)
-        drawCheckMark(painter, placed(option, sidePadding - 2, iconSide), color);
+    if (option.checkType == QStyleOptionMenuItem::NotCheckable || !option.checked)
+        return;
+    const QRect place = placed(option, sidePadding - 2, iconSide);
+    if (option.state.testFlag(QStyle::State_NoChange))
+        drawPartialMark(painter, place, color);
+    else
+        drawCheckMark(painter, place, color);
 }
 
 void drawIcon(const QStyleOptionMenuItem& option, bool selected, QPainter* painter) {

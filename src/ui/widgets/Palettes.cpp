@@ -1,6 +1,6 @@
 #include "ui/widgets/Palettes.h"
 
-#include <cmath>
+#include "ui/widgets/Contrast.h"
 
 using Stemhaven::ColorScheme;
 
@@ -43,24 +43,49 @@ constexpr Colors dark{
     .accent = 0xFF6A67DE,
     .inactiveSelection = 0xFF3A3A44};
 
-double linear(double component) {
-    return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+constexpr Colors lightContrast{
+    .window = 0xFFFFFFFF,
+    .base = 0xFFFFFFFF,
+    .alternateBase = 0xFFF2F2F5,
+    .button = 0xFFFFFFFF,
+    .line = 0xFF505058,
+    .text = 0xFF000000,
+    .secondaryText = 0xFF404048,
+    .disabledText = 0xFF707078,
+    .accent = 0xFF2E2BA8,
+    .inactiveSelection = 0xFFD2D2DC};
+
+constexpr Colors darkContrast{
+    .window = 0xFF000000,
+    .base = 0xFF000000,
+    .alternateBase = 0xFF121216,
+    .button = 0xFF000000,
+    .line = 0xFFB0B0B8,
+    .text = 0xFFFFFFFF,
+    .secondaryText = 0xFFC8C8D0,
+    .disabledText = 0xFF909098,
+    .accent = 0xFF6A67DE,
+    .inactiveSelection = 0xFF3A3A44};
+
+const Colors& colorsFor(ColorScheme scheme, bool contrast) {
+    if (scheme == ColorScheme::Dark)
+        return contrast ? darkContrast : dark;
+    return contrast ? lightContrast : light;
 }
 
-double luminance(const QColor& color) {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-/// White, unless the color is so light that black has the higher contrast on it.
+/// White, unless the color is so light that black has by far the higher contrast on it.
 QColor textOn(const QColor& color) {
-    return luminance(color) > 0.3 ? QColor(light.text) : QColor(Qt::white);
+    constexpr double leastForWhite = 3.0;
+    return Contrast::between(Qt::white, color) < leastForWhite ? QColor(light.text) : QColor(Qt::white);
 }
 
 } // namespace
 
-QPalette designedPalette(ColorScheme scheme, const std::optional<QColor>& accent) {
-    const Colors& colors = scheme == ColorScheme::Dark ? dark : light;
-    const QColor highlight = accent.value_or(QColor(colors.accent));
+QPalette designedPalette(ColorScheme scheme, const std::optional<QColor>& accent, bool contrast) {
+    const Colors& colors = colorsFor(scheme, contrast);
+    const QColor wish = accent.value_or(QColor(colors.accent));
+    const QColor highlightedText = textOn(wish);
+    const QColor highlight = Contrast::readable(wish, highlightedText, Contrast::text);
 
     QPalette palette;
     palette.setColor(QPalette::Window, colors.window);
@@ -82,7 +107,7 @@ QPalette designedPalette(ColorScheme scheme, const std::optional<QColor>& accent
     palette.setColor(QPalette::Dark, QColor(colors.line).darker(130));
     palette.setColor(QPalette::Shadow, Qt::black);
     palette.setColor(QPalette::Highlight, highlight);
-    palette.setColor(QPalette::HighlightedText, textOn(highlight));
+    palette.setColor(QPalette::HighlightedText, highlightedText);
 
     palette.setColor(QPalette::Inactive, QPalette::Highlight, colors.inactiveSelection);
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText, colors.text);

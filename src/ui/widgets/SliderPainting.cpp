@@ -124,7 +124,7 @@ void drawSlider(const QStyleOptionSlider& option, QPainter* painter) {
     fillBox(painter, groove, mixed(window, text, isEnabled(option) ? 0.16F : 0.08F), grooveRadius);
     fillBox(
         painter, filledGroove(option, groove, handle.center()),
-        isEnabled(option) ? accentColor(palette) : mixed(window, text, 0.2F), grooveRadius);
+        isEnabled(option) ? accentShape(palette) : mixed(window, text, 0.2F), grooveRadius);
 
     const QRectF circle = QRectF(handle).adjusted(haloWidth, haloWidth, -haloWidth, -haloWidth);
     const double round = circle.width() / 2;
@@ -134,7 +134,9 @@ void drawSlider(const QStyleOptionSlider& option, QPainter* painter) {
     QColor fill = isEnabled(option) ? QColor(Qt::white) : mixed(window, text, 0.08F);
     if (handleIsTouched && isEnabled(option))
         fill = mixed(fill, accentColor(palette), option.state.testFlag(QStyle::State_Sunken) ? 0.3F : 0.12F);
-    const QColor edge = hasFocus(option) ? accentColor(palette) : mixed(window, text, 0.3F);
+    QColor edge = isEnabled(option) ? edgeColor(palette) : mixed(window, text, 0.3F);
+    if (hasFocus(option))
+        edge = accentShape(palette);
     drawBox(painter, circle, fill, edge, 1.0, round);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/widgets/Style.h"
 
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ControlPainting.h"
 #include "ui/widgets/HeaderPainting.h"
 #include "ui/widgets/ItemViewPainting.h"
@@ -159,8 +160,10 @@ void Style::drawHeader(const QStyleOptionHeader& option, QPainter* painter, cons
     if (!(label.textAlignment & Qt::AlignVertical_Mask))
         label.textAlignment |= Qt::AlignVCenter;
     label.rect = subElementRect(SE_HeaderLabel, &option, widget);
+    const QPalette& palette = option.palette;
     label.palette.setColor(
-        QPalette::ButtonText, option.palette.color(prominent ? QPalette::Text : QPalette::PlaceholderText));
+        QPalette::ButtonText,
+        prominent ? palette.color(QPalette::Text) : Contrast::secondaryText(palette, QPalette::Base));
     QProxyStyle::drawControl(CE_HeaderLabel, &label, painter, widget);
 }
 
@@ -273,7 +276,7 @@ QSize Style::sizeFromContents(
     case CT_LineEdit:
         return size.expandedTo({0, controlHeight});
     case CT_PushButton:
-        return QSize(size.width() + 24, size.height()).expandedTo({88, controlHeight});
+        return QSize(size.width() + 16, size.height()).expandedTo({88, controlHeight});
     case CT_ComboBox:
         return QSize(contentsSize.width() + 2 * comboPadding + comboArrowWidth, contentsSize.height() + 8)
             .expandedTo({0, controlHeight});

@@ -4,6 +4,11 @@
 #include "ui/widgets/HeaderPainting.h"
 #include "ui/widgets/SliderPainting.h"
 
+#include <QFontMetrics>
+#include <QGuiApplication>
+
+#include <algorithm>
+
 namespace {
 
 std::optional<int> distance(QStyle::PixelMetric metric) {
@@ -44,7 +49,7 @@ std::optional<int> size(QStyle::PixelMetric metric) {
     case QStyle::PM_SmallIconSize:
     case QStyle::PM_ButtonIconSize:
     case QStyle::PM_ListViewIconSize:
-        return 16;
+        return std::max(16, QFontMetrics(QGuiApplication::font()).height() - 2);
     case QStyle::PM_IndicatorWidth:
     case QStyle::PM_IndicatorHeight:
     case QStyle::PM_ExclusiveIndicatorWidth:

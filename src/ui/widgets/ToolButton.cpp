@@ -1,15 +1,18 @@
 #include "ui/widgets/ToolButton.h"
 
+#include <algorithm>
+
 namespace {
 
-constexpr int iconSide = 20;
+constexpr int smallestIcon = 20;
 
 } // namespace
 
 ToolButton::ToolButton(Glyph glyph, const QString& text, QWidget* parent) : QToolButton(parent) {
     setAutoRaise(true);
     setFocusPolicy(Qt::TabFocus);
-    setIconSize({iconSide, iconSide});
+    const int side = std::max(smallestIcon, fontMetrics().height());
+    setIconSize({side, side});
     present(glyph, text);
 }
 

@@ -1,5 +1,4 @@
 #include "WatchedFolder.h"
-#include "platform/linux/MountPoints.h"
 #include "support/LogCapture.h"
 
 #include <sys/inotify.h>
@@ -8,9 +7,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <future>
+#include <stdexcept>
 
 namespace Stemhaven {
 
@@ -20,9 +20,11 @@ namespace {
 
 class FaultyCalls : public InotifyCalls {
 public:
-    int open() override { return m_refusesToOpen ? refuse(EMFILE) : InotifyCalls::open(); }
+    int open() override { return m_refusals-- > 0 ? refuse(EMFILE) : InotifyCalls::open(); }
 
     int addWatch(int descriptor, const char* path, std::uint32_t mask) override {
+        if (std::strstr(path, "New") != nullptr && m_throws.exchange(false))
+            throw std::runtime_error("thrown");
         if (!m_mayEnter && std::strstr(path, "NoEntry") != nullptr)
             return refuse(EACCES);
         if (std::strstr(path, "Hung") != nullptr) {
@@ -40,6 +42,8 @@ public:
 
     /// Puts an event of the test's own before those of the system, which must have some.
     ssize_t read(int descriptor, void* buffer, std::size_t size) override {
+        if (const int error = m_readError.exchange(0))
+            return refuse(error);
         const auto injected = m_injectedMask.exchange(0);
         if (injected == 0)
             return InotifyCalls::read(descriptor, buffer, size);
@@ -50,9 +54,13 @@ public:
         return sizeof event;
     }
 
-    bool tellsEvents(const char* path) override { return std::strstr(path, "Net") == nullptr; }
+    bool tellsEvents(const std::string& path, const MountTable& mounts) override {
+        return path.find("Net") == std::string::npos && InotifyCalls::tellsEvents(path, mounts);
+    }
 
-    bool m_refusesToOpen = false;
+    std::atomic<int> m_refusals = 0;
+    std::atomic<int> m_readError = 0;
+    std::atomic<bool> m_throws = false;
     std::atomic<bool> m_mayEnter = false;
     std::atomic<int> m_limit = 0;
     std::atomic<std::uint32_t> m_injectedMask = 0;
@@ -66,17 +74,6 @@ private:
     }
 };
 
-/// Runs the current test once more where an ordinary user may mount. Its status; 0 where the system allows
-/// that to nobody.
-int runWhereMountingIsPermitted() {
-    const std::string inOwnNamespace = "unshare --user --map-root-user --mount ";
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    const auto command = "! " + inOwnNamespace + "mount -t tmpfs none . 2>/dev/null || " + inOwnNamespace +
-        fs::read_symlink("/proc/self/exe").string() + " --gtest_filter=" + test->test_suite_name() + '.' +
-        test->name();
-    return std::system(command.c_str()); // NOLINT(cert-env33-c,concurrency-mt-unsafe)
-}
-
 class InotifyFaults : public WatchedFolder {
 protected:
     FaultyCalls m_calls;
@@ -85,20 +82,70 @@ protected:
 } // namespace
 
 TEST_F(InotifyFaults, AfterLostEventsTheDiskIsLookedAt) {
+    struct Fault {
+        const char* reason;
+        std::function<void()> arrange;
+    };
+
     makeBundle("Music/A.logicx");
-    for (const std::uint32_t mask : {std::uint32_t{IN_Q_OVERFLOW}, std::uint32_t{IN_CREATE}}) {
-        SCOPED_TRACE(mask);
+    const std::vector<Fault> faults{
+        {"were lost.",
+         [this] {
+             m_calls.m_injectedMask = IN_Q_OVERFLOW;
+         }},
+        {"were lost.",
+         [this] {
+             m_calls.m_injectedMask = IN_CREATE;
+         }},
+        {"cannot be read: read: Input/output error",
+         [this] {
+             m_calls.m_readError = EIO;
+         }},
+        {"could not be handled.",
+         [this] {
+             m_calls.m_throws = true;
+         }},
+        {"gives no file system events",
+         [this] {
+             m_calls.m_refusals = 2;
+             m_calls.m_injectedMask = IN_Q_OVERFLOW;
+         }},
+    };
+    int made = 0;
+    for (const auto& [reason, arrange] : faults) {
+        SCOPED_TRACE(reason);
         const LogCapture log;
         ASSERT_TRUE(start({m_calls}));
         settleAndForget();
-        m_calls.m_injectedMask = mask;
+        arrange();
+        fs::create_directory("Music/New" + std::to_string(++made));
         writeFile("Music/A.logicx/Resources/ProjectInformation.plist", "lost");
         EXPECT_TRUE(waitFor("Music", scan));
         EXPECT_TRUE(waitFor("Music/A.logicx", modified));
-        EXPECT_EQ(log.count(QStringLiteral("were lost")), 1);
+        EXPECT_EQ(log.count(QStringLiteral("Looking at all folders again.")), 1);
+        EXPECT_GE(log.count(reason), 1);
+        // What led to it.
+        EXPECT_EQ(log.count(QStringLiteral("steps of the file events")), 1);
+        EXPECT_GE(log.count(QStringLiteral("system: CREATE|ISDIR watch ")), 1);
+        EXPECT_GE(log.count(QStringLiteral("told: created fileID ")), 1);
 
         expectAllFollowed();
     }
+}
+
+TEST_F(InotifyFaults, AHandlerThatThrowsIsCalledAgain) {
+    std::atomic<int> calls = 0;
+    const LogCapture log;
+    const auto throwing = FileEventStream::create(request(), [&](const QList<FileEvent>&) {
+        ++calls;
+        throw std::runtime_error("thrown by the handler");
+    });
+    ASSERT_TRUE(throwing->start());
+    for (int i = 1; i <= 2; ++i) {
+        makeBundle("Music/" + std::to_string(i) + ".logicx");
+        EXPECT_TRUE(waitUntil([&] { return calls >= i; }));
+    }
+    EXPECT_TRUE(waitUntil([&] { return log.count(QStringLiteral("thrown by the handler")) >= 2; }));
 }
 
 TEST_F(InotifyFaults, ABundleThatLeavesWhileItsWatchIsSetKeepsItsIdentity) {
@@ -206,11 +253,6 @@ TEST_F(InotifyFaults, ARootIsFoundHoweverDeepItComesAndWhenItComesBack) {
 }
 
 TEST_F(InotifyFaults, ADriveIsPluggedInAndPulledOut) {
-    // The table that shows it has at least the one mount that it is itself read from.
-    const auto mounts = currentMountPoints();
-    EXPECT_TRUE(std::any_of(
-        mounts.begin(), mounts.end(), [](const auto& mount) { return mount.starts_with("/proc\n"); }));
-
     request().roots.append({at("Drive"), at("My Songs")});
     fs::create_directory("Drive");
     fs::create_directories("My Songs/Drive");
@@ -259,7 +301,7 @@ TEST_F(InotifyFaults, AFolderThatMayNotBeReadIsLoggedOnceAndWatchedWhenItMay) {
 }
 
 TEST_F(InotifyFaults, ASystemThatGivesNoDescriptorIsToldAtTheStart) {
-    m_calls.m_refusesToOpen = true;
+    m_calls.m_refusals = 1;
     const LogCapture log;
     EXPECT_FALSE(start({m_calls}));
     EXPECT_EQ(log.count(QStringLiteral("max_user_instances")), 1);
@@ -271,13 +313,14 @@ TEST_F(InotifyFaults, TheStreamCanBeStoppedAndDestroyedByItsHandler) {
         std::unique_ptr<FileEventStream> stopped;
         std::promise<void> entered;
         std::promise<void> mayLeave;
+        std::atomic<int> calls = 0;
         stopped = FileEventStream::create(request(), [&](const QList<FileEvent>&) {
             if (destroys)
                 stopped.reset();
             else
                 stopped->stop();
-            // Throws when it is called once more.
-            entered.set_value();
+            if (++calls == 1)
+                entered.set_value();
             mayLeave.get_future().wait();
         });
         ASSERT_TRUE(stopped->start());
@@ -287,6 +330,7 @@ TEST_F(InotifyFaults, TheStreamCanBeStoppedAndDestroyedByItsHandler) {
         mayLeave.set_value();
         stopped.reset();
         EXPECT_TRUE(waitUntil([] { return !FileEventStream::earlierStreamIsClosing(); }));
+        EXPECT_EQ(calls, 1);
     }
 }
 

@@ -43,13 +43,18 @@ std::vector<Change> changes() {
          {{information, modified},
           {alternative + "MetaData.plist", removed},
           {alternative + "ProjectData.wav", created | modified}}},
-        {"ChangesAttributesReadsAndLinks",
+        {"ChangesAttributesReadsLinksAndHidden",
          [=] {
              fs::permissions(information, fs::perms::owner_all);
              std::string text;
              std::ifstream(information) >> text;
              fs::create_directory_symlink("../Outside", "Music/Link");
              fs::create_directory_symlink("../Music", "Music/Loop");
+             fs::create_directory_symlink("A.logicx", "Music/Link.tmp");
+             fs::rename("Music/Link.tmp", "Music/Link.logicx");
+             writeFile("Music/._A.logicx");
+             makeBundle("Music/.F.logicx");
+             fs::rename("Music/.F.logicx", "Music/.G.logicx");
          },
          {}},
         {"AddsAnAlternativeAndWritesIntoIt",
@@ -105,6 +110,9 @@ std::vector<Change> changes() {
          [] { fs::rename("Outside/Old", "Music/Old"); },
          {{"Music/Old", renamed | created}, {"Music/Old/D.logicx", created}}},
         {"HidesAFolder", [] { fs::rename("Music/Songs", "Music/.Songs"); }, {{"Music/Songs", renamed}}},
+        {"ShowsAHiddenBundle",
+         [] { fs::rename("Music/.H.logicx", "Music/H.logicx"); },
+         {{"Music/H.logicx", renamed | created}}},
         {"MakesAndRenamesAtOnce",
          [] {
              fs::create_directory("Music/Y.logicx");
@@ -133,7 +141,7 @@ TEST_P(Changes, ComeAsTheirEventsAndEachBundleIsWatchedWhereItIs) {
     const auto& [name, act, expected, open] = GetParam();
     for (const auto* bundle :
          {"Music/A.logicx", "Music/B.tmp", "Music/Songs/Deep/C.logicx", "Music/.Hidden/E.logicx",
-          "Outside/Old/D.logicx"})
+          "Music/.H.logicx", "Outside/Old/D.logicx"})
         makeBundle(bundle);
     std::map<std::string, std::uint64_t> before;
     for (const auto& [path, flags] : expected)

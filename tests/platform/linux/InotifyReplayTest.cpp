@@ -17,7 +17,9 @@ constexpr std::uint64_t margin = 2'000'000'000;
 
 class NoEventsFromNet : public InotifyCalls {
 public:
-    bool tellsEvents(const char* path) override { return std::strstr(path, "Net") == nullptr; }
+    bool tellsEvents(const std::string& path, const MountTable& mounts) override {
+        return path.find("Net") == std::string::npos && InotifyCalls::tellsEvents(path, mounts);
+    }
 };
 
 } // namespace
@@ -49,14 +51,21 @@ TEST_F(InotifyReplay, TellsWhatChangedSinceAndAsksForASearch) {
     request().roots.append(at("Net"));
     const auto now = fs::file_time_type::clock::now();
     Flags expected;
+    QHash<QString, FileWatchRequest::RecordedTimes> recorded;
     for (const std::string root : {"Music", "Net"}) {
         const fs::path folder(root);
         makeBundle(folder / "Old.logicx");
         makeBundle(folder / "Deep/Changed.logicx");
         for (const auto* name : {"Recorded.logicx", "SavedByAWrongClock.logicx", "NoInformation.logicx"}) {
             makeBundle(folder / name);
-            request().recordedTimes[at(folder / name)] = BundleStamp::of(folder / name).informationSeconds;
+            recorded[at(folder / name)] = {BundleStamp::of(folder / name).informationSeconds, 0};
         }
+        // Changed, and read after that.
+        makeBundle(folder / "ReadSince.logicx");
+        fs::last_write_time(folder / "ReadSince.logicx/Alternatives/000/MetaData.plist", now + 1h);
+        recorded[at(folder / "ReadSince.logicx")] = {
+            BundleStamp::of(folder / "ReadSince.logicx").informationSeconds,
+            static_cast<std::int64_t>(BundleStamp::of(folder / "ReadSince.logicx").newest + margin)};
         fs::last_write_time(folder / "Deep/Changed.logicx/Alternatives/000/MetaData.plist", now + 1h);
         fs::last_write_time(folder / "SavedByAWrongClock.logicx" / information, now - 24h);
         fs::remove(folder / "NoInformation.logicx" / information);
@@ -64,6 +73,9 @@ TEST_F(InotifyReplay, TellsWhatChangedSinceAndAsksForASearch) {
         expected[root + "/Deep/Changed.logicx"] = modified;
         expected[root + "/SavedByAWrongClock.logicx"] = modified;
     }
+    request().recordedTimes = [&](const QString& path) {
+        return recorded.contains(path) ? std::optional(recorded[path]) : std::nullopt;
+    };
     // So late that all but what is dated later is old.
     request().sinceEventID = EventClock::systemTime() + margin;
     ASSERT_TRUE(waitUntil([&] { return EventClock::systemTime() > request().sinceEventID; }));

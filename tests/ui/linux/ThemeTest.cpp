@@ -20,6 +20,7 @@ namespace {
 const QString portal = "/org/freedesktop/portal/desktop";
 const QString appearance = "org.freedesktop.appearance";
 const QString colorScheme = "color-scheme";
+const QString contrast = "contrast";
 
 /// Stands in for a desktop that can be light or dark.
 class Desktop : public QDBusVirtualObject {
@@ -27,10 +28,13 @@ public:
     QString introspect(const QString& /*path*/) const override { return {}; }
 
     bool handleMessage(const QDBusMessage& question, const QDBusConnection& connection) override {
-        const bool known = question.arguments() == QVariantList{appearance, colorScheme};
-        connection.send(
-            known ? question.createReply(answer())
-                  : question.createErrorReply(QDBusError::UnknownMethod, "unknown"));
+        const QVariantList keys = question.arguments();
+        if (keys == QVariantList{appearance, colorScheme})
+            connection.send(question.createReply(answer()));
+        else if (keys == QVariantList{appearance, contrast})
+            connection.send(question.createReply(QVariant::fromValue(QDBusVariant(wantsContrast ? 1U : 0U))));
+        else
+            connection.send(question.createErrorReply(QDBusError::UnknownMethod, "unknown"));
         return true;
     }
 
@@ -42,6 +46,7 @@ public:
     }
 
     std::atomic<bool> isDark = true;
+    std::atomic<bool> wantsContrast = false;
 
 private:
     QVariant answer() const { return QVariant::fromValue(QDBusVariant(isDark ? 1U : 2U)); }
@@ -75,6 +80,9 @@ TEST(ThemeTest, FollowsTheDesktopLiveAndLeavesItItsOwnColours) {
             desktop.change(dark, connection);
             EXPECT_TRUE(waitUntil([&] { return (base().lightness() < 128) == dark; })) << dark;
         }
+        desktop.wantsContrast = true;
+        desktop.change(true, connection);
+        EXPECT_TRUE(waitUntil([] { return base() == QColor(Qt::black); }));
     }
 
     QDBusConnection::disconnectFromBus(name);

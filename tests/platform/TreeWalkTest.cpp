@@ -1,4 +1,4 @@
-#include "monitor/FolderWalk.h"
+#include "platform/TreeWalk.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,20 +10,26 @@ using namespace Stemhaven;
 
 namespace {
 
-QStringList walk(
-    const QString& root, const std::function<bool()>& stopped = [] { return false; }) {
+const BundleNames names({QStringLiteral(".logicx")});
+
+QStringList walk(const QString& root, const std::function<bool()>& isStopped = {}) {
     QStringList found;
-    FolderWalk({[&](const QString& path) { found.append(path.mid(root.size() + 1)); },
-                [&](const QString& folder, const QString&) { found.append("unreadable: " + folder); },
-                stopped})
-        .walk(root);
+    TreeWalk walk;
+    walk.onBundle = [&](const std::string& bundle) {
+        found.append(QFile::decodeName(bundle.c_str()).mid(root.size() + 1));
+    };
+    walk.onUnreadable = [&](const std::string& folder, int) {
+        found.append("unreadable: " + QFile::decodeName(folder.c_str()));
+    };
+    walk.isStopped = isStopped;
+    walk.walk(QFile::encodeName(root).toStdString(), names);
     found.sort();
     return found;
 }
 
 } // namespace
 
-TEST(FolderWalk, FindsWhatIsNamedLikeABundleAndNoMore) {
+TEST(TreeWalk, FindsWhatIsNamedLikeABundleAndNoMore) {
     const QTemporaryDir root;
     const QDir dir(root.path());
     for (const auto* folder :
@@ -41,24 +47,24 @@ TEST(FolderWalk, FindsWhatIsNamedLikeABundleAndNoMore) {
     EXPECT_EQ(walk(root.path()), expected);
 }
 
-TEST(FolderWalk, SaysNothingOfFoldersThatAreMovedAwayMeanwhile) {
+TEST(TreeWalk, SaysNothingOfFoldersThatAreMovedAwayMeanwhile) {
     const QTemporaryDir disk;
     for (int i = 0; i < 20; ++i)
         ASSERT_TRUE(QDir(disk.path()).mkpath(QString("root/above/%1/Song.logicx").arg(i)));
-    QStringList found;
-    const auto note = [&](const QString& path) {
-        found.append(path);
+    int found = 0;
+    TreeWalk walk;
+    walk.onBundle = [&](const std::string&) {
+        ++found;
         QDir().rename(disk.path() + "/root/above", disk.path() + "/away");
     };
-    FolderWalk({note, [&](const QString& folder, const QString&) { note(folder); },
-                [] {
-                    return false;
-                }})
-        .walk(disk.path() + "/root");
-    EXPECT_EQ(found.size(), 1);
+    walk.onUnreadable = [](const std::string& folder, int error) {
+        ADD_FAILURE() << folder << ' ' << error;
+    };
+    walk.walk(QFile::encodeName(disk.path() + "/root").toStdString(), names);
+    EXPECT_EQ(found, 1);
 }
 
-TEST(FolderWalk, StopsWhenToldAndTellsOfAFolderThatIsNotThere) {
+TEST(TreeWalk, StopsWhenToldAndTellsOfAFolderThatIsNotThere) {
     const QTemporaryDir root;
     for (int i = 0; i < 20; ++i)
         ASSERT_TRUE(QDir(root.path()).mkpath(QString("%1.logicx").arg(i)));

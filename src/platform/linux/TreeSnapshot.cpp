@@ -1,0 +1,53 @@
+#include "platform/linux/TreeSnapshot.h"
+
+namespace Stemhaven {
+
+std::optional<TreeSnapshot> TreeSnapshot::take(const Subject& subject, const IsStopped& isStopped) {
+    TreeSnapshot snapshot;
+    snapshot.identity = FolderIdentity::of(subject.top, true);
+    bool isReadable = static_cast<bool>(snapshot.identity);
+    TreeWalk walk;
+    walk.enter = [&](const std::string& folder) {
+        return !subject.passedOver.contains(folder);
+    };
+    walk.onBundle = [&](const std::string& bundle) {
+        if (!subject.passedOver.contains(bundle))
+            snapshot.bundles[bundle] = {FolderIdentity::of(bundle).inode, BundleStamp::of(bundle)};
+    };
+    walk.onUnreadable = [&](const std::string& folder, int) {
+        isReadable = isReadable && folder != subject.top;
+    };
+    walk.isStopped = isStopped;
+    if (isReadable && subject.names.isBundle(subject.top))
+        walk.onBundle(subject.top);
+    else if (isReadable)
+        walk.walk(subject.top, subject.names);
+    if (!isReadable || isStopped())
+        return std::nullopt;
+    return snapshot;
+}
+
+void TreeSnapshot::reportChanges(const TreeSnapshot& earlier, EventCoalescer& events) const {
+    std::map<std::uint64_t, std::string> gone;
+    for (const auto& [path, bundle] : earlier.bundles) {
+        if (!bundles.contains(path))
+            gone[bundle.fileID] = path;
+    }
+    for (const auto& [path, bundle] : bundles) {
+        const auto before = earlier.bundles.find(path);
+        if (before == earlier.bundles.end()) {
+            const auto old = gone.extract(bundle.fileID);
+            if (!old.empty())
+                events.add(old.mapped(), bundle.fileID, FileEvent::ItemRenamed);
+            events.add(
+                path, bundle.fileID,
+                old.empty() ? FileEvent::ItemCreated : FileEvent::ItemRenamed | FileEvent::ItemModified);
+        } else if (before->second.stamp != bundle.stamp || before->second.fileID != bundle.fileID) {
+            events.add(path, bundle.fileID, FileEvent::ItemModified);
+        }
+    }
+    for (const auto& [fileID, path] : gone)
+        events.add(path, fileID, FileEvent::ItemRemoved);
+}
+
+} // namespace Stemhaven

@@ -1,0 +1,11 @@
+#include "platform/HighContrast.h"
+
+#import <AppKit/AppKit.h>
+
+namespace Stemhaven {
+
+bool systemWantsContrast() {
+    return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast;
+}
+
+} // namespace Stemhaven
