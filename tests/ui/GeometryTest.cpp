@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 #include "ui/dialogs/Alert.h"
+#include "ui/edits/EditHistory.h"
 #include "ui/sidebar/RemoveFilter.h"
 #include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/Style.h"
@@ -106,6 +107,7 @@ TEST_F(GeometryTest, TheMainWindowFitsSmallScreensInEveryLanguage) {
 }
 
 TEST_F(GeometryTest, DialogsFitTheScreenThatTheyAreOn) {
+    EditHistory history(tasks());
     insertNumbered(300);
     database.rows("INSERT INTO genres VALUES(1, 'Pop')");
     database.rows("UPDATE projects SET genre_id=1");
@@ -122,7 +124,8 @@ TEST_F(GeometryTest, DialogsFitTheScreenThatTheyAreOn) {
         EXPECT_EQ(alert->detailedText(), longest);
         delete alert;
 
-        auto* form = new RemoveFilter(tasks(), FilterType::GENRES, 1, QString("Pop").repeated(50), &owner);
+        auto* form =
+            new RemoveFilter(tasks(), history, FilterType::GENRES, 1, QString("Pop").repeated(50), &owner);
         form->open();
         form->move(screen->availableGeometry().center());
         ASSERT_TRUE(
