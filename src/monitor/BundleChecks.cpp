@@ -92,10 +92,6 @@ bool BundleChecks::isIdle() const {
     return m_queue.size() == 0 && !m_isChecking;
 }
 
-void BundleChecks::searchEnded() {
-    m_changed.notify_all();
-}
-
 bool BundleChecks::isEnding() const {
     return m_stop || Shutdown::hasBegun();
 }
@@ -113,7 +109,7 @@ void BundleChecks::run() {
 
 /// Waits for something to check. False when the checks end.
 bool BundleChecks::takeNext(CheckQueue::Group& group) {
-    // The search, the shut-down and the clock give no notice.
+    // The end of a search, the shut-down and the clock give no notice.
     constexpr std::chrono::milliseconds betweenLooks(100);
     std::unique_lock lock(m_mutex);
     m_isChecking = false;
@@ -230,19 +226,38 @@ bool BundleChecks::findCandidates(const CheckedGroup& group) {
 }
 
 void BundleChecks::match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching) {
+    using Knowledge = BundleMatching::Knowledge;
     for (auto& checked : *group) {
-        const auto outcome =
-            matching.match(checked.bundle, checked.candidates, checked.request.priorPaths, areUndecided);
-        if (outcome == BundleMatching::Outcome::Unreadable) {
+        const auto& request = checked.request;
+        const bool isSettled =
+            request.undecidedSince && Clock::now() - *request.undecidedSince >= untilSettled();
+        const auto unsettled = areUndecided ? Knowledge::AllSeen : Knowledge::Partial;
+        const auto outcome = matching.match(
+            checked.bundle, checked.candidates, request.priorPaths,
+            areUndecided && isSettled ? Knowledge::Settled : unsettled);
+        if (outcome == BundleMatching::Outcome::Unreadable)
             checkOnceMore(checked);
-        } else if (outcome == BundleMatching::Outcome::Undecided) {
-            checked.request.hasRecordAtPath = !checked.candidates.byPath.isEmpty();
-            const std::lock_guard lock(m_mutex);
-            m_queue.addUndecided(checked.request);
-        } else {
-            m_checkedOnceMore.remove(checked.request.path);
-        }
+        else if (outcome == BundleMatching::Outcome::Undecided)
+            leaveUndecided(request, areUndecided, !checked.candidates.byPath.isEmpty());
+        else
+            m_checkedOnceMore.remove(request.path);
     }
+}
+
+void BundleChecks::leaveUndecided(CheckRequest request, bool isAllSeen, bool hasRecordAtPath) {
+    const auto now = Clock::now();
+    if (!request.undecidedSince)
+        request.undecidedSince = now;
+    request.hasRecordAtPath = hasRecordAtPath;
+    const auto notBefore = isAllSeen ? *request.undecidedSince + untilSettled() : now;
+    const std::lock_guard lock(m_mutex);
+    m_queue.addUndecided(std::move(request), notBefore);
+}
+
+/// After that time all events of what happened before have come.
+BundleChecks::Clock::duration BundleChecks::untilSettled() const {
+    constexpr std::chrono::milliseconds slowestDelivery(500);
+    return m_delay + m_delay / 4 + slowestDelivery;
 }
 
 /// False when the program ends meanwhile.

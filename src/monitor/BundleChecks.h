@@ -28,10 +28,11 @@ class TaskManager;
 /// written. On a thread of its own, in groups; each group costs the task worker two tasks, so what the user
 /// does meanwhile waits for one group at most.
 ///
-/// What only a path or a note speaks for is decided when nothing else is left to check and no search goes on,
-/// since by then every bundle that moved is on record at its new place. A bundle that could not be read may
-/// have been in the middle of being copied, and is checked once more. While the database cannot be written,
-/// the group is tried again with growing pauses, and all others wait in memory.
+/// What only a path or a note speaks for is decided when nothing else is left to check, no search goes on,
+/// and the events of that time have come, since by then every bundle that moved is on record at its new
+/// place. A bundle that could not be read may have been in the middle of being copied, and is checked once
+/// more. While the database cannot be written, the group is tried again with growing pauses, and all others
+/// wait in memory.
 class BundleChecks {
 public:
     /// Called on the checks' thread.
@@ -50,8 +51,9 @@ public:
         std::function<void(const ProjectDetails& details)> vanished;
     };
 
-    /// delay passes before a bundle that could not be read is checked once more, and before the first new
-    /// attempt where the database fails. tasks outlives the checks.
+    /// delay is how long events are gathered at most. It also passes before a bundle that could not be read
+    /// is checked once more, and before the first new attempt where the database fails. tasks outlives the
+    /// checks.
     BundleChecks(
         TaskManager& tasks, std::shared_ptr<RecordedBundles> recorded, std::chrono::milliseconds delay,
         Callbacks callbacks);
@@ -75,9 +77,6 @@ public:
     /// Whether nothing waits and nothing is being checked.
     bool isIdle() const;
 
-    /// A search has ended: what was undecided may be decided now.
-    void searchEnded();
-
 private:
     using Clock = CheckQueue::Clock;
 
@@ -98,6 +97,8 @@ private:
     CheckedGroup read(const CheckQueue::Group& group);
     bool findCandidates(const CheckedGroup& group);
     void match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching);
+    void leaveUndecided(CheckRequest request, bool isAllSeen, bool hasRecordAtPath);
+    Clock::duration untilSettled() const;
     bool write(const CheckedGroup& group, const BundleMatching& matching);
     /// Writes the notes, and gives new projects their genres where the user wishes it.
     void follow(const QList<ProjectChanges::Written>& written);

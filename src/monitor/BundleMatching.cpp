@@ -33,7 +33,7 @@ BundleMatching::BundleMatching(Places places, std::function<bool(const QString&)
 
 BundleMatching::Outcome BundleMatching::match(
     const FoundBundle& bundle, const RecordCandidates& candidates, const QStringList& priorPaths,
-    bool areAllKnown) {
+    Knowledge knowledge) {
     const Subject subject{
         bundle, candidates, priorPaths, bundle.details.bundlePath(), bundle.details.sufid.toString()};
     if (const auto record = certainRecord(subject))
@@ -43,11 +43,11 @@ BundleMatching::Outcome BundleMatching::match(
     const auto atItsPath = atPath(subject);
     if (atItsPath.isEmpty() && !bundle.note)
         return insert(subject);
-    if (!areAllKnown)
+    if (knowledge == Knowledge::Partial)
         return Outcome::Undecided;
     // Put back by a sync client or a backup, or replaced by a document program.
     if (!atItsPath.isEmpty())
-        return update(subject, atItsPath.first());
+        return knowledge == Knowledge::Settled ? update(subject, atItsPath.first()) : Outcome::Undecided;
 
     const auto origin = originByNote(subject);
     if (!origin)
@@ -64,7 +64,7 @@ BundleMatching::Outcome BundleMatching::match(
         qDebug() << "Copy of project will be added as a new record.";
         return insert(subject);
     }
-    return update(subject, origin->record);
+    return knowledge == Knowledge::Settled ? update(subject, origin->record) : Outcome::Undecided;
 }
 
 std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subject) const {

@@ -34,14 +34,24 @@ public:
         Unreadable
     };
 
+    /// What has been seen of the other bundles by now.
+    enum class Knowledge {
+        /// Any of them may still turn up at another place.
+        Partial,
+        /// All that is on the disk and all that was told of it has been looked at.
+        AllSeen,
+        /// And so long ago that what moved meanwhile has been told of, too.
+        Settled
+    };
+
     /// isSearched says whether a path lies in a folder that is searched.
     BundleMatching(Places places, std::function<bool(const QString& path)> isSearched);
 
-    /// priorPaths are where the bundle was seen before it moved. Whether all bundles that may have moved are
-    /// on record where they are now, so that what is left can be decided by paths and notes, is areAllKnown.
+    /// priorPaths are where the bundle was seen before it moved. A record goes to a bundle for which only a
+    /// path or a note speaks once its own bundle would have turned up elsewhere.
     Outcome match(
         const FoundBundle& bundle, const RecordCandidates& candidates, const QStringList& priorPaths,
-        bool areAllKnown);
+        Knowledge knowledge);
 
     const ProjectChanges& changes() const { return m_changes; }
 

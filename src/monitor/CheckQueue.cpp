@@ -19,6 +19,8 @@ void CheckQueue::merge(CheckRequest& into, CheckRequest&& request) {
             into.priorPaths.append(prior);
     }
     into.isFromEvent = into.isFromEvent || request.isFromEvent;
+    if (!into.undecidedSince)
+        into.undecidedSince = request.undecidedSince;
     std::move(request.tickets.begin(), request.tickets.end(), std::back_inserter(into.tickets));
 }
 
@@ -29,7 +31,7 @@ bool CheckQueue::add(CheckRequest request, bool isRecorded) {
         return false;
     }
     if (const auto undecided = m_undecided.find(request.path); undecided != m_undecided.end()) {
-        merge(request, std::move(*undecided));
+        merge(request, std::move(undecided->second));
         m_undecided.erase(undecided);
     }
     if (const auto delayed = m_delayed.find(request.path); delayed != m_delayed.end()) {
@@ -45,7 +47,7 @@ bool CheckQueue::add(CheckRequest request, bool isRecorded) {
 void CheckQueue::putBack(const Group& group) {
     for (auto it = group.requests.rbegin(); it != group.requests.rend(); ++it) {
         if (group.areUndecided) {
-            addUndecided(*it);
+            addUndecided(*it, Clock::now());
             continue;
         }
         if (const auto waiting = m_waiting.find(it->path); waiting != m_waiting.end()) {
@@ -57,13 +59,13 @@ void CheckQueue::putBack(const Group& group) {
     }
 }
 
-void CheckQueue::addUndecided(CheckRequest request) {
+void CheckQueue::addUndecided(CheckRequest request, Clock::time_point notBefore) {
     if (const auto waiting = m_waiting.find(request.path); waiting != m_waiting.end()) {
         merge(*waiting, std::move(request));
         return;
     }
     const QString path = request.path;
-    m_undecided.insert(path, std::move(request));
+    m_undecided[path] = {notBefore, std::move(request)};
 }
 
 void CheckQueue::addDelayed(CheckRequest request, Clock::time_point due) {
@@ -106,14 +108,15 @@ CheckQueue::Group CheckQueue::take(bool mayDecideAll) {
     if (!group.requests.isEmpty() || !mayDecideAll)
         return group;
     group.areUndecided = true;
+    const auto now = Clock::now();
     for (const bool hasRecordAtPath : {true, false}) {
         for (auto it = m_undecided.begin();
              it != m_undecided.end() && group.requests.size() < largestGroup;) {
-            if (it->hasRecordAtPath != hasRecordAtPath) {
+            if (it->second.hasRecordAtPath != hasRecordAtPath || it->first > now) {
                 ++it;
                 continue;
             }
-            group.requests.append(std::move(*it));
+            group.requests.append(std::move(it->second));
             it = m_undecided.erase(it);
         }
     }
@@ -126,7 +129,8 @@ void CheckQueue::abandonAll() {
             ticket->abandon();
     };
     std::for_each(m_waiting.begin(), m_waiting.end(), abandon);
-    std::for_each(m_undecided.begin(), m_undecided.end(), abandon);
+    for (const auto& [notBefore, request] : std::as_const(m_undecided))
+        abandon(request);
     for (const auto& [path, delayed] : m_delayed)
         abandon(delayed.second);
 }

@@ -27,6 +27,7 @@ struct CheckRequest {
     std::vector<std::shared_ptr<ReplayProgress::Ticket>> tickets;
     /// What it waited for when it was undecided: its path has another record, which goes first.
     bool hasRecordAtPath = false;
+    std::optional<std::chrono::steady_clock::time_point> undecidedSince = {};
 };
 
 /// The bundles that wait for their check, each path once. What is on record already goes before what is new,
@@ -44,8 +45,8 @@ public:
     bool add(CheckRequest request, bool isRecorded);
     /// Ahead of all others.
     void putBack(const Group& group);
-    /// To be checked again when nothing else is left.
-    void addUndecided(CheckRequest request);
+    /// To be checked again when nothing else is left, and not before that time.
+    void addUndecided(CheckRequest request, Clock::time_point notBefore);
     /// To be added when its time has come, unless the same path is asked for before.
     void addDelayed(CheckRequest request, Clock::time_point due);
 
@@ -71,7 +72,7 @@ private:
     QHash<QString, CheckRequest> m_waiting;
     std::deque<QString> m_recorded;
     std::deque<QString> m_new;
-    QHash<QString, CheckRequest> m_undecided;
+    QHash<QString, std::pair<Clock::time_point, CheckRequest>> m_undecided;
     std::map<QString, std::pair<Clock::time_point, CheckRequest>> m_delayed;
 };
 

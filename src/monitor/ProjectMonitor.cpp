@@ -159,6 +159,23 @@ void ProjectMonitor::streamStarted(const std::shared_ptr<FileEventStream>& strea
     m_running = true;
     qInfo() << "Project monitoring event stream started!";
     emit wasStarted();
+    lookForStrays();
+}
+
+/// A folder above a stray that was renamed while no stream was running sends no event any more.
+void ProjectMonitor::lookForStrays() {
+    const auto watched = folders();
+    if (watched.ancestors().isEmpty())
+        return;
+    const QPointer<ProjectMonitor> self(this);
+    QThreadPool::globalInstance()->start([self, watched, recorded = m_recorded] {
+        if (StrayBundles::find(recorded->all(), watched).moved.isEmpty())
+            return;
+        Shutdown::post([self] {
+            if (self)
+                self->updateWatchedDirs(true);
+        });
+    });
 }
 
 void ProjectMonitor::stopMonitoring() {

@@ -113,6 +113,7 @@ signals:
 private:
     void initializeFilesystemEventStream();
     void streamStarted(const std::shared_ptr<FileEventStream>& stream, bool started);
+    void lookForStrays();
     void stopFilesystemEventStream();
     void startLater();
     void takeEvents(const QList<FileEvent>& events);

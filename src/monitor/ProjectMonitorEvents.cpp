@@ -152,7 +152,7 @@ void ProjectMonitor::check(
     if (!isBundlePath(bundlePath) ||
         QStringView(bundlePath).mid(bundlePath.lastIndexOf(u'/') + 1).startsWith(tr("Untitled")))
         return;
-    CheckRequest request{bundlePath, priorPaths, fromEvent, {}, false};
+    CheckRequest request{bundlePath, priorPaths, fromEvent, {}};
     if (ticket)
         request.tickets.push_back(ticket);
     if (!m_checks.add(std::move(request)))

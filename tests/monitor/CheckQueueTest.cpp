@@ -7,7 +7,7 @@ using namespace Stemhaven;
 namespace {
 
 CheckRequest request(const QString& path, const QStringList& priorPaths = {}) {
-    return {path, priorPaths, false, {}, false};
+    return {path, priorPaths, false, {}};
 }
 
 QStringList paths(const CheckQueue::Group& group) {
@@ -39,18 +39,21 @@ TEST(CheckQueue, KeepsTheUndecidedToTheEndAndThoseWithARecordAtTheirPathBeforeTh
     auto noted = request("noted");
     auto putBack = request("put back");
     putBack.hasRecordAtPath = true;
-    queue.addUndecided(noted);
-    queue.addUndecided(putBack);
-    queue.addUndecided(request("saved since", {"old"}));
+    const auto now = CheckQueue::Clock::now();
+    queue.addUndecided(noted, now);
+    queue.addUndecided(putBack, now);
+    queue.addUndecided(request("saved since", {"old"}), now);
+    queue.addUndecided(request("not settled"), now + std::chrono::hours(1));
     queue.add(request("saved since"), true);
     const auto first = queue.take(true);
     EXPECT_EQ(paths(first), QStringList("saved since"));
     EXPECT_EQ(first.requests.first().priorPaths, QStringList("old"));
     EXPECT_TRUE(queue.take(false).requests.isEmpty());
-    EXPECT_EQ(queue.size(), 2);
+    EXPECT_EQ(queue.size(), 3);
     const auto last = queue.take(true);
     EXPECT_TRUE(last.areUndecided);
     EXPECT_EQ(paths(last), QStringList({"put back", "noted"}));
+    EXPECT_TRUE(queue.take(true).requests.isEmpty());
 }
 
 TEST(CheckQueue, ADelayedOneIsTakenUpWhenItIsDue) {

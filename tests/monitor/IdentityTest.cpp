@@ -298,17 +298,21 @@ TEST_F(Identity, HiddenBundlesAreNone) {
 }
 
 TEST_F(Identity, ABundleAtRestIsNotWrittenAgain) {
-    make("Song.logicx", 1);
-    start();
+    const auto waitForNextSecond = [] {
+        const auto begin = QDateTime::currentSecsSinceEpoch();
+        return waitUntil([&] { return QDateTime::currentSecsSinceEpoch() > begin + 1; });
+    };
     const auto written = [&] {
         return m_database.rows("SELECT * FROM projects");
     };
+    make("Song.logicx", 1);
+    ASSERT_TRUE(waitForNextSecond());
+    LogCapture messages;
+    start();
     const auto before = written();
     // So that a second writing shows.
-    const auto begin = QDateTime::currentSecsSinceEpoch();
-    ASSERT_TRUE(waitUntil([&] { return QDateTime::currentSecsSinceEpoch() > begin + 1; }));
+    ASSERT_TRUE(waitForNextSecond());
     settle();
-    LogCapture messages;
     restart([] {});
     EXPECT_EQ(written(), before);
     EXPECT_EQ(messages.count("UPDATE projects"), 0);

@@ -80,9 +80,9 @@ TEST_F(ProjectMonitorTest, LogsBundlesThatAreGoneWhenTheirCheckComesToThemOnce) 
         makeBundle(QString("set/%1.logicx").arg(i));
     search();
     LogCapture messages;
+    ASSERT_TRUE(QDir().rename(at("set"), at("else")));
     for (int i = 0; i < 10; ++i)
         m_monitor->directoryChanged(at(QString("set/%1.logicx").arg(i)), true);
-    ASSERT_TRUE(QDir().rename(at("set"), at("else")));
     settle();
     EXPECT_EQ(messages.count("Could not find project on drive. Project will not be added: "), 10);
     EXPECT_EQ(messages.count("W: ") + messages.count("C: "), 1);

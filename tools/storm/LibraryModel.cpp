@@ -23,7 +23,7 @@ bool Bundle::isUntitled() const {
 }
 
 LibraryModel::LibraryModel(const Path& base)
-    : m_roots{base / "Music", base / "Music2", base / "Drive"},
+    : m_roots{base / "Music", base / "Music2", base / "Drive (12'' disks)"},
       m_unplugged(base / "Unplugged"),
       m_formerRoot(base / "Former"),
       m_outside(base / "Elsewhere"),

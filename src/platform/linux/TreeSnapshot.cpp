@@ -1,5 +1,7 @@
 #include "platform/linux/TreeSnapshot.h"
 
+#include <utility>
+
 namespace Stemhaven {
 
 std::optional<TreeSnapshot> TreeSnapshot::take(const Subject& subject, const IsStopped& isStopped) {
@@ -10,9 +12,19 @@ std::optional<TreeSnapshot> TreeSnapshot::take(const Subject& subject, const IsS
     walk.enter = [&](const std::string& folder) {
         return !subject.passedOver.contains(folder);
     };
+    std::map<std::uint64_t, std::string> pathOf;
     walk.onBundle = [&](const std::string& bundle) {
-        if (!subject.passedOver.contains(bundle))
-            snapshot.bundles[bundle] = {FolderIdentity::of(bundle).inode, BundleStamp::of(bundle)};
+        if (subject.passedOver.contains(bundle))
+            return;
+        const auto fileID = FolderIdentity::of(bundle).inode;
+        // Moved on since its folder was listed.
+        if (fileID == 0)
+            return;
+        // One that moved during the look is found at both places.
+        const auto earlier = std::exchange(pathOf[fileID], bundle);
+        if (!earlier.empty() && FolderIdentity::of(earlier).inode != fileID)
+            snapshot.bundles.erase(earlier);
+        snapshot.bundles[bundle] = {fileID, BundleStamp::of(bundle)};
     };
     walk.onUnreadable = [&](const std::string& folder, int) {
         isReadable = isReadable && folder != subject.top;
