@@ -74,8 +74,8 @@ TEST(Outage, IsOverWithTheFirstTaskThatWritesWhicheverItIs) {
     };
     const auto edit = [&](const QString& statement) {
         database.tasks->addTask(std::make_shared<EditTask>(
-            "SELECT * FROM songs", [statement](const auto&) { return QStringList(statement); },
-            database.tasks->mainDatabase()));
+            [] { return QString("SELECT * FROM songs"); },
+            [statement](const auto&) { return QStringList(statement); }, database.tasks->mainDatabase()));
     };
     int outages = 0;
     for (const std::function<void(const QString&)>& run : {std::function(query), {statements}, {edit}}) {

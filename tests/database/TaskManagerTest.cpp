@@ -21,6 +21,13 @@ using TaskPointer = std::shared_ptr<Task>;
 
 namespace {
 
+/// What an edit reads before it is made.
+EditTask::StateStatement reading(const QString& statement) {
+    return [statement] {
+        return statement;
+    };
+}
+
 std::shared_ptr<SimpleTask> noting(QStringList& log, const QString& text) {
     return std::make_shared<SimpleTask>([&log, text] { log.append(text); });
 }
@@ -212,7 +219,7 @@ TEST(TaskManager, WritesTheEditsThatAreQueuedBeforeAStopAndNothingElse) {
     std::binary_semaphore gate(0);
     const auto edit = [&](const QString& text) {
         auto task = std::make_shared<EditTask>(
-            QString(), [text](const auto&) { return QStringList("INSERT INTO t VALUES('" + text + "')"); },
+            reading({}), [text](const auto&) { return QStringList("INSERT INTO t VALUES('" + text + "')"); },
             tasks.mainDatabase());
         task->setSuccessCallback([&log, text](const TaskPointer&) { log.append(text); });
         tasks.addTask(task);
@@ -260,7 +267,7 @@ TEST(TaskManager, IsStoppedAndRestartedFromManyThreadsWithoutLosingATask) {
                     tasks.restart();
                 tasks.addTask(std::make_shared<SimpleTask>([&] { ++ran; }));
                 auto edit = std::make_shared<EditTask>(
-                    QString(), [](const auto&) { return QStringList("INSERT INTO t VALUES(1)"); },
+                    reading({}), [](const auto&) { return QStringList("INSERT INTO t VALUES(1)"); },
                     tasks.mainDatabase());
                 edit->setSuccessCallback([](const TaskPointer&) {});
                 tasks.addTask(edit);
@@ -318,9 +325,9 @@ TEST(TaskManager, OutlivesWhateverATaskThrowsAndLogsWhatNobodyIsToldOf) {
         {std::make_shared<SimpleTask>(exception), "own"},
         {std::make_shared<SimpleTask>(standard), "standard"},
         {std::make_shared<SimpleTask>(number), "Unknown exception caught"},
-        {std::make_shared<EditTask>(QString(), plan(standard), connection), "standard"},
-        {std::make_shared<EditTask>(QString(), plan(number), connection), "Unknown exception caught"},
-        {std::make_shared<EditTask>("SELECT x", plan([] {}), connection), "no such column"},
+        {std::make_shared<EditTask>(reading({}), plan(standard), connection), "standard"},
+        {std::make_shared<EditTask>(reading({}), plan(number), connection), "Unknown exception caught"},
+        {std::make_shared<EditTask>(reading("SELECT x"), plan([] {}), connection), "no such column"},
         {std::make_shared<QueryTask>("SELECT x", connection), "no such column"},
         {std::make_shared<MultistatementTask>(QList<QString>{"SELECT x"}, connection), "no such column"},
         {std::make_shared<SqlQueryModelTask>("SELECT x", mutex, slot, connection), "no such column"},
