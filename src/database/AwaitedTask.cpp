@@ -36,20 +36,22 @@ bool AwaitedTask::run(TaskManager& tasks, Work work, const std::function<bool()>
 }
 
 unsigned short AwaitedTask::exec() {
+    std::exception_ptr failure;
     try {
         m_work(database());
         outage().succeeded();
-        m_outcome.set_value(nullptr);
-    } catch (const DbException& failure) {
-        const auto error = outage().logged("Exception caught in AwaitedTask::exec()!", failure);
-        m_outcome.set_value(std::make_exception_ptr(error));
+    } catch (const DbException& error) {
+        failure = std::make_exception_ptr(outage().logged("Exception caught in AwaitedTask::exec()!", error));
     } catch (const std::exception& error) {
         qCritical() << "Exception caught in AwaitedTask::exec()!" << error.what();
-        m_outcome.set_value(std::current_exception());
+        failure = std::current_exception();
     } catch (...) {
         qCritical() << "Unknown exception caught in AwaitedTask::exec()!";
-        m_outcome.set_value(std::current_exception());
+        failure = std::current_exception();
     }
+    // Before the waiting thread goes on, which may end what the work refers to.
+    m_work = {};
+    m_outcome.set_value(failure);
     return 0;
 }
 

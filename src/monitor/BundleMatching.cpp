@@ -82,6 +82,12 @@ std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subjec
         return record;
     if (const auto record = firstThat([&](const auto& it) { return note && note->first == it.id; }))
         return record;
+    if (note && subject.candidates.byNotedId) {
+        const auto noted = current(*subject.candidates.byNotedId);
+        if (noted.sufid.toStdString() == note->second &&
+            Places::isRenumbered(noted, subject.bundle.details.sufid))
+            return noted;
+    }
     const bool isIdentityNoted =
         note && !subject.candidates.byNotedId && note->second == subject.sufid.toStdString();
     return firstThat([&](const auto& it) {
@@ -92,14 +98,21 @@ std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subjec
 
 /// The record of a path from which the bundle was seen to move, unless that record is another bundle's.
 std::optional<ProjectRecord> BundleMatching::movedRecord(const Subject& subject) const {
-    const bool isUnknown = withIdentity(subject).isEmpty();
+    const auto records = withIdentity(subject);
     for (const auto& prior : subject.candidates.byPriorPath) {
         const auto record = current(prior);
         const bool isStillThere = subject.priorPaths.contains(record.path());
-        if (isStillThere && (record.sufid == subject.sufid || (record.sufid.isEmpty() && isUnknown)))
+        if (isStillThere && (record.sufid == subject.sufid || (record.sufid.isEmpty() && records.isEmpty())))
             return record;
     }
-    return std::nullopt;
+    // Another bundle came to its path before this one was looked at.
+    const auto gaveUpPlace = std::find_if(records.begin(), records.end(), [&](const ProjectRecord& record) {
+        return record.filepath.isEmpty() &&
+            std::any_of(subject.priorPaths.begin(), subject.priorPaths.end(), [&](const QString& prior) {
+                   return prior.endsWith(QLatin1Char('/') + record.filename);
+               });
+    });
+    return gaveUpPlace == records.end() ? std::nullopt : std::optional(*gaveUpPlace);
 }
 
 /// The record that the bundle's note speaks for, and whether its bundle cannot be looked for now.

@@ -30,6 +30,9 @@ SystemUniqueFileID folderAbove(const QString& path) {
 Places::Places(QStringList roots) : m_roots(std::move(roots)) {}
 
 std::optional<SystemUniqueFileID> Places::bundleAt(const QString& path) {
+    // A record that gave up its place has a name only, which is no path.
+    if (!path.startsWith(u'/'))
+        return SystemUniqueFileID();
     return RemoteCalls::run(path, [path] { return ProjectDetails(path).sufid; });
 }
 
@@ -53,13 +56,19 @@ bool Places::isMissing(
     if (isRootMissing)
         return true;
     const auto recorded = SystemUniqueFileID::fromString(record.sufid);
-    const auto folder = folderAbove(record.path());
-    if (!recorded.valid || folder.device == recorded.device)
+    return recorded.valid && folderAbove(record.path()).device != recorded.device &&
+        !isRenumbered(record, found);
+}
+
+bool Places::isRenumbered(const ProjectRecord& record, const SystemUniqueFileID& found) {
+    const auto recorded = SystemUniqueFileID::fromString(record.sufid);
+    if (!recorded.valid || record.filepath.isEmpty() || recorded.inode != found.inode ||
+        recorded.device == found.device)
         return false;
-    // Some systems number their devices anew with each start. Then the bundle has kept its inode, and lies
-    // where the volume of its old place is now.
-    const bool isRenumbered = found.inode == recorded.inode && found.device == folder.device;
-    return !isRenumbered;
+    return RemoteCalls::run(
+               record.filepath,
+               [path = record.path(), found] { return folderAbove(path).device == found.device; })
+        .value_or(false);
 }
 
 } // namespace Stemhaven

@@ -24,6 +24,11 @@ public:
     /// or the volume that it lay on is missing. found is the identity of the bundle that may be it.
     bool isAway(const ProjectRecord& record, const SystemUniqueFileID& found) const;
 
+    /// Whether found is the record's identity under another number of the device: some systems number their
+    /// devices anew with each start. The bundle has kept its inode then, and lies where the volume of its
+    /// recorded place is now.
+    static bool isRenumbered(const ProjectRecord& record, const SystemUniqueFileID& found);
+
 private:
     static bool
     isMissing(const ProjectRecord& record, const SystemUniqueFileID& found, const QStringList& rootsAbove);

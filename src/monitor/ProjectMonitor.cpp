@@ -304,10 +304,11 @@ void ProjectMonitor::takeFolders(
     if (m_recorded->setMissing(strays.missing, isStray))
         emit missingBundlesChanged();
     if (!strays.moved.isEmpty()) {
+        const auto before = m_recorded->revision();
         for (const auto& moved : strays.moved)
             check(moved.to, {moved.from}, true, nullptr);
         // The folders above them are watched once they are on record there.
-        m_checks.whenIdle([this, before = m_recorded->revision()] {
+        m_checks.whenIdle([this, before] {
             if (m_recorded->revision() == before)
                 return;
             QMetaObject::invokeMethod(

@@ -68,7 +68,13 @@ ProjectSearch::ProjectSearch(std::shared_ptr<const RecordedBundles> recorded, Ca
 
 void ProjectSearch::stop() {
     m_stop = true;
-    m_future.waitForFinished();
+    QList<QFuture<void>> futures;
+    {
+        const std::lock_guard lock(m_mutex);
+        futures = m_futures;
+    }
+    for (auto& future : futures)
+        future.waitForFinished();
 }
 
 bool ProjectSearch::request(bool restartWhenDone) {
@@ -84,9 +90,10 @@ bool ProjectSearch::request(bool restartWhenDone) {
     m_inProgress = true;
     ++m_unsettledWalks;
     m_again = false;
-    m_future = QtConcurrent::run(QThreadPool::globalInstance(), [this] {
+    m_futures.removeIf([](const QFuture<void>& future) { return future.isFinished(); });
+    m_futures.append(QtConcurrent::run(QThreadPool::globalInstance(), [this] {
         loggingFailures(QStringLiteral("Search for projects failed."), [this] { run(); });
-    });
+    }));
     return true;
 }
 

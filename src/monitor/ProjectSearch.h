@@ -3,6 +3,7 @@
 #include "monitor/RecordedBundles.h"
 
 #include <QFuture>
+#include <QList>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -74,7 +75,7 @@ private:
     std::atomic<bool> m_again = false;
     std::atomic<bool> m_stop = false;
     std::set<QString> m_unreadable; // the walk's thread
-    QFuture<void> m_future;
+    QList<QFuture<void>> m_futures; // an ended walk may still be telling so when the next one begins
 };
 
 } // namespace Stemhaven

@@ -72,12 +72,12 @@ void WatchedFolders::setAncestors(QSet<QString> ancestors) {
 
 void WatchedFolders::moveAncestors(const QString& from, const QString& to) {
     const auto oldPrefix = withTrailingSlash(from);
-    QSet<QString> ancestors;
-    for (const auto& ancestor : std::as_const(m_ancestors)) {
-        const bool isMoved = ancestor.startsWith(oldPrefix);
-        ancestors.insert(isMoved ? withTrailingSlash(to) + ancestor.mid(oldPrefix.size()) : ancestor);
+    // The old paths stay: in an exchange another one comes to them. One too many does no harm.
+    const auto ancestors = m_ancestors;
+    for (const auto& ancestor : ancestors) {
+        if (ancestor.startsWith(oldPrefix))
+            m_ancestors.insert(withTrailingSlash(to) + ancestor.mid(oldPrefix.size()));
     }
-    m_ancestors = std::move(ancestors);
 }
 
 QStringList WatchedFolders::all() const {

@@ -28,7 +28,8 @@ public:
     QSet<QString> ancestorsOf(const QStringList& strayBundles) const;
 
     void setAncestors(QSet<QString> ancestors);
-    /// A folder was moved, with those among the ancestors that it is or holds. No path ends in "/".
+    /// A folder was moved, with those among the ancestors that it is or holds: they are ancestors at their
+    /// new paths as well. No path ends in "/".
     void moveAncestors(const QString& from, const QString& to);
 
     const QSet<QString>& ancestors() const { return m_ancestors; }

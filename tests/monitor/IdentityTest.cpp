@@ -1,6 +1,7 @@
 // Which record a bundle has after it was moved, exchanged, copied, deleted and put back.
 
 #include "monitor/MonitorFixture.h"
+#include "plist/PropertyList.h"
 #include "project/NoteFile.h"
 
 #include <filesystem>
@@ -285,6 +286,70 @@ TEST_F(Identity, AStrayIsFollowedThroughEachRenamingOfAFolderAboveIt) {
     }
     restart([&] { rename(path("../three"), path("../four")); });
     EXPECT_TRUE(becomes({"../four/deeper/Stray.logicx|3", "In.logicx|0"}));
+}
+
+TEST_F(Identity, IsKeptThroughANewNumberOfTheDevice) {
+    make("v1/Song.logicx", 1);
+    make("v2/Song.logicx", 2);
+    start();
+    rate("v1/Song.logicx", 1);
+    rate("v2/Song.logicx", 2);
+    restart([&] {
+        // Two apart, so that it is no device of this machine.
+        m_database.rows("UPDATE projects SET SUFID='99' || substr(SUFID, instr(SUFID, '-'))");
+        for (const auto* name : {"v1/Song.logicx", "v2/Song.logicx"}) {
+            const auto details = ProjectDetails(at(name));
+            auto noted = details;
+            noted.sufid.device = 99;
+            std::vector<char> bytes;
+            const auto id = m_database
+                                .rows(QString("SELECT project_id FROM projects WHERE filepath LIKE '%/%1/'")
+                                          .arg(QString(name).left(2)))
+                                .value(0)
+                                .toLongLong();
+            Plist::writePlistBinary(
+                bytes,
+                Plist::Dictionary{
+                    {"project_id", std::int64_t{id}}, {"SUFID", noted.sufid.toString().toStdString()}});
+            std::ofstream(path(name) / "Resources/Stemhaven.plist", std::ios::binary)
+                .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        }
+        rename(path("v1"), path("v0"));
+        rename(path("v2"), path("v1"));
+    });
+    EXPECT_TRUE(becomes({"v0/Song.logicx|1", "v1/Song.logicx|2"}));
+}
+
+TEST_F(Identity, BundlesWithoutANoteThatExchangeTheirNames) {
+    start();
+    for (const auto* name : {"A.logicx", "B.logicx"}) {
+        // Their note cannot be written.
+        fs::create_directories(path(name) / "Resources/Stemhaven.plist/x");
+        make(name, QString(name) == "A.logicx" ? 1 : 2);
+    }
+    settle();
+    rename(path("A.logicx"), path("t.logicx"));
+    rename(path("B.logicx"), path("A.logicx"));
+    rename(path("t.logicx"), path("B.logicx"));
+    EXPECT_TRUE(becomes({"A.logicx|2", "B.logicx|1"}));
+}
+
+TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
+    make("In.logicx", 1);
+    start();
+    const auto stray = path("../one/Fav.logicx");
+    TestBundle().write(stray.string());
+    m_monitor->directoryChanged(QString::fromStdString(stray.string()), true);
+    ASSERT_TRUE(becomes({"../one/Fav.logicx|0", "In.logicx|0"}));
+    rate("../one/Fav.logicx", 5);
+    restart([&] {
+        fs::remove_all(stray);
+        TestBundle().write(path("../one/Other.logicx").string());
+        const auto number =
+            ProjectDetails(QString::fromStdString(path("../one/Other.logicx").string())).sufid;
+        m_database.rows("UPDATE projects SET SUFID='" + number.toString() + "' WHERE name='Fav'");
+    });
+    EXPECT_EQ(state(), QStringList({"../one/Fav.logicx|5", "In.logicx|0"}));
 }
 
 TEST_F(Identity, HiddenBundlesAreNone) {
