@@ -121,6 +121,17 @@ void bringForward(QWidget& window, const QByteArray& activationToken) {
     window.activateWindow();
 }
 
+/// Starts the monitor, and ends its threads with its scope.
+class MonitorGuard {
+public:
+    MonitorGuard() { Stemhaven::ProjectMonitor::instance(); }
+
+    ~MonitorGuard() { Stemhaven::ProjectMonitor::instance().shutDown(); }
+
+    MonitorGuard(const MonitorGuard&) = delete;
+    MonitorGuard& operator=(const MonitorGuard&) = delete;
+};
+
 /// Ends all work on the databases with its scope.
 class DatabaseGuard {
 public:
@@ -182,7 +193,7 @@ int run(int argc, char** argv) {
         QCoreApplication::quit();
     });
 
-    Stemhaven::ProjectMonitor::instance();
+    const MonitorGuard monitor;
 
     MainWindow window;
     QObject::connect(

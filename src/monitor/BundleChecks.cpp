@@ -51,13 +51,18 @@ BundleChecks::BundleChecks(
       m_databaseDelay(delay),
       m_thread([this] { run(); }) {}
 
-BundleChecks::~BundleChecks() {
+void BundleChecks::stop() {
     {
         const std::lock_guard lock(m_mutex);
         m_stop = true;
     }
     m_changed.notify_all();
-    m_thread.join();
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+BundleChecks::~BundleChecks() {
+    stop();
     m_queue.abandonAll();
 }
 

@@ -57,10 +57,13 @@ public:
     BundleChecks(
         TaskManager& tasks, std::shared_ptr<RecordedBundles> recorded, std::chrono::milliseconds delay,
         Callbacks callbacks);
-    /// Finishes the bundle at hand, and leaves the others to the next start.
     ~BundleChecks();
     BundleChecks(const BundleChecks&) = delete;
     BundleChecks& operator=(const BundleChecks&) = delete;
+
+    /// Ends the group at hand, waits for that, and leaves the others to the next start. Not on the checks'
+    /// thread.
+    void stop();
 
     // From any thread:
 

@@ -95,11 +95,16 @@ void ProjectMonitor::loadAtStart(std::chrono::milliseconds pause) {
 ProjectMonitor::~ProjectMonitor() {
     loggingFailures(QStringLiteral("Project Monitor destructor failed"), [this] {
         rememberUnsettledSearch();
-        stopFilesystemEventStream();
-        m_search.stop();
+        shutDown();
         qDebug() << "ProjectMonitor: Shutting down...";
         ReplayPosition::settle(m_moves.oldestEventID());
     });
+}
+
+void ProjectMonitor::shutDown() {
+    stopFilesystemEventStream();
+    m_search.stop();
+    m_checks.stop();
 }
 
 void ProjectMonitor::rememberUnsettledSearch() const {

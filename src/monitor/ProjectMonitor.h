@@ -50,6 +50,10 @@ public:
     explicit ProjectMonitor(TaskManager& tasks, std::chrono::milliseconds latency = std::chrono::seconds(3));
     ~ProjectMonitor() override;
 
+    /// Ends all threads of the monitor and waits for them, for good. In main, since they use what does not
+    /// outlive it.
+    void shutDown();
+
     void start();
     void stopMonitoring();
     void restartMonitoring();

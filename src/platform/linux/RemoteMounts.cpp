@@ -54,8 +54,9 @@ private:
 } // namespace
 
 QString RemoteCalls::mountOf(const QString& path) {
-    static std::mutex mutex;
-    static CurrentMounts mounts;
+    // Never destroyed: threads that end late may still ask.
+    static auto& mutex = *new std::mutex;
+    static auto& mounts = *new CurrentMounts;
     const std::lock_guard lock(mutex);
     return mounts.remoteMountOf(path);
 }
