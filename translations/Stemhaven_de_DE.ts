@@ -621,6 +621,18 @@
         <source>&amp;Descending</source>
         <translation>A&amp;bsteigend</translation>
     </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>&amp;Anzeigen</translation>
+    </message>
+    <message>
+        <source>Move &amp;Left</source>
+        <translation>Nach &amp;links</translation>
+    </message>
+    <message>
+        <source>Move &amp;Right</source>
+        <translation>Nach &amp;rechts</translation>
+    </message>
 </context>
 <context>
     <name>HeaderSorting</name>
@@ -1482,6 +1494,13 @@
     <message>
         <source>Filename</source>
         <translation>Dateiname</translation>
+    </message>
+</context>
+<context>
+    <name>TableColumns</name>
+    <message>
+        <source>Could not save column settings</source>
+        <translation>Die Spalten konnten nicht gespeichert werden</translation>
     </message>
 </context>
 <context>
