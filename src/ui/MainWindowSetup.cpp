@@ -18,6 +18,7 @@
 #include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/table/KeyEventTableView.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/widgets/Splitter.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
@@ -25,7 +26,6 @@
 #include <QCoreApplication>
 #include <QMenu>
 #include <QShortcut>
-#include <QSplitter>
 
 #include <chrono>
 
@@ -54,8 +54,8 @@ void MainWindow::layOut() {
     m_projects->setTopButtons(m_sidebarToggle, m_detailsToggle);
 
     // Put together in the order in which the Tab key goes through them.
-    auto* sidebarSplitter = new QSplitter(Qt::Horizontal);
-    auto* detailsSplitter = new QSplitter(Qt::Horizontal);
+    auto* sidebarSplitter = new Splitter;
+    auto* detailsSplitter = new Splitter;
     sidebarSplitter->setObjectName(QStringLiteral("sidebarSplitter"));
     detailsSplitter->setObjectName(QStringLiteral("projectInfoSplitter"));
     detailsSplitter->addWidget(m_projects.get());
