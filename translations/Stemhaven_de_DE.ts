@@ -1106,6 +1106,14 @@
         <source>The command xdg-open is missing, which opens files with the programs of your desktop. Install the package xdg-utils, then try again.</source>
         <translation>Der Befehl xdg-open fehlt, der Dateien mit den Programmen des Desktops öffnet. Installiere das Paket xdg-utils und versuche es dann noch einmal.</translation>
     </message>
+    <message>
+        <source>No program is set up to open Logic Pro projects. Install one, choose it for files of this kind in your file manager under &quot;Open With&quot;, then try again.</source>
+        <translation>Für Projekte von Logic Pro ist kein Programm eingerichtet. Installiere eines, wähle es im Dateimanager unter „Öffnen mit“ für Dateien dieser Art, und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>No file manager is set up to show folders. Install one, such as the package nautilus or dolphin, then try again.</source>
+        <translation>Es ist kein Dateimanager eingerichtet, der Ordner zeigt. Installiere einen, etwa mit dem Paket nautilus oder dolphin, und versuche es dann noch einmal.</translation>
+    </message>
 </context>
 <context>
     <name>SelectionEditor</name>
