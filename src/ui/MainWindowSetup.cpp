@@ -175,7 +175,9 @@ void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
     connect(m_editor, &SelectionEditor::cancelled, m_details, &DetailsPane::reload);
     m_projects->setEditor(*m_details);
+    connect(m_editor, &SelectionEditor::editing, m_projects.get(), &ProjectsPane::noteEdit);
     connect(m_history, &EditHistory::wentBackOrForth, m_projects.get(), &ProjectsPane::selectAfterReload);
+    connect(m_history, &EditHistory::entryCameBack, m_sidebar, &FilterSidebar::activateAfterReload);
     connect(m_history, &EditHistory::written, this, &MainWindow::editsWritten);
     connect(m_history, &EditHistory::refused, this, &MainWindow::editRefused);
     connect(m_history, &EditHistory::changed, this, &MainWindow::historyChanged);

@@ -201,6 +201,10 @@ void ProjectsPane::setEditor(const QWidget& editor) {
     m_selection->setEditor(editor);
 }
 
+void ProjectsPane::noteEdit(bool byMenu) {
+    m_selection->noteEdit(byMenu);
+}
+
 void ProjectsPane::clearSelection() {
     m_selection->clear();
 }

@@ -68,6 +68,8 @@ public:
     /// Where the selected projects are edited; outlives the pane. While the keyboard is there, projects whose
     /// rows an edit takes away stay selected, for the next key must not edit another project.
     void setEditor(const QWidget& editor);
+    /// The selected projects are being changed. After a menu's change there is no such key.
+    void noteEdit(bool byMenu);
     void clearSelection();
     /// Returns whether there is one.
     bool selectFirst();
