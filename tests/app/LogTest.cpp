@@ -70,18 +70,6 @@ TEST_F(LogTest, WritesWhatPassesTheLevelAsANumber) {
     }
 }
 
-TEST_F(LogTest, IsCutToItsTailOnlyAboveTheLimit) {
-    QByteArray full(Log::maxLogFileSize(), 'x');
-    full.replace(full.size() - 1024, 2, "AB");
-    setContents(full);
-    write(QtDebugMsg, "filtered");
-    EXPECT_TRUE(contents() == full);
-
-    setContents(full + 'y');
-    write(QtDebugMsg, "filtered");
-    EXPECT_EQ(contents(), "B" + QByteArray(1022, 'x') + "y");
-}
-
 TEST_F(LogTest, LosesAndTearsNoLineOfManyThreadsWhileItIsCut) {
     constexpr int rounds = 20;
     constexpr int threads = 6;
