@@ -173,38 +173,6 @@ TEST_F(Following, AFolderThatIsDroppedInAndOneThatIsTakenOut) {
     EXPECT_EQ(rows("name").size(), 33);
 }
 
-TEST_F(Following, WhatHappenedWhileItWasStopped) {
-    stop();
-    makeBundle("Song.logicx", TestBundle(180));
-    move("deep", "moved");
-    makeBundle("x/New.logicx");
-    ASSERT_TRUE(m_database.initialise());
-    start();
-    EXPECT_TRUE(shows({"New", "Other", "Song"}));
-    EXPECT_TRUE(waitUntil([&] { return rows("filepath").contains(at("moved/er/")); }));
-    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
-    EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
-}
-
-TEST_F(Following, AFolderThatIsRenamedAboveProjectsOutsideTheRoots) {
-    const auto outside = m_disk.path() + "/outside/";
-    for (const auto* bundle : {"M/deep/A.logicx", "M2/deep/B.logicx"}) {
-        TestBundle().write((outside + bundle).toStdString());
-        m_monitor->directoryChanged(outside + bundle, true);
-    }
-    ASSERT_TRUE(shows({"A", "B", "Other", "Song"}));
-    stop();
-    ASSERT_TRUE(m_database.initialise());
-    start();
-    ASSERT_TRUE(QDir().rename(outside + "M", outside + "N"));
-    const auto folders = [&] {
-        return m_database.rows("SELECT filepath FROM projects WHERE name IN ('A', 'B') ORDER BY name");
-    };
-    EXPECT_TRUE(waitUntil([&] {
-        return folders() == QStringList({outside + "N/deep/", outside + "M2/deep/"});
-    })) << folders().join(' ').toStdString();
-}
-
 TEST_F(Following, ALargeReplayLeavesRoomForTheUserAndMayBeInterrupted) {
     constexpr int many = 1000;
     for (int i = 0; i < many; ++i)
