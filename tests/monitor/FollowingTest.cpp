@@ -155,24 +155,6 @@ TEST_F(Following, BundlesWithoutANoteBelowAFolderThatIsRenamed) {
     EXPECT_EQ(rows("name, star_rating"), QStringList({"A|3", "B|3", "Other|4", "Song|5"}));
 }
 
-TEST_F(Following, AFolderThatIsDroppedInAndOneThatIsTakenOut) {
-    const auto outside = m_disk.path() + "/outside";
-    for (int i = 0; i < 30; ++i)
-        TestBundle().write(QString("%1/set/%2/Drop %3.logicx")
-                               .arg(outside)
-                               .arg(i % 3)
-                               .arg(i, 2, 10, QChar('0'))
-                               .toStdString());
-    ASSERT_TRUE(QDir().rename(outside + "/set", at("set")));
-    EXPECT_TRUE(waitUntil([&] { return rows("name").size() == 32; }));
-    EXPECT_TRUE(rows("filepath").contains(at("set/2/")));
-
-    ASSERT_TRUE(QDir().rename(at("set"), outside + "/back"));
-    makeBundle("Marker.logicx");
-    EXPECT_TRUE(waitUntil([&] { return rows("name").contains("Marker"); }));
-    EXPECT_EQ(rows("name").size(), 33);
-}
-
 TEST_F(Following, ALargeReplayLeavesRoomForTheUserAndMayBeInterrupted) {
     constexpr int many = 1000;
     for (int i = 0; i < many; ++i)
