@@ -93,22 +93,6 @@ TEST_F(LogTest, LosesAndTearsNoLineOfManyThreadsWhileItIsCut) {
     }
 }
 
-TEST_F(LogTest, SendsEachTypeToItsStreamUnlessTheConsoleIsOff) {
-    Log::setLevel(QtDebugMsg);
-    for (const bool on : {true, false}) {
-        Log::outputToConsole(on);
-        EXPECT_EQ(Log::shouldOutputToConsole(), on);
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        for (const auto type : {QtDebugMsg, QtWarningMsg, QtCriticalMsg, QtFatalMsg, QtInfoMsg})
-            write(type, "ü");
-        const QString out = withoutTimes(testing::internal::GetCapturedStdout());
-        const QString err = withoutTimes(testing::internal::GetCapturedStderr());
-        EXPECT_EQ(out, on ? "@(DEBUG): ü\n@(WARNING): ü\n" : "");
-        EXPECT_EQ(err, on ? "@(CRITICAL): ü\n@(FATAL): ü\n@(INFO): ü\n" : "");
-    }
-}
-
 TEST_F(LogDeathTest, HasAFatalMessageBeforeTheProgramAborts) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     Log::setDirectory(QDir::homePath());

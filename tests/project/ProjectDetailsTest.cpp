@@ -70,17 +70,6 @@ TEST(ProjectDetails, carriesTheIdentityOfThePathAsGiven) {
     EXPECT_EQ(ProjectDetails(moved).sufid, details.sufid);
 }
 
-TEST(ProjectDetails, areLoggedAsOneRecord) {
-    ProjectDetails details("/a/S.logicx");
-    details.sufid = identity(-3, 18446744073709551615U);
-    QString logged;
-    QDebug(&logged) << details << "end";
-    EXPECT_EQ(
-        logged,
-        "Project details: \tName:      \"S\" \tFilename:  \"S.logicx\" \tFilepath:  \"/a/\" "
-        "\tSUFID:     -3-18446744073709551615 end ");
-}
-
 TEST(SystemUniqueFileID, comparesDeviceAndInodeEachForItself) {
     EXPECT_TRUE(identity(1, 5) < identity(2, 3));
     EXPECT_TRUE(identity(2, 3) < identity(1, 5));
