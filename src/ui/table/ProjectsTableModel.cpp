@@ -165,6 +165,11 @@ QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {
     if (index.row() < 0 || index.row() >= rows.rowCount() || index.column() < 0 ||
         index.column() >= rows.columnCount())
         return {};
+    // The query's model has nothing for these, which would be read as no stars, or "No".
+    if (role == Qt::AccessibleTextRole)
+        return data(index).toString();
+    if (role == Qt::AccessibleDescriptionRole)
+        return {};
     const auto format =
         static_cast<Stemhaven::Format>(rows.headerData(index.column(), Qt::Horizontal, FormatRole).toUInt());
     return cellValue(rows.data(rows.index(index.row(), index.column()), role), format, index);

@@ -52,7 +52,8 @@ public:
     bool hasChildren(const QModelIndex& parent = {}) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    /// The value as the format of its column wants it, whatever the role.
+    /// The value as the format of its column wants it, whatever the role, but for what a screen reader asks
+    /// for.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
     /// 0 where the names are not shown.
