@@ -58,6 +58,14 @@ QString selectByTraits(const QString& sufid, const QString& filename, qint64 las
         .arg(escape(sufid), escape(filename), decimal(lastModified));
 }
 
+QString selectIdByPath() {
+    return QStringLiteral("SELECT project_id FROM projects WHERE filepath=? AND filename=?");
+}
+
+QString selectWithoutPlace() {
+    return QStringLiteral("SELECT project_id FROM projects WHERE filepath=''");
+}
+
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated) {
     return QStringLiteral(
                "INSERT INTO projects (filepath, filename, name, project_type, logic_version, bpm, song_key, "

@@ -20,6 +20,11 @@ QString selectByPath(const QString& filepath, const QString& filename);
 /// By the identity, the name and the time of the information file together.
 QString selectByTraits(const QString& sufid, const QString& filename, qint64 lastModified);
 
+/// To be prepared and bound to the folder and the name of the bundle.
+QString selectIdByPath();
+/// The ids of the records that have given their place up.
+QString selectWithoutPlace();
+
 /// Both read data and throw IOException where it lacks what a record needs.
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated);
 QString
