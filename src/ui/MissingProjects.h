@@ -1,9 +1,8 @@
 #pragma once
 
-#include "ui/SpacedCall.h"
-
 #include <QObject>
 #include <QSet>
+#include <QTimer>
 
 #include <memory>
 
@@ -22,23 +21,26 @@ public:
     ~MissingProjects() override;
     Q_DISABLE_COPY(MissingProjects)
 
-    /// Other paths, or other records, may be concerned. Many such calls become a few looks.
-    void request() { m_spacing.request(); }
+    /// Other paths, or other records, may be concerned. Many such calls become a few looks, which leave the
+    /// worker most of its time, however many are missing.
+    void request();
 
 signals:
     /// By the ids of their records.
     void changed(const QSet<qint64>& projects);
 
 private:
-    void start();
-    void finish(bool succeeded, const QSet<qint64>& projects);
-
     class Paths;
+    struct Look;
+
+    void start();
+    void finish(const Look& look);
 
     Stemhaven::TaskManager& m_tasks;
     const std::shared_ptr<Paths> m_paths;
-    SpacedCall m_spacing;
+    QTimer m_pause; ///< after a look
     QSet<qint64> m_missing;
     bool m_isBusy = false;
-    bool m_again = false;
+    bool m_isRequested = false;
+    bool m_hasFailed = false;
 };

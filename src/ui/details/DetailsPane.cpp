@@ -208,10 +208,11 @@ void DetailsPane::retry() {
 }
 
 void DetailsPane::setMissingProjects(const QSet<qint64>& projects) {
+    const bool wasMissing = isMissing();
     m_missing = projects;
-    if (!m_project.isValid())
-        return;
     showMissing();
+    if (isMissing() == wasMissing)
+        return;
     showPreview(m_project);
     emit projectShown(m_project);
 }
