@@ -86,8 +86,8 @@ TEST_F(AccessibleEventsTest, CellsMayBeAskedForWhileTheRowsAreExchanged) {
     };
     SentEvents events(askForAll);
     select(250);
-    const auto* cell = tree.tableInterface()->cellAt(250, nameColumn());
-    ASSERT_EQ(cell->text(QAccessible::Name), "Song 000251");
+    const auto* cell = tree.tableInterface()->cellAt(250, 0);
+    ASSERT_EQ(cell->text(QAccessible::Name), "0%");
     searchEdit().setText("000007");
     ASSERT_TRUE(waitForUnseenRows(model()));
     // A row that is gone, and the views have not been told.
