@@ -48,6 +48,8 @@ void ProjectMenus::setSelection(const SelectionSummary& summary) {
     const auto actions = m_actions.ofSelectedProject();
     for (QAction* action : actions)
         action->setEnabled(m_hasSelection);
+    // The details of a release are of one project.
+    m_actions.release->setEnabled(summary.count == 1);
     m_actions.ignore->setChecked(summary.areAllIgnored());
     for (AssociationMenu* menu : std::as_const(m_menus)) {
         menu->setEnabled(m_hasSelection);

@@ -43,6 +43,7 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     showPackageContents->setStatusTip(tr("Open Project Package Contents"));
     showPackageContents->setAutoRepeat(false);
     release = make(tr("Release"), {QKeySequence(Qt::CTRL | Qt::Key_R)});
+    release->setObjectName(QStringLiteral("release"));
     ignore = make(tr("Ignore"));
     ignore->setCheckable(true);
     deleteRecord = make(tr("Delete record"));
@@ -71,6 +72,8 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
         hide->setCheckable(true);
         hide->setChecked(true);
     }
+    releaseCalendar = make(tr("Release Calendar"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R)});
+    releaseCalendar->setObjectName(QStringLiteral("releaseCalendar"));
     search = make(tr("Search"), {QKeySequence(Qt::CTRL | Qt::Key_F)});
     checkForUpdates = make(tr("Check for Updates..."));
     checkForUpdates->setMenuRole(QAction::ApplicationSpecificRole);
@@ -82,10 +85,11 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     importBackup = make(tr("Import backup..."));
 
     // What these open does not exist yet.
-    for (QAction* action : {settings, release, checkForUpdates, recoverProjects, backup, importBackup})
+    for (QAction* action : {settings, checkForUpdates, recoverProjects, backup, importBackup})
         action->setEnabled(false);
     for (QAction* action : ofSelectedProject())
         action->setEnabled(false);
+    release->setEnabled(false);
 }
 
 QAction* WindowActions::make(const QString& text, const QList<QKeySequence>& shortcuts) {
@@ -118,6 +122,8 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     view->addActions({showSidebar, hideSidebar, collapseAllFilters, showDetails, hideDetails});
     view->addSeparator();
     view->addActions({hideCompleted, hideIgnored});
+    view->addSeparator();
+    view->addAction(releaseCalendar);
     view->addSeparator();
     view->addAction(checkForUpdates);
     m_viewMenu = view;
