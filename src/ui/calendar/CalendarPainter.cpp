@@ -75,7 +75,7 @@ void CalendarPainter::drawNumber(const Day& day, const QColor& ground) const {
     const bool isCompact = m_layout.body(day.date).height() < m_metrics.height();
     const int side = std::min(m_metrics.height() + 4, cell.height() - 4);
     const int width = std::max(side, m_metrics.horizontalAdvance(day.number) + padding + 2);
-    QRect place(cell.left() + padding - 2, cell.top() + 4, width, side);
+    QRect place(cell.left() + padding, cell.top() + padding, width, side);
     if (isCompact)
         place.moveCenter(cell.center());
     else
@@ -88,7 +88,7 @@ void CalendarPainter::drawNumber(const Day& day, const QColor& ground) const {
         below = isEnabled ? ControlPainting::accentColor(m_palette) : ControlPainting::lineColor(m_palette);
         color = m_palette.color(isEnabled ? QPalette::Active : QPalette::Disabled, QPalette::HighlightedText);
         ControlPainting::fillBox(&m_painter, place, below, side / 2.0);
-    } else if (day.isDimmed) {
+    } else if (day.isDimmed && isEnabled) {
         color = Contrast::secondaryText(m_palette, QPalette::AlternateBase);
     }
     if (isEnabled)

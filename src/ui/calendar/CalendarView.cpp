@@ -107,7 +107,7 @@ void CalendarView::arrange() {
     frame.weeks = isMonth ? weeksOfMonth : 1;
     frame.direction = layoutDirection();
     frame.headerHeight = metrics.height() + 8;
-    frame.dayLineHeight = metrics.height() + 10;
+    frame.dayLineHeight = metrics.height() + 12;
     frame.sectionHeight = (isMonth ? metrics.height() + 4 : 2 * metrics.height() + 8) + 2;
     frame.margin = cellMargin;
     frame.scrolls = !isMonth;

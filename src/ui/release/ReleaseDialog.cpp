@@ -75,6 +75,8 @@ ReleaseDialog::ReleaseDialog(
     m_isReleased->setObjectName(QStringLiteral("publiclyReleasedCheckbox"));
     m_date->setObjectName(QStringLiteral("releaseDateEdit"));
     m_date->setDisplayFormat(QStringLiteral("M/d/yyyy"));
+    // Its steps are those of the arrow keys; the calendar stands below.
+    m_date->setButtonSymbols(QAbstractSpinBox::NoButtons);
     m_calendar->setObjectName(QStringLiteral("releaseCalendar"));
     m_calendar->view().setAccessibleName(tr("Release date"));
     layOut();
@@ -126,6 +128,7 @@ QWidget* ReleaseDialog::makeFields() {
     auto* fields = new QWidget;
     auto* layout = new QFormLayout(fields);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setLabelAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     for (const auto& [label, edit] :
          {std::pair(tr("Release name"), m_releaseName), std::pair(tr("Release Artist"), m_artist),
