@@ -302,7 +302,7 @@ void CalendarView::moveEvent(qint64 project, QDate day) {
 }
 
 void CalendarView::announceCurrent() {
-    const auto* accessible = static_cast<AccessibleCalendar*>(QAccessible::queryAccessibleInterface(this));
+    const auto* accessible = dynamic_cast<AccessibleCalendar*>(QAccessible::queryAccessibleInterface(this));
     if (!accessible || !hasFocus())
         return;
     QAccessibleEvent event(this, QAccessible::Focus);

@@ -16,7 +16,7 @@
 #include <QDateEdit>
 #include <QDebug>
 #include <QDialogButtonBox>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -126,18 +126,21 @@ void ReleaseDialog::layOut() {
 
 QWidget* ReleaseDialog::makeFields() {
     auto* fields = new QWidget;
-    auto* layout = new QFormLayout(fields);
+    auto* layout = new QGridLayout(fields);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setLabelAlignment(Qt::AlignLeading | Qt::AlignVCenter);
-    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    for (const auto& [label, edit] :
+    int row = 0;
+    for (const auto& [name, edit] :
          {std::pair(tr("Release name"), m_releaseName), std::pair(tr("Release Artist"), m_artist),
           std::pair(tr("Album"), m_album), std::pair(tr("ISRC"), m_isrc), std::pair(tr("UPC"), m_upc)}) {
-        layout->addRow(label, edit);
-        edit->setAccessibleName(label);
+        auto* label = new QLabel(name);
+        label->setBuddy(edit);
+        edit->setAccessibleName(name);
         edit->setAccessibleDescription(edit->toolTip());
+        layout->addWidget(label, row, 0);
+        layout->addWidget(edit, row++, 1);
     }
-    layout->addRow(QString(), m_isCompleted);
+    layout->addWidget(m_isCompleted, row++, 1);
+    layout->setRowStretch(row, 1);
     return fields;
 }
 

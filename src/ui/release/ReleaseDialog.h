@@ -8,11 +8,8 @@ class EditHistory;
 class ErrorLabel;
 class QCheckBox;
 class QDateEdit;
-class QFormLayout;
-class QGroupBox;
 class QLineEdit;
 class QPushButton;
-class QSqlQuery;
 
 namespace Stemhaven {
 class TaskManager;
