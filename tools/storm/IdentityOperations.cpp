@@ -7,28 +7,14 @@ namespace Storm {
 namespace fs = std::filesystem;
 
 std::vector<Operation> IdentityOperations::all() {
-    return {
-        {3, "restore",
-         [this] {
-             return backUpAndDelete();
-         }},
-        {4, "restore",
-         [this] {
-             return restore();
-         }},
-        {3, "put-back",
-         [this] {
-             return putBack();
-         }},
-        {2, "empty-note",
-         [this] {
-             return emptyNote();
-         }},
-        {3, "copy-then-move",
-         [this] {
-             return copyThenMove();
-         }},
-    };
+    return bound({
+        {3, "restore", &IdentityOperations::backUpAndDelete},
+        {4, "restore", &IdentityOperations::restore},
+        {3, "put-back", &IdentityOperations::putBack},
+        {2, "empty-note", &IdentityOperations::emptyNote},
+        {3, "copy-then-move", &IdentityOperations::copyThenMove},
+        {2, "foreign", &IdentityOperations::bringForeign},
+    });
 }
 
 IdentityOperations::Outcome IdentityOperations::backUpAndDelete() {
@@ -123,6 +109,26 @@ IdentityOperations::Outcome IdentityOperations::copyThenMove() {
     }
     return "copy " + m_tools.shown(from) + " to " + m_tools.shown(copy) + " and move it to " +
         m_tools.shown(to);
+}
+
+/// Its note names a record that is another bundle's here. That bundle may be deleted.
+IdentityOperations::Outcome IdentityOperations::bringForeign() {
+    std::vector<std::int64_t> ids;
+    for (const auto& bundle : m_tools.library().bundles()) {
+        if (bundle.recordId)
+            ids.push_back(*bundle.recordId);
+    }
+    if (ids.empty())
+        return std::nullopt;
+    const auto id =
+        ids[static_cast<std::size_t>(m_tools.random().between(0, static_cast<int>(ids.size()) - 1))];
+    const Path path = m_tools.newName(m_tools.pickPlace(), ".logicx");
+    const Path stored = newStored(path);
+    auto& bundle = m_tools.addBundle(stored);
+    writeForeignNote(stored, id);
+    fs::rename(stored, path);
+    bundle.path = path;
+    return "bring in " + m_tools.shown(path) + ", recorded elsewhere as " + std::to_string(id);
 }
 
 IdentityOperations::Path IdentityOperations::newStored(const Path& path) {

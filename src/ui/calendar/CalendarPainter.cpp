@@ -126,6 +126,7 @@ void CalendarPainter::drawEvent(
         const QRect place(
             inside.left(), top + number * m_metrics.height(), inside.width(), m_metrics.height());
         m_painter.setPen(color);
+        m_painter.setLayoutDirection(what.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
         m_painter.drawText(
             place,
             Qt::AlignVCenter | Qt::AlignAbsolute |
