@@ -31,7 +31,10 @@ bool isAbsence(int error) {
 }
 
 [[noreturn]] void throwUnreadable(const QString& path, const QString& why) {
-    throw IOException(QFile(path), QStringLiteral("Could not be looked at: %1. ").arg(why));
+    // The message reaches the log and the terminal as it stands, so the path is quoted.
+    QString quoted;
+    QDebug(&quoted).nospace() << path;
+    throw IOException(QStringLiteral("Could not be looked at: %1, %2").arg(quoted, why));
 }
 
 [[noreturn]] void throwUnreadable(const QString& path, int error) {
@@ -86,7 +89,8 @@ std::optional<ProjectInformation> readInformation(const QString& bundlePath) {
     try {
         return ProjectInformation(path);
     } catch (const std::exception& error) {
-        qDebug() << "Attempt to read ProjectInformation failed. Unreadable plist: " << path << error.what();
+        qDebug() << "Attempt to read ProjectInformation failed. Unreadable plist: " << path
+                 << QString::fromUtf8(error.what());
         return std::nullopt;
     }
 }

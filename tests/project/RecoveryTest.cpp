@@ -6,9 +6,12 @@
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <csignal>
 
 using namespace Stemhaven;
 
@@ -19,6 +22,15 @@ bool hasHardLinks = true;
 /// Those of a damaged bundle, by their paths in it.
 const std::vector<std::string> repairedFiles = {
     "Alternatives/000/MetaData.plist", "Alternatives/000/ProjectData", "Resources/ProjectInformation.plist"};
+
+/// From now on no file can grow further, as on a full disk.
+void limitFiles(rlim_t size) {
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit limit = {};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = size;
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
 
 std::string kept(const std::string& file) {
     return file + ".damaged";
@@ -345,6 +357,7 @@ TEST(Recovery, followsNoLinkInsideABundle) {
 TEST(Recovery, failsWithAReasonAndLeavesWhatIsThere) {
     struct Case {
         const char* name;
+        DamagedBundle::Damage damage;
         std::function<void(const DamagedBundle&, RecoverableProject&)> obstruct;
         const char* error;
         /// Which of the files are restored all the same.
@@ -354,18 +367,35 @@ TEST(Recovery, failsWithAReasonAndLeavesWhatIsThere) {
     const std::string backup = "Alternatives/000/Project File Backups/00";
     const Case cases[] = {
         {"no list in the backup",
+         DamagedBundle::EmptyData,
          [&](auto& bundle, auto&) { bundle.remove(backup + "/MetaData.plist"); },
          "Could not recover project from backup! Backup MetaData not found!",
          {}},
         {"no data in the backup",
+         DamagedBundle::EmptyData,
          [&](auto& bundle, auto&) { bundle.remove(backup + "/ProjectData"); },
          "Could not recover project from backup! Backup ProjectData not found!",
          {repairedFiles[0]}},
+        {"no data in the backup for a list",
+         DamagedBundle::EmptyList,
+         [&](auto& bundle, auto&) { bundle.remove(backup + "/ProjectData"); },
+         "Could not recover project from backup! Backup ProjectData not found!",
+         {}},
+        {"no room for the data",
+         DamagedBundle::EmptyData,
+         [&](auto& bundle, auto&) {
+             bundle.file(backup + "/ProjectData", std::string(100, 'x'));
+             limitFiles(50);
+         },
+         "Could not recover project from backup. ProjectData copy failed...",
+         {repairedFiles[0]}},
         {"gone",
+         DamagedBundle::EmptyData,
          [&](auto& bundle, auto&) { bundle.remove(""); },
          "Could not recover project from backup! Backup MetaData not found!",
          {}},
         {"a folder in the list's place",
+         DamagedBundle::EmptyData,
          [&](auto& bundle, auto&) {
              bundle.remove(repairedFiles[0]);
              bundle.file(repairedFiles[0] + "/kept", "kept");
@@ -373,6 +403,7 @@ TEST(Recovery, failsWithAReasonAndLeavesWhatIsThere) {
          "Could not remove old, empty, or corrupt MetaData.plist! Recovery failed...",
          {}},
         {"a folder in the data's place",
+         DamagedBundle::EmptyData,
          [&](auto& bundle, auto&) {
              bundle.remove(repairedFiles[1]);
              bundle.file(repairedFiles[1] + "/kept", "kept");
@@ -380,6 +411,7 @@ TEST(Recovery, failsWithAReasonAndLeavesWhatIsThere) {
          "Could not remove old, empty, or corrupt ProjectData! Recovery failed...",
          {repairedFiles[0]}},
         {"no number",
+         DamagedBundle::EmptyData,
          [&](auto& bundle, auto& project) {
              bundle.rename("Alternatives/000", "Alternatives/abc");
              bundle.remove("Resources/ProjectInformation.plist");
@@ -389,24 +421,29 @@ TEST(Recovery, failsWithAReasonAndLeavesWhatIsThere) {
          "Could not recover project from backup. Invalid alternative name.",
          {"Alternatives/abc/MetaData.plist", "Alternatives/abc/ProjectData"}},
     };
-    for (const auto& [name, obstruct, error, restored] : cases) {
-        SCOPED_TRACE(name);
-        const DamagedBundle bundle(DamagedBundle::EmptyData);
-        auto project = isProjectRecoverable(bundle.path());
-        ASSERT_TRUE(project);
-        obstruct(bundle, *project);
-        auto expected = bundle.everything();
-        for (const auto& file : restored) {
-            const bool isList = file.ends_with("plist");
-            if (!expected[file].empty())
-                expected[kept(file)] = expected[file];
-            else if (expected.count(file) != 0)
-                expected[kept(file)] = "";
-            expected[file] = isList ? "list 50" : "data 50";
+    for (const auto& [name, damage, obstruct, error, restored] : cases) {
+        for (const bool links : {true, false}) {
+            SCOPED_TRACE(testing::Message() << name << ", links " << links);
+            hasHardLinks = links;
+            const DamagedBundle bundle(damage);
+            auto project = isProjectRecoverable(bundle.path());
+            ASSERT_TRUE(project);
+            obstruct(bundle, *project);
+            auto expected = bundle.everything();
+            for (const auto& file : restored) {
+                const bool isList = file.ends_with("plist");
+                if (!expected[file].empty())
+                    expected[kept(file)] = expected[file];
+                else if (expected.count(file) != 0)
+                    expected[kept(file)] = "";
+                expected[file] = isList ? "list 50" : "data 50";
+            }
+            EXPECT_THAT([&] { project->recover(); }, testing::ThrowsMessage<Exception>(error));
+            limitFiles(RLIM_INFINITY);
+            EXPECT_EQ(bundle.everything(), expected);
         }
-        EXPECT_THAT([&] { project->recover(); }, testing::ThrowsMessage<Exception>(error));
-        EXPECT_EQ(bundle.everything(), expected);
     }
+    hasHardLinks = true;
 }
 
 TEST(Recovery, leavesWhatHasBecomeWholeMeanwhile) {
