@@ -132,30 +132,27 @@ TEST(RecoveryRun, changesNothingUnlessToldTo) {
     const auto stopped = [] {
         return true;
     };
-    const std::tuple<const char*, std::function<void(RecoveryRun&)>, bool, QStringList> cases[] = {
-        {"answered with no", [&](auto& run) { run.confirm = no; }, false, {question}},
-        {"nobody to ask", [](auto&) {}, false, {}},
-        {"stopped",
-         [&](auto& run) {
-             run.isConfirmed = true;
-             run.isStopped = stopped;
-         },
-         false,
-         {}},
-        {"dry run",
-         [&](auto& run) {
-             run.isDryRun = true;
-             run.isConfirmed = true;
-         },
-         true,
-         {}},
+
+    struct Case {
+        const char* name;
+        bool isDryRun, isConfirmed;
+        std::function<bool(const QString& question)> confirm;
+        std::function<bool()> isStopped;
+        bool isWell;
+        QStringList questions;
+    };
+
+    const Case cases[] = {
+        {"answered with no", false, false, no, {}, false, {question}},
+        {"nobody to ask", false, false, {}, {}, false, {}},
+        {"stopped", false, true, no, stopped, false, {}},
+        {"dry run", true, true, no, {}, true, {}},
     };
     QStringList lines;
-    for (const auto& [name, setUp, isWell, questions] : cases) {
+    for (const auto& [name, isDryRun, isConfirmed, confirm, isStopped, isWell, questions] : cases) {
         SCOPED_TRACE(name);
         asked.clear();
-        RecoveryRun run;
-        setUp(run);
+        const RecoveryRun run{isDryRun, isConfirmed, confirm, {}, {}, isStopped};
         const auto report = run.run({library.folder.path()});
         EXPECT_EQ(report.recovered, 0);
         EXPECT_EQ(report.isWell(), isWell);
@@ -164,12 +161,7 @@ TEST(RecoveryRun, changesNothingUnlessToldTo) {
         lines = report.lines;
         EXPECT_TRUE(lines.filter("\x1b").isEmpty());
     }
-    EXPECT_EQ(
-        lines
-            .filter(
-                "restore alternative 000 from backup 00, write ProjectInformation.plist for alternative 000")
-            .size(),
-        1);
+    EXPECT_EQ(lines.filter("from backup 00, write ProjectInformation.plist for alternative 000").size(), 1);
     EXPECT_EQ(lines.last(), "Found 2 recoverable projects!");
 }
 
@@ -183,8 +175,8 @@ TEST(RecoveryRun, tellsWhatCannotBeWritten) {
     const auto& sealed = library.add("Sealed.logicx", Damage::NoInformation);
     for (const char* folder : {"Alternatives/000", "Alternatives"})
         chmod(closed.at(folder).c_str(), 0555);
-    chmod(sealed.at("").c_str(), 0);
     const auto before = library.everything();
+    chmod(sealed.at("").c_str(), 0);
     EXPECT_EQ(
         asAnyone([] {
             const LogCapture logged;
@@ -196,7 +188,7 @@ TEST(RecoveryRun, tellsWhatCannotBeWritten) {
                 logged.count("W: Could not delete unreadable ProjectInformation.plist!") == 1;
         }),
         0);
-    EXPECT_EQ(library.everything(), before);
     chmod(sealed.at("").c_str(), 0755);
+    EXPECT_EQ(library.everything(), before);
     std::filesystem::current_path("/");
 }

@@ -1,16 +1,13 @@
 #pragma once
 
-#include "app/errors/IOException.h"
 #include "support/TestBundle.h"
 
-#include <QDir>
 #include <QString>
 #include <QTemporaryDir>
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -71,36 +68,44 @@ public:
         return files;
     }
 
-    void folder(const std::string& name) const { std::filesystem::create_directories(at(name)); }
+    const DamagedBundle& folder(const std::string& name) const {
+        std::filesystem::create_directories(at(name));
+        return *this;
+    }
 
-    void file(const std::string& name, const std::string& contents) const {
+    const DamagedBundle& file(const std::string& name, const std::string& contents) const {
         std::filesystem::create_directories(std::filesystem::path(at(name)).parent_path());
         std::ofstream(at(name), std::ios::binary) << contents;
+        return *this;
     }
 
-    void link(const std::string& name, const std::string& to) const {
+    /// In the place of what has that name.
+    const DamagedBundle& link(const std::string& name, const std::string& to) const {
+        remove(name);
         std::filesystem::create_symlink(to, at(name));
+        return *this;
     }
 
-    void remove(const std::string& name) const { std::filesystem::remove_all(at(name)); }
-
-    void rename(const std::string& from, const std::string& to) const {
-        std::filesystem::rename(at(from), at(to));
+    const DamagedBundle& remove(const std::string& name) const {
+        std::filesystem::remove_all(at(name));
+        return *this;
     }
 
     /// A complete snapshot; time is in seconds after a fixed moment.
-    void snapshot(const std::string& name, int time) const {
+    const DamagedBundle& snapshot(const std::string& name, int time) const {
         file(name + "/MetaData.plist", "list " + std::to_string(time));
         file(name + "/ProjectData", "data " + std::to_string(time));
         std::filesystem::last_write_time(
             at(name + "/MetaData.plist"), std::filesystem::file_time_type() + std::chrono::seconds(time));
+        return *this;
     }
 
     /// A sound information file.
-    void inform(int activeVariant) const {
+    const DamagedBundle& inform(int activeVariant) const {
         TestBundle bundle;
         bundle.information["ActiveVariant"] = std::int64_t{activeVariant};
         TestBundle::writeList(at("Resources/ProjectInformation.plist"), bundle.information);
+        return *this;
     }
 
 private:
