@@ -149,9 +149,10 @@ Plist::Dictionary ProjectRepair::information() const {
     Plist::Dictionary namesV2{{"0", placeholder}};
     for (const int number : m_project.alternativeNumbers) {
         const std::string key = std::to_string(number);
+        const std::string ending = '-' + key;
         // The first alternative is there already.
-        names.try_emplace(key, name + '-' + key);
-        namesV2.try_emplace(key, placeholder + '-' + key);
+        names.try_emplace(key, name + ending);
+        namesV2.try_emplace(key, placeholder + ending);
     }
     return {
         {"StemhavenNote",
