@@ -71,8 +71,12 @@ public:
         m_repair.done("in place");
     }
 
-    /// Whether the file that is to be replaced looks healthy.
-    bool isReplacingWhole() const { return m_file.isIn(m_repair.m_alternative); }
+    /// Whether the file that is to be replaced looks healthy to the search, which reads through links.
+    bool isReplacingWhole() const {
+        struct stat status = {};
+        return fstatat(m_repair.m_alternative.descriptor(), m_texts.name, &status, 0) == 0 &&
+            S_ISREG(status.st_mode) && status.st_size > 0;
+    }
 
 private:
     [[noreturn]] static void fail(const char* text, const char* file) {
