@@ -25,9 +25,13 @@ bool isSameOnSomeDisks(const QString& a, const QString& b) {
     return a == b || folded(a) == folded(b);
 }
 
+bool isSameSave(const FoundBundle& bundle, const ProjectRecord& record) {
+    return bundle.savedAt != 0 && bundle.savedAt == record.lastModified;
+}
+
 /// Whether another catalogue wrote the note, so that the id in it means another song. Otherwise the record
 /// with that id has or had the identity that the note names, or the bundle was last saved when the record
-/// says.
+/// says, or has its name: a backup can be older than the record's identity and its last save.
 bool isForeign(
     const RecordCandidates::Note& note, const FoundBundle& bundle, const RecordCandidates& candidates) {
     if (!candidates.byNotedId)
@@ -37,8 +41,7 @@ bool isForeign(
     const auto recorded = SystemUniqueFileID::fromString(record.lastSufid);
     // The number of a device can change from one start of the machine to the next.
     const bool isIdentityNoted = noted.valid && recorded.valid && noted.inode == recorded.inode;
-    const bool isSameSave = bundle.savedAt != 0 && bundle.savedAt == record.lastModified;
-    return !isIdentityNoted && !isSameSave;
+    return !isIdentityNoted && !isSameSave(bundle, record) && bundle.details.filename != record.filename;
 }
 
 } // namespace

@@ -82,6 +82,12 @@ protected:
             Plist::Dictionary{{"project_id", std::int64_t{id}}, {"SUFID", sufid}});
     }
 
+    void setSaved(const QString& relativePath, std::chrono::hours ago) const {
+        fs::last_write_time(
+            path(relativePath) / "Resources/ProjectInformation.plist",
+            fs::file_time_type::clock::now() - ago);
+    }
+
     /// Each record as its path, seen from the root, and its stars.
     QStringList state() {
         auto rows = m_database.rows("SELECT filepath || filename, star_rating FROM projects");
@@ -357,6 +363,23 @@ TEST_F(Identity, BundlesWithoutANoteThatExchangeTheirNames) {
     rename(path("B.logicx"), path("A.logicx"));
     rename(path("t.logicx"), path("B.logicx"));
     EXPECT_TRUE(becomes({"A.logicx|2", "B.logicx|1"}));
+}
+
+TEST_F(Identity, ABackupThatIsOlderThanTheRecordsIdentityHasItsRecord) {
+    start();
+    make("Song.logicx", 5);
+    settle();
+    const fs::path backup = m_disk.path().toStdString() + "/backup";
+    restart([&] {
+        rename(path("Song.logicx"), backup);
+        copy(backup, path("Song.logicx"));
+        setSaved("Song.logicx", std::chrono::hours(2));
+    });
+    restart([&] {
+        fs::remove_all(path("Song.logicx"));
+        copy(backup, path("restored/Song.logicx"));
+    });
+    EXPECT_TRUE(becomes({"restored/Song.logicx|5"}));
 }
 
 TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
