@@ -1,7 +1,9 @@
 #include "monitor/BundleMatching.h"
 
 #include "app/errors/Guarded.h"
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
+#include "project/NoteFile.h"
 
 #include <QDebug>
 
@@ -23,6 +25,12 @@ bool isSameOnSomeDisks(const QString& a, const QString& b) {
         return text.normalized(QString::NormalizationForm_C).toCaseFolded();
     };
     return a == b || folded(a) == folded(b);
+}
+
+/// Whether the record's bundle is where the record says.
+bool isInPlace(const ProjectRecord& record) {
+    const auto recorded = SystemUniqueFileID::fromString(record.sufid);
+    return recorded.valid && Places::bundleAt(record.path()) == recorded;
 }
 
 bool isSameSave(const FoundBundle& bundle, const ProjectRecord& record) {
@@ -117,10 +125,20 @@ std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subjec
     }
     const bool isIdentityNoted =
         note && !subject.candidates.byNotedId && note->second == subject.sufid.toStdString();
+    if (isIdentityNoted)
+        return firstThat([](const auto&) { return true; });
+    // A note that could not be written anew still names the record of what the bundle was copied from.
+    if (note && subject.candidates.byNotedId) {
+        const auto noted = current(*subject.candidates.byNotedId);
+        if (isSameSave(subject.bundle, noted) && !isInPlace(noted))
+            return std::nullopt;
+    }
+    // New bundles have no note either, and two of them can be saved within a second.
+    const bool mayBeNew = !records.isEmpty() && !subject.bundle.note && !subject.bundle.noteFailure &&
+        RemoteCalls::run(subject.path, [path = subject.path] { return lacksNote(path); }).value_or(true);
     return firstThat([&](const auto& it) {
-        return note || subject.bundle.noteFailure
-            ? isIdentityNoted
-            : it.filename == subject.bundle.details.filename && it.lastModified == subject.bundle.savedAt;
+        return isSameSave(subject.bundle, it) &&
+            (!mayBeNew || it.filename == subject.bundle.details.filename);
     });
 }
 

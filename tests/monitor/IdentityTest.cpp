@@ -382,6 +382,43 @@ TEST_F(Identity, ABackupThatIsOlderThanTheRecordsIdentityHasItsRecord) {
     EXPECT_TRUE(becomes({"restored/Song.logicx|5"}));
 }
 
+TEST_F(Identity, ABundleWithoutANoteOfItsOwnIsKnownByItsNumberAndItsLastSave) {
+    enum Notes { None, Foreign, ForeignWithUnknownId, OfTheOriginal, OfTheOriginalAndAsOld };
+
+    for (const auto notes : {None, Foreign, ForeignWithUnknownId, OfTheOriginal, OfTheOriginalAndAsOld}) {
+        SCOPED_TRACE(notes);
+        restart([&] {
+            fs::remove_all(path(""));
+            m_database.rows("DELETE FROM projects");
+            // Where a folder has the note's place, none can be written.
+            for (const auto* name : {"A.logicx", "B.logicx"}) {
+                if (notes == None)
+                    fs::create_directories(path(name) / "Resources/Stemhaven.plist/x");
+                makeBundle(name);
+            }
+            makeBundle("Original.logicx");
+            if (notes != OfTheOriginalAndAsOld)
+                setSaved("Original.logicx", std::chrono::hours(2));
+        });
+        for (int i = 0; i < 3; ++i)
+            rate(QStringList{"A.logicx", "B.logicx", "Original.logicx"}[i], i + 1);
+        restart([&] {
+            const auto id = idOf("Original");
+            for (const auto* name : {"A.logicx", "B.logicx"}) {
+                if (notes == Foreign || notes == ForeignWithUnknownId)
+                    writeNote(path(name), id + (notes == Foreign ? 0 : 1000), "4242-4242");
+                else if (notes != None)
+                    writeNote(
+                        path(name), id, ProjectDetails(at("Original.logicx")).sufid.toString().toStdString());
+            }
+            rename(path("A.logicx"), path("t.logicx"));
+            rename(path("B.logicx"), path("A.logicx"));
+            rename(path("t.logicx"), path("B.logicx"));
+        });
+        EXPECT_TRUE(becomes({"A.logicx|2", "B.logicx|1", "Original.logicx|3"}));
+    }
+}
+
 TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
     make("In.logicx", 1);
     start();
