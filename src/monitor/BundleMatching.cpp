@@ -5,6 +5,7 @@
 #include "project/BundleSuffixes.h"
 #include "project/NoteFile.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 
 #include <algorithm>
@@ -25,6 +26,11 @@ bool isSameOnSomeDisks(const QString& a, const QString& b) {
         return text.normalized(QString::NormalizationForm_C).toCaseFolded();
     };
     return a == b || folded(a) == folded(b);
+}
+
+/// As a project is called before its first save.
+bool isUntitled(const QString& name) {
+    return name.startsWith(QCoreApplication::translate("Stemhaven::ProjectMonitor", "Untitled"));
 }
 
 /// Whether the record's bundle is where the record says.
@@ -252,6 +258,8 @@ BundleMatching::Outcome BundleMatching::update(const Subject& subject, const Pro
 
 BundleMatching::Outcome
 BundleMatching::insert(const Subject& subject, std::optional<long long> sameUserDataAs) {
+    if (isUntitled(subject.bundle.details.name))
+        return Outcome::Decided;
     std::exception_ptr failure = subject.bundle.dataFailure;
     if (!failure) {
         try {

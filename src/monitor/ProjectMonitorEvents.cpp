@@ -149,8 +149,7 @@ void ProjectMonitor::directoryChanged(const QString& bundlePath, bool fromEvent)
 
 void ProjectMonitor::check(
     const QString& bundlePath, const QStringList& priorPaths, bool fromEvent, const Ticket& ticket) {
-    if (!isBundlePath(bundlePath) ||
-        QStringView(bundlePath).mid(bundlePath.lastIndexOf(u'/') + 1).startsWith(tr("Untitled")))
+    if (!isBundlePath(bundlePath))
         return;
     CheckRequest request{bundlePath, priorPaths, fromEvent, {}};
     if (ticket)

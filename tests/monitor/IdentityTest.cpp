@@ -419,6 +419,15 @@ TEST_F(Identity, ABundleWithoutANoteOfItsOwnIsKnownByItsNumberAndItsLastSave) {
     }
 }
 
+TEST_F(Identity, AProjectThatIsCalledUntitledAgainKeepsItsRecord) {
+    start();
+    make("Song.logicx", 5);
+    settle();
+    rename(path("Song.logicx"), path("Untitled idea.logicx"));
+    makeBundle("Song.logicx");
+    EXPECT_TRUE(becomes({"Song.logicx|0", "Untitled idea.logicx|5"}));
+}
+
 TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
     make("In.logicx", 1);
     start();
