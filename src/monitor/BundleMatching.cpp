@@ -148,13 +148,22 @@ std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subjec
     });
 }
 
-/// The record of a path from which the bundle was seen to move, unless that record is another bundle's.
+/// The record of a path from which the bundle was seen to move, unless that record is another bundle's. What
+/// moved out of sight and was deleted there may have left its number to what comes next.
 std::optional<ProjectRecord> BundleMatching::movedRecord(const Subject& subject) const {
-    const auto records = withIdentity(subject);
+    auto records = withIdentity(subject);
+    records.removeIf([&](const ProjectRecord& record) {
+        const bool isNoted = subject.note && subject.note->first == record.id;
+        return !isNoted && !subject.bundle.noteFailure && !isSameSave(subject.bundle, record);
+    });
+    const auto isAmong = [&](const ProjectRecord& record) {
+        return std::any_of(
+            records.begin(), records.end(), [&](const auto& it) { return it.id == record.id; });
+    };
     for (const auto& prior : subject.candidates.byPriorPath) {
         const auto record = current(prior);
         const bool isStillThere = subject.priorPaths.contains(record.path());
-        if (isStillThere && (record.sufid == subject.sufid || (record.sufid.isEmpty() && records.isEmpty())))
+        if (isStillThere && (isAmong(record) || (record.sufid.isEmpty() && records.isEmpty())))
             return record;
     }
     // Another bundle came to its path before this one was looked at.

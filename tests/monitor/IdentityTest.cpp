@@ -1,5 +1,6 @@
 // Which record a bundle has after it was moved, exchanged, copied, deleted and put back.
 
+#include "monitor/BundleMatching.h"
 #include "monitor/MonitorFixture.h"
 #include "plist/PropertyList.h"
 #include "project/NoteFile.h"
@@ -426,6 +427,21 @@ TEST_F(Identity, AProjectThatIsCalledUntitledAgainKeepsItsRecord) {
     rename(path("Song.logicx"), path("Untitled idea.logicx"));
     makeBundle("Song.logicx");
     EXPECT_TRUE(becomes({"Song.logicx|0", "Untitled idea.logicx|5"}));
+}
+
+TEST_F(Identity, WhatMovedOutOfSightLeavesItsNumberButNotItsRecord) {
+    makeBundle("In.logicx");
+    const auto found = FoundBundle::read(at("In.logicx"));
+    RecordCandidates candidates;
+    const QString out = at("Out.logicx");
+    candidates.byIdentity = {{1, at(""), "Out.logicx", found.details.sufid.toString(), {}, 0}};
+    for (const bool isSameSave : {false, true}) {
+        candidates.byIdentity[0].lastModified = found.savedAt - (isSameSave ? 0 : 3600);
+        candidates.byPriorPath = candidates.byIdentity;
+        BundleMatching matching(Places({}), [](const QString&) { return true; });
+        matching.match(found, candidates, {out}, BundleMatching::Knowledge::Partial);
+        EXPECT_EQ(matching.vacatedPaths(), isSameSave ? QStringList(out) : QStringList());
+    }
 }
 
 TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
