@@ -86,11 +86,15 @@ BundleMatching::Outcome BundleMatching::match(
         return insert(subject);
     if (knowledge == Knowledge::Partial)
         return Outcome::Undecided;
-    // Put back by a sync client or a backup, or replaced by a document program.
-    if (!atItsPath.isEmpty())
-        return knowledge == Knowledge::Settled ? update(subject, atItsPath.first()) : Outcome::Undecided;
-
     const auto origin = originByNote(subject);
+    // Exchanged with another one by a sync client or between volumes, which make new folders.
+    const bool hasCome = origin && !origin->isAway && !isInPlace(origin->record) &&
+        origin->record.sufid.toStdString() == subject.note->second;
+    // Put back by a sync client or a backup, or replaced by a document program.
+    if (!atItsPath.isEmpty()) {
+        return knowledge == Knowledge::Settled ? update(subject, hasCome ? origin->record : atItsPath.first())
+                                               : Outcome::Undecided;
+    }
     if (!origin)
         return insert(subject);
     if (origin->isAway) {

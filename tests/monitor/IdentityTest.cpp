@@ -174,6 +174,17 @@ TEST_F(Identity, FollowsEachBundleWhetherItIsWatchedOrNot) {
              rename(path("../new"), path("Song.logicx"));
          },
          {"Song.logicx|1"}},
+        {"exchanged by copying, as between two volumes",
+         {"F/Song.logicx", "G/Song.logicx"},
+         [&] {
+             copy(path("F"), path("../F"));
+             copy(path("G"), path("../G"));
+             fs::remove_all(path("F"));
+             fs::remove_all(path("G"));
+             rename(path("../G"), path("F"));
+             rename(path("../F"), path("G"));
+         },
+         {"F/Song.logicx|2", "G/Song.logicx|1"}},
         {"two apostrophes, renamed above",
          {"It''s/Song (12'' Mix).logicx"},
          [&] { rename(path("It''s"), path("It''s'''new")); },
