@@ -52,6 +52,17 @@ QString selectByPath(const QString& filepath, const QString& filename) {
         .arg(escape(filepath), escape(filename));
 }
 
+QString countBelow(const QStringList& folders) {
+    QStringList prefixes;
+    for (const QString& folder : folders)
+        prefixes.append(QStringLiteral("('") + escape(folder) + QStringLiteral("')"));
+    // Not LIKE, which has wildcards and takes letters of either case for the same. Not by placeholders: a
+    // path may look like one.
+    return QStringLiteral("WITH folders(prefix) AS (VALUES ") + prefixes.join(QLatin1String(", ")) +
+        QStringLiteral(") SELECT (SELECT count(*) FROM projects WHERE substr(filepath, 1, length(prefix))="
+                       "prefix) FROM folders");
+}
+
 QString selectByTraits(const QString& sufid, const QString& filename, qint64 lastModified) {
     return QStringLiteral("SELECT project_id, filepath, filename, SUFID FROM projects WHERE SUFID='%1' AND "
                           "filename='%2' AND last_modified=%3")

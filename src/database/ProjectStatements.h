@@ -3,6 +3,7 @@
 #include "project/ProjectDetails.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace Stemhaven {
 
@@ -19,6 +20,10 @@ QString selectById(long long projectId);
 QString selectByPath(const QString& filepath, const QString& filename);
 /// By the identity, the name and the time of the information file together.
 QString selectByTraits(const QString& sufid, const QString& filename, qint64 lastModified);
+
+/// A row for each folder, which ends in "/", in their order: how many records have their bundle in it or
+/// below.
+QString countBelow(const QStringList& folders);
 
 /// Both read data and throw IOException where it lacks what a record needs.
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated);
