@@ -3,6 +3,7 @@
 
 #include "BenchProcess.h"
 #include "app/Paths.h"
+#include "app/SettingsKeys.h"
 #include "database/DatabaseInitStatements.h"
 #include "database/RootPathStatements.h"
 
@@ -126,7 +127,7 @@ void fillProfile(int number, const QString& root) {
             run(query, statement);
     run(query, schema.insertVersion());
     addProjects(database, number, root);
-    QSettings().setValue(QStringLiteral("completedWizard"), true);
+    QSettings().setValue(SettingsKeys::completedWizard, true);
 }
 
 } // namespace

@@ -198,6 +198,10 @@ void MainWindow::setupMonitorEvents() {
         m_projects->setWatchedFolders(m_monitor.rootSearchPaths());
         reloadProjects();
     });
+    connect(&m_monitor, &ProjectMonitor::watchedFoldersChanged, this, [this] {
+        m_projects->setWatchedFolders(m_monitor.rootSearchPaths());
+        reloadProjects();
+    });
     connect(&m_monitor, &ProjectMonitor::searchProgressed, m_projects.get(), &ProjectsPane::showSearching);
     connect(&m_monitor, &ProjectMonitor::searchEnded, m_projects.get(), &ProjectsPane::endSearching);
     connect(&m_monitor, &ProjectMonitor::rootSearchPathChanged, this, &MainWindow::rootFolderChanged);

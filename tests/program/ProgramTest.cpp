@@ -89,6 +89,19 @@ TEST(Program, EndsOnASignalAndTakesUpTheSearchThatItWasKilledIn) {
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
 }
 
+TEST(Program, BeginsWithTheWizardUntilItIsCompletedButNotForAPicture) {
+    Profile profile;
+    profile.setCompletedWizard(false);
+    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
+    EXPECT_FALSE(profile.log().contains("Opening the setup wizard...")) << profile.log().toStdString();
+
+    const auto windows = profile.log().count("Restoring window state...");
+    profile.start();
+    EXPECT_EQ(profile.terminate(), 1) << profile.output().toStdString();
+    EXPECT_TRUE(profile.log().contains("Setup wizard must be completed to start!"));
+    EXPECT_EQ(profile.log().count("Restoring window state..."), windows);
+}
+
 TEST(Program, StartsWhateverAnEarlierOneLeftInTheLockFile) {
     Profile profile;
     const QByteArray otherHost = "1\nstemhaven\nanother-host\n\n00000000-0000-0000-0000-000000000000\n";

@@ -140,4 +140,18 @@ void drawSlider(const QStyleOptionSlider& option, QPainter* painter) {
     drawBox(painter, circle, fill, edge, 1.0, round);
 }
 
+void drawProgress(const QStyleOptionProgressBar& option, QPainter* painter) {
+    const QRect groove = centered(option.rect, QSize(option.rect.width(), grooveThickness));
+    constexpr double round = grooveThickness / 2.0;
+    const QColor window = option.palette.color(QPalette::Window);
+    fillBox(painter, groove, mixed(window, option.palette.color(QPalette::WindowText), 0.16F), round);
+    const int range = option.maximum - option.minimum;
+    if (range <= 0 || option.progress <= option.minimum)
+        return;
+    QRect filled = groove;
+    filled.setWidth(groove.width() * (option.progress - option.minimum) / range);
+    fillBox(
+        painter, QStyle::visualRect(option.direction, groove, filled), accentShape(option.palette), round);
+}
+
 } // namespace SliderPainting

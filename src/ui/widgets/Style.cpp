@@ -111,6 +111,9 @@ void Style::drawPrimitive(
             drawPanel(
                 *option, palette.color(isFramedList(widget) ? QPalette::Base : QPalette::Window), painter);
         break;
+    case PE_FrameGroupBox:
+        drawBox(painter, option->rect, Qt::transparent, lineColor(palette), 1.0);
+        break;
     case PE_PanelScrollAreaCorner:
         painter->fillRect(option->rect, palette.base());
         break;
@@ -130,6 +133,7 @@ void Style::drawControl(
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     const auto* menu = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     const auto* comboBox = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    const auto* progress = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
     if (element == CE_HeaderSection || element == CE_HeaderEmptyArea)
         HeaderPainting::drawSection(*option, painter);
     else if (element == CE_Header && header)
@@ -144,6 +148,8 @@ void Style::drawControl(
         MenuPainting::drawTitle(*menu, painter);
     else if (element == CE_MenuBarEmptyArea || element == CE_MenuEmptyArea)
         return; // the ground is there
+    else if (element == CE_ProgressBar && progress)
+        SliderPainting::drawProgress(*progress, painter);
     else if (element == CE_Splitter)
         drawDivider(painter, option->rect, touched(lineColor(option->palette), *option));
     else
