@@ -95,6 +95,7 @@ void MainWindow::setupActions() {
     performOnSelected(m_actions->deleteRecord, tr("Could not delete record"), [this] {
         m_editor->deleteSelectedProjectRecord();
     });
+    perform(m_actions->settings, tr("Showing preferences failed."), [this] { showPreferences(); });
     connect(m_actions->quit, &QAction::triggered, this, &QWidget::close);
     perform(m_actions->undo, tr("Undo failed."), [this] { m_history->undo(); });
     perform(m_actions->redo, tr("Redo failed."), [this] { m_history->redo(); });

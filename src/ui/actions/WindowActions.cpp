@@ -82,7 +82,7 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     importBackup = make(tr("Import backup..."));
 
     // What these open does not exist yet.
-    for (QAction* action : {settings, release, checkForUpdates, recoverProjects, backup, importBackup})
+    for (QAction* action : {release, checkForUpdates, recoverProjects, backup, importBackup})
         action->setEnabled(false);
     for (QAction* action : ofSelectedProject())
         action->setEnabled(false);

@@ -6,6 +6,7 @@
 
 #include <QDebug>
 #include <QHeaderView>
+#include <QSignalBlocker>
 #include <QTableView>
 
 namespace SettingsKeys = Stemhaven::SettingsKeys;
@@ -39,6 +40,12 @@ void HeaderSorting::restore() {
     const auto order = descending ? Qt::DescendingOrder : Qt::AscendingOrder;
     m_builder.sortBy(field.name, order);
     m_table.sortByColumn(column, order);
+}
+
+void HeaderSorting::showUnsorted() {
+    auto* header = m_table.horizontalHeader();
+    const QSignalBlocker blocker(header);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
 void HeaderSorting::projectsHeaderSortChanged(int column, Qt::SortOrder order) {

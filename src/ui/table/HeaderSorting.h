@@ -18,6 +18,9 @@ public:
     /// Starts with the remembered sort. Both outlive this object.
     HeaderSorting(QTableView& table, Stemhaven::QueryBuilder& builder, QObject* parent);
 
+    /// The builder has no sort any more. Emits and stores nothing.
+    void showUnsorted();
+
 signals:
     void changed();
 

@@ -34,6 +34,10 @@ enum class Glyph : char16_t {
     Backup = 0xe00c,
     ImportBackup = 0xe20c,
     ProjectPicture = 0xe2ca,
+    Monitor = 0xea64,
+    Columns = 0xe546,
+    StatusLabels = 0xeadc,
+    Advanced = 0xe5d4,
 };
 
 /// The icon of a glyph, sharp at any size and in the colours of the moment. Null where the icon font is
