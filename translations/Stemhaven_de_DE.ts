@@ -231,8 +231,12 @@
         <translation>&amp;Protokollstufe:</translation>
     </message>
     <message>
-        <source>The log is %1</source>
-        <translation>Das Protokoll ist %1</translation>
+        <source>The log holds messages of this level and of those that follow it in the list.</source>
+        <translation>Das Protokoll enthält Meldungen dieser Stufe und derer, die ihr in der Liste folgen.</translation>
+    </message>
+    <message>
+        <source>It is kept in %1</source>
+        <translation>Es liegt in %1</translation>
     </message>
     <message>
         <source>Advanced</source>
@@ -319,12 +323,8 @@
         <translation>Spalten</translation>
     </message>
     <message>
-        <source>The space bar shows or hides a column, Ctrl and an arrow key move it.</source>
-        <translation>Die Leertaste blendet eine Spalte ein oder aus, Strg und eine Pfeiltaste verschieben sie.</translation>
-    </message>
-    <message>
-        <source>With the keyboard: the space bar shows or hides a column, %1 and %2 move it.</source>
-        <translation>Mit der Tastatur: Die Leertaste blendet eine Spalte ein oder aus, %1 und %2 verschieben sie.</translation>
+        <source>The space bar shows or hides the selected column, %1 and %2 move it.</source>
+        <translation>Die Leertaste blendet die gewählte Spalte ein oder aus, %1 und %2 verschieben sie.</translation>
     </message>
     <message>
         <source>Table</source>
@@ -709,6 +709,18 @@
     <message>
         <source>&amp;Descending</source>
         <translation>A&amp;bsteigend</translation>
+    </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>&amp;Anzeigen</translation>
+    </message>
+    <message>
+        <source>Move &amp;Left</source>
+        <translation>Nach &amp;links</translation>
+    </message>
+    <message>
+        <source>Move &amp;Right</source>
+        <translation>Nach &amp;rechts</translation>
     </message>
 </context>
 <context>
@@ -1716,6 +1728,13 @@
     <message>
         <source>Filename</source>
         <translation>Dateiname</translation>
+    </message>
+</context>
+<context>
+    <name>TableColumns</name>
+    <message>
+        <source>Could not save column settings</source>
+        <translation>Die Spalten konnten nicht gespeichert werden</translation>
     </message>
 </context>
 <context>

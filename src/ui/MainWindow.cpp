@@ -22,6 +22,7 @@
 #include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/sidebar/RemoveFilter.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/table/TableColumns.h"
 #include "ui/widgets/FramelessWindow.h"
 #include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/ToolButton.h"
@@ -126,6 +127,8 @@ void MainWindow::showPreferences() {
         connect(
             m_preferences, &PreferencesDialog::columnsChanged, m_projects.get(),
             &ProjectsPane::columnsChanged);
+        connect(
+            &m_projects->columns(), &TableColumns::changed, m_preferences, &PreferencesDialog::showColumns);
     }
     m_preferences->show();
     m_preferences->raise();

@@ -213,7 +213,7 @@ void MainWindow::setupMonitorEvents() {
 
 void MainWindow::setupMenus() {
     m_actions->setupMenus(m_menus->associationMenus());
-    auto* header = new HeaderMenus(m_projects->table(), *this);
+    auto* header = new HeaderMenus(m_projects->table(), m_projects->columns(), *this);
     auto* panes = new PaneKeys(*this, *m_sidePanes, {m_sidebar, m_projects.get(), m_details});
     QAction* before = m_actions->hideCompleted;
     m_actions->viewMenu()->insertMenu(before, header->sortMenu());

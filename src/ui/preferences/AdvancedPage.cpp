@@ -34,9 +34,13 @@ AdvancedPage::AdvancedPage(QWidget* parent) : QWidget(parent), m_logLevel(new QC
 
     auto* label = new QLabel(tr("&Log Level:"));
     label->setBuddy(m_logLevel);
+    auto* meaning =
+        new QLabel(tr("The log holds messages of this level and of those that follow it in the list."));
+    meaning->setWordWrap(true);
+    Contrast::makeSecondary(*meaning);
     auto* place = new ElidedLabel;
     place->setElideMode(Qt::ElideMiddle);
-    place->setText(tr("The log is %1").arg(QDir::toNativeSeparators(Logging::Log::filepath())));
+    place->setText(tr("It is kept in %1").arg(QDir::toNativeSeparators(Logging::Log::filepath())));
     Contrast::makeSecondary(*place);
 
     auto* line = new QHBoxLayout;
@@ -46,6 +50,7 @@ AdvancedPage::AdvancedPage(QWidget* parent) : QWidget(parent), m_logLevel(new QC
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new PageHeading(tr("Advanced")));
     layout->addLayout(line);
+    layout->addWidget(meaning);
     layout->addWidget(place);
     layout->addStretch();
     setFocusProxy(m_logLevel);

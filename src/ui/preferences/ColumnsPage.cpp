@@ -5,6 +5,7 @@
 #include "app/errors/Guarded.h"
 #include "database/QueryBuilder.h"
 #include "ui/preferences/FieldsList.h"
+#include "ui/table/ColumnLayout.h"
 #include "ui/widgets/Contrast.h"
 #include "ui/widgets/PageHeading.h"
 
@@ -24,14 +25,13 @@ ColumnsPage::ColumnsPage(Stemhaven::QueryBuilder& builder, QWidget* parent)
       m_list(new FieldsList(this)) {
     m_list->setObjectName(QStringLiteral("fieldsListWidget"));
     m_list->setAccessibleName(tr("Columns"));
-    m_list->setAccessibleDescription(
-        tr("The space bar shows or hides a column, Ctrl and an arrow key move it."));
     const auto native = [](Qt::Key key) {
         return QKeySequence(Qt::CTRL | key).toString(QKeySequence::NativeText);
     };
-    auto* keys = new QLabel(tr("With the keyboard: the space bar shows or hides a column, %1 and %2 move it.")
+    auto* keys = new QLabel(tr("The space bar shows or hides the selected column, %1 and %2 move it.")
                                 .arg(native(Qt::Key_Up), native(Qt::Key_Down)));
     keys->setWordWrap(true);
+    m_list->setAccessibleDescription(keys->text());
     Contrast::makeSecondary(*keys);
 
     auto* layout = new QVBoxLayout(this);
@@ -42,10 +42,14 @@ ColumnsPage::ColumnsPage(Stemhaven::QueryBuilder& builder, QWidget* parent)
     layout->addWidget(m_list, 1);
     layout->addWidget(keys);
     setFocusProxy(m_list);
-    m_list->setFields(m_builder.getFields());
+    showFields();
     connect(m_list, &FieldsList::edited, this, [this] {
         Stemhaven::guarded(tr("Could not save column settings"), [this] { store(); });
     });
+}
+
+void ColumnsPage::showFields() {
+    m_list->setFields(m_builder.getFields());
 }
 
 void ColumnsPage::store() {
@@ -68,5 +72,6 @@ void ColumnsPage::store() {
          {SettingsKeys::lastSortOrderName, SettingsKeys::lastSortOrderIndex, SettingsKeys::lastSortOrder})
         settings.setValue(key, QString());
     m_builder.saveSettings();
+    ColumnLayout::save(fields);
     emit columnsChanged();
 }

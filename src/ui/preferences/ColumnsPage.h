@@ -16,6 +16,9 @@ public:
     /// builder outlives the page.
     explicit ColumnsPage(Stemhaven::QueryBuilder& builder, QWidget* parent = nullptr);
 
+    /// The columns have been changed elsewhere.
+    void showFields();
+
 signals:
     /// The builder and the settings have other columns, and no sort.
     void columnsChanged();

@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int NameRole = Qt::UserRole;
@@ -22,6 +24,7 @@ FieldsList::FieldsList(QWidget* parent) : QListWidget(parent) {
 
 void FieldsList::setFields(const QList<Stemhaven::Field>& fields) {
     const QScopedValueRollback filling(m_isFilling, true);
+    const int current = std::max(0, currentRow());
     clear();
     for (const auto& field : fields) {
         // The blanks at the end are the table's.
@@ -31,7 +34,7 @@ void FieldsList::setFields(const QList<Stemhaven::Field>& fields) {
             Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable | Qt::ItemIsDragEnabled);
         item->setCheckState(field.visible != 0 ? Qt::Checked : Qt::Unchecked);
     }
-    setCurrentRow(0);
+    setCurrentRow(current);
 }
 
 QList<FieldsList::Row> FieldsList::fieldRows() const {

@@ -33,13 +33,13 @@ PreferencesDialog::PreferencesDialog(
     m_pages->setDocumentMode(true);
     m_pages->tabBar()->hide();
 
-    auto* columns = new ColumnsPage(*builder);
-    connect(columns, &ColumnsPage::columnsChanged, this, &PreferencesDialog::columnsChanged);
+    m_columns = new ColumnsPage(*builder);
+    connect(m_columns, &ColumnsPage::columnsChanged, this, &PreferencesDialog::columnsChanged);
     m_buttons->setSpacing(4);
     m_buttons->addStretch();
     addPage(new MonitorPage(tasks, monitor), Glyph::Monitor, tr("&Monitor"), "monitorTabButton")
         ->setChecked(true);
-    addPage(columns, Glyph::Columns, tr("&Columns"), "columnsTabButton");
+    addPage(m_columns, Glyph::Columns, tr("&Columns"), "columnsTabButton");
     addPage(new StatusPage(tasks, history), Glyph::StatusLabels, tr("&Status"), "statusTabButton");
     addPage(new AdvancedPage, Glyph::Advanced, tr("A&dvanced"), "advancedTabButton");
     m_buttons->addStretch();
@@ -51,6 +51,10 @@ PreferencesDialog::PreferencesDialog(
     layout->addWidget(m_pages, 1);
     resize(initialSize);
     fitToScreen(*this);
+}
+
+void PreferencesDialog::showColumns() {
+    m_columns->showFields();
 }
 
 QToolButton*

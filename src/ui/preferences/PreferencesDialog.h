@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+class ColumnsPage;
 class EditHistory;
 class QBoxLayout;
 class QTabWidget;
@@ -24,6 +25,9 @@ public:
         Stemhaven::TaskManager& tasks, Stemhaven::ProjectMonitor& monitor, EditHistory& history,
         Stemhaven::QueryBuilder* builder, QWidget* parent = nullptr);
 
+    /// The columns have been changed elsewhere.
+    void showColumns();
+
 signals:
     /// The builder has other columns, and no sort.
     void columnsChanged();
@@ -31,6 +35,7 @@ signals:
 private:
     QToolButton* addPage(QWidget* page, Glyph glyph, const QString& text, const char* buttonName);
 
+    ColumnsPage* m_columns = nullptr;
     QTabWidget* m_pages;
     QBoxLayout* m_buttons;
 };

@@ -16,6 +16,7 @@ class HiddenCount;
 class KeyEventTableView;
 class ProjectsTableModel;
 class StatusLine;
+class TableColumns;
 class TableSearch;
 class QHBoxLayout;
 class QStackedLayout;
@@ -51,6 +52,8 @@ public:
     void columnsChanged();
 
     KeyEventTableView& table() const { return *m_table; }
+
+    TableColumns& columns() const { return *m_columns; }
 
     QString searchTerm() const;
     /// The last one that was more than a step on the way to another one.
@@ -127,8 +130,9 @@ private:
     ReloadScheduler* m_reloads;
     HiddenCount* m_hidden;
     TableSearch* m_search;
+    TableColumns* m_columns; ///< before what goes by the order of the columns
     HeaderSorting* m_sorting;
-    ColumnWidths* m_columns;
+    ColumnWidths* m_widths;
     SelectionKeeper* m_selection;
     QDeadlineTimer m_nextFill;          ///< when what a search has found is shown next
     std::chrono::seconds m_fillTime{0}; ///< 0 while there is no search
