@@ -44,6 +44,11 @@ bool isFramedList(const QWidget* widget) {
         (widget && widget->inherits("QComboBoxPrivateContainer"));
 }
 
+/// What the base style leaves above the frame of a group.
+int groupTitleHeight(const QStyleOption& option) {
+    return std::max(16 + 2 * haloWidth, option.fontMetrics.height()) + 3;
+}
+
 QRect comboBoxPart(const QStyleOption& option, QStyle::SubControl part) {
     QRect rect = option.rect;
     if (part == QStyle::SC_ComboBoxArrow)
@@ -112,7 +117,9 @@ void Style::drawPrimitive(
                 *option, palette.color(isFramedList(widget) ? QPalette::Base : QPalette::Window), painter);
         break;
     case PE_FrameGroupBox:
-        drawBox(painter, option->rect, Qt::transparent, lineColor(palette), 1.0);
+        drawBox(
+            painter, option->rect.adjusted(0, groupTitleHeight(*option), 0, 0), Qt::transparent,
+            lineColor(palette), 1.0);
         break;
     case PE_PanelScrollAreaCorner:
         painter->fillRect(option->rect, palette.base());
