@@ -185,6 +185,12 @@ int run(int argc, char** argv) {
 
     const QByteArray activationToken = activationTokenOfThisProcess();
     const QApplication application(argc, argv);
+    // Outlives the databases: a second signal must not end the process while edits are still being written.
+    const Stemhaven::TerminationSignals termination;
+    QObject::connect(&termination, &Stemhaven::TerminationSignals::terminationRequested, [] {
+        QApplication::closeAllWindows();
+        QCoreApplication::quit();
+    });
     const DatabaseGuard databases;
     const Stemhaven::ShutdownGuard shutdown;
     const auto commandLine = CommandLine::parse();
@@ -207,11 +213,6 @@ int run(int argc, char** argv) {
 
     AlertQueue alerts;
     Stemhaven::ErrorHandler::instance().setPresenter(alerts.presenter());
-    const Stemhaven::TerminationSignals termination;
-    QObject::connect(&termination, &Stemhaven::TerminationSignals::terminationRequested, [] {
-        QApplication::closeAllWindows();
-        QCoreApplication::quit();
-    });
 
     const MonitorGuard monitor;
     // A size that is asked for holds on any screen.

@@ -29,6 +29,14 @@ QString signature(const ProjectData& data) {
         decimal(data.songSignatureNumerator()), decimal(data.songSignatureDenominator()));
 }
 
+QString selectRecords(const QString& condition) {
+    return QStringLiteral(
+               "SELECT project_id, filepath, filename, SUFID, last_modified FROM projects WHERE ") +
+        condition;
+}
+
+constexpr QLatin1String givenUpMark("former ");
+
 } // namespace
 
 QString selectRecordedBundles() {
@@ -36,20 +44,16 @@ QString selectRecordedBundles() {
 }
 
 QString selectBySufid(const QString& sufid) {
-    return QStringLiteral("SELECT project_id, filepath, filename, SUFID FROM projects WHERE SUFID='%1'")
-        .arg(escape(sufid));
+    return selectRecords(QStringLiteral("SUFID='%1'").arg(escape(sufid)));
 }
 
 QString selectById(long long projectId) {
-    return QStringLiteral("SELECT project_id, filepath, filename, SUFID FROM projects WHERE project_id=%1")
-        .arg(decimal(projectId));
+    return selectRecords(QStringLiteral("project_id=%1").arg(decimal(projectId)));
 }
 
 QString selectByPath(const QString& filepath, const QString& filename) {
-    return QStringLiteral(
-               "SELECT project_id, filepath, filename, SUFID FROM projects WHERE filepath='%1' AND "
-               "filename='%2'")
-        .arg(escape(filepath), escape(filename));
+    return selectRecords(
+        QStringLiteral("filepath='%1' AND filename='%2'").arg(escape(filepath), escape(filename)));
 }
 
 QString countBelow(const QStringList& folders) {
@@ -61,12 +65,6 @@ QString countBelow(const QStringList& folders) {
     return QStringLiteral("WITH folders(prefix) AS (VALUES ") + prefixes.join(QLatin1String(", ")) +
         QStringLiteral(") SELECT (SELECT count(*) FROM projects WHERE substr(filepath, 1, length(prefix))="
                        "prefix) FROM folders");
-}
-
-QString selectByTraits(const QString& sufid, const QString& filename, qint64 lastModified) {
-    return QStringLiteral("SELECT project_id, filepath, filename, SUFID FROM projects WHERE SUFID='%1' AND "
-                          "filename='%2' AND last_modified=%3")
-        .arg(escape(sufid), escape(filename), decimal(lastModified));
 }
 
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated) {
@@ -113,7 +111,12 @@ QString move(const ProjectDetails& details, long long projectId) {
 }
 
 QString giveUpIdentity(long long projectId) {
-    return QStringLiteral("UPDATE projects SET SUFID=NULL WHERE project_id=%1").arg(decimal(projectId));
+    return QStringLiteral("UPDATE projects SET SUFID='%1' || SUFID WHERE project_id=%2")
+        .arg(givenUpMark, decimal(projectId));
+}
+
+QString formerSufid(const QString& stored) {
+    return stored.startsWith(givenUpMark) ? stored.mid(givenUpMark.size()) : QString();
 }
 
 QString giveUpPlace(long long projectId) {

@@ -18,8 +18,6 @@ QString selectRecordedBundles();
 QString selectBySufid(const QString& sufid);
 QString selectById(long long projectId);
 QString selectByPath(const QString& filepath, const QString& filename);
-/// By the identity, the name and the time of the information file together.
-QString selectByTraits(const QString& sufid, const QString& filename, qint64 lastModified);
 
 /// A row for each folder, which ends in "/", in their order: how many records have their bundle in it or
 /// below.
@@ -33,8 +31,11 @@ update(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdate
 /// Moves a record to where the bundle is now.
 QString move(const ProjectDetails& details, long long projectId);
 
-/// Takes the identity from a record whose number the file system has given to another bundle.
+/// Takes the identity from a record whose number the file system has given to another bundle. It is marked
+/// and not erased, since the note in a backup of the record's own bundle still names it.
 QString giveUpIdentity(long long projectId);
+/// The identity that a record has given up, from what its column holds. Empty where it has not.
+QString formerSufid(const QString& stored);
 /// Takes the folder from a record where another bundle has the place. The name stays, to know the bundle by.
 QString giveUpPlace(long long projectId);
 

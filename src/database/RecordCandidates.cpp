@@ -26,9 +26,16 @@ QList<ProjectRecord> select(QSqlDatabase& database, const QString& statement) {
             qCritical() << "Could not convert project_id!";
             continue;
         }
-        records.append(
-            {static_cast<long long>(id), query.value(1).toString(), query.value(2).toString(),
-             query.value(3).toString()});
+        ProjectRecord record;
+        record.id = static_cast<long long>(id);
+        record.filepath = query.value(1).toString();
+        record.filename = query.value(2).toString();
+        const auto stored = query.value(3).toString();
+        const auto former = ProjectStatements::formerSufid(stored);
+        record.sufid = former.isEmpty() ? stored : QString();
+        record.lastSufid = former.isEmpty() ? stored : former;
+        record.lastModified = query.value(4).toLongLong();
+        records.append(record);
     }
     return records;
 }
@@ -36,16 +43,11 @@ QList<ProjectRecord> select(QSqlDatabase& database, const QString& statement) {
 } // namespace
 
 RecordCandidates selectCandidates(
-    QSqlDatabase& database, const ProjectDetails& details, qint64 savedAt,
-    const std::optional<RecordCandidates::Note>& note, const QStringList& priorPaths) {
+    QSqlDatabase& database, const ProjectDetails& details, const std::optional<RecordCandidates::Note>& note,
+    const QStringList& priorPaths) {
     RecordCandidates found;
     const QString sufid = details.sufid.toString();
     found.byIdentity = select(database, ProjectStatements::selectBySufid(sufid));
-    if (!found.byIdentity.isEmpty()) {
-        for (const auto& record :
-             select(database, ProjectStatements::selectByTraits(sufid, details.filename, savedAt)))
-            found.byTraits.append(record.id);
-    }
     found.byPath = select(database, ProjectStatements::selectByPath(details.filepath, details.filename));
     for (const auto& path : priorPaths) {
         const qsizetype nameBegin = path.lastIndexOf(u'/') + 1;

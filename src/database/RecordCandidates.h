@@ -24,6 +24,10 @@ struct ProjectRecord {
     QString filename;
     /// Empty where the record has given its identity up.
     QString sufid;
+    /// The last one that the record had, given up or not.
+    QString lastSufid;
+    /// When the bundle's information file was last changed, in seconds since the epoch.
+    qint64 lastModified = 0;
 };
 
 /// The records that a bundle may be, by what speaks for each. A record can be in several of the lists.
@@ -32,8 +36,6 @@ struct RecordCandidates {
     using Note = std::pair<std::int64_t, std::string>;
 
     QList<ProjectRecord> byIdentity;
-    /// Of those, the ones whose bundle had the same name and the same time of its last save.
-    QList<long long> byTraits;
     QList<ProjectRecord> byPath;
     /// At the paths from which the bundle was seen to move.
     QList<ProjectRecord> byPriorPath;
@@ -42,10 +44,9 @@ struct RecordCandidates {
     QList<ProjectRecord> byNotedIdentity;
 };
 
-/// savedAt is when the bundle's information file was last changed, in seconds since the epoch. On the worker;
-/// throws DbException.
+/// On the worker; throws DbException.
 RecordCandidates selectCandidates(
-    QSqlDatabase& database, const ProjectDetails& details, qint64 savedAt,
-    const std::optional<RecordCandidates::Note>& note, const QStringList& priorPaths);
+    QSqlDatabase& database, const ProjectDetails& details, const std::optional<RecordCandidates::Note>& note,
+    const QStringList& priorPaths);
 
 } // namespace Stemhaven

@@ -1,5 +1,6 @@
 #include "database/UserDataStatements.h"
 
+#include "database/ProjectStatements.h"
 #include "database/SqlText.h"
 
 #include <QLocale>
@@ -228,10 +229,11 @@ QStringList settleRestoredProject(qint64 projectId) {
         statements.append(
             QStringLiteral("DELETE FROM %1 WHERE project_id IN (%2)").arg(QLatin1String(table), sameBundle));
     }
+    // One that was given up before stays as it is, though another record may have given up the same.
     statements.append(
-        QStringLiteral(
-            "UPDATE projects SET SUFID=NULL WHERE project_id=%1 AND EXISTS (SELECT 1 FROM projects "
-            "AS other WHERE other.SUFID=projects.SUFID AND other.project_id<>%1)")
+        ProjectStatements::giveUpIdentity(projectId) +
+        QStringLiteral(" AND EXISTS (SELECT 1 FROM projects AS other WHERE other.SUFID=projects.SUFID AND "
+                       "other.project_id<>%1 AND projects.SUFID GLOB '[0-9-]*')")
             .arg(id));
     return statements;
 }

@@ -223,8 +223,7 @@ bool BundleChecks::findCandidates(const CheckedGroup& group) {
         [group](QSqlDatabase& database) {
             for (auto& checked : *group) {
                 checked.candidates = selectCandidates(
-                    database, checked.bundle.details, checked.bundle.savedAt, checked.bundle.note,
-                    checked.request.priorPaths);
+                    database, checked.bundle.details, checked.bundle.note, checked.request.priorPaths);
             }
         },
         [this] { return isEnding(); });

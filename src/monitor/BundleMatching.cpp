@@ -25,6 +25,22 @@ bool isSameOnSomeDisks(const QString& a, const QString& b) {
     return a == b || folded(a) == folded(b);
 }
 
+/// Whether another catalogue wrote the note, so that the id in it means another song. Otherwise the record
+/// with that id has or had the identity that the note names, or the bundle was last saved when the record
+/// says.
+bool isForeign(
+    const RecordCandidates::Note& note, const FoundBundle& bundle, const RecordCandidates& candidates) {
+    if (!candidates.byNotedId)
+        return false;
+    const auto& record = *candidates.byNotedId;
+    const auto noted = SystemUniqueFileID::fromString(QString::fromStdString(note.second));
+    const auto recorded = SystemUniqueFileID::fromString(record.lastSufid);
+    // The number of a device can change from one start of the machine to the next.
+    const bool isIdentityNoted = noted.valid && recorded.valid && noted.inode == recorded.inode;
+    const bool isSameSave = bundle.savedAt != 0 && bundle.savedAt == record.lastModified;
+    return !isIdentityNoted && !isSameSave;
+}
+
 } // namespace
 
 BundleMatching::BundleMatching(Places places, std::function<bool(const QString&)> isSearched)
@@ -34,14 +50,22 @@ BundleMatching::BundleMatching(Places places, std::function<bool(const QString&)
 BundleMatching::Outcome BundleMatching::match(
     const FoundBundle& bundle, const RecordCandidates& candidates, const QStringList& priorPaths,
     Knowledge knowledge) {
-    const Subject subject{
-        bundle, candidates, priorPaths, bundle.details.bundlePath(), bundle.details.sufid.toString()};
+    Subject subject{bundle,
+                    candidates,
+                    priorPaths,
+                    bundle.note,
+                    bundle.details.bundlePath(),
+                    bundle.details.sufid.toString()};
+    if (bundle.note && isForeign(*bundle.note, bundle, candidates)) {
+        qDebug() << "The note of another catalogue is passed over:" << subject.path;
+        subject.note.reset();
+    }
     if (const auto record = certainRecord(subject))
         return update(subject, *record);
     if (bundle.noteFailure)
         return unreadable(skippedNew, subject.path, bundle.noteFailure);
     const auto atItsPath = atPath(subject);
-    if (atItsPath.isEmpty() && !bundle.note)
+    if (atItsPath.isEmpty() && !subject.note)
         return insert(subject);
     if (knowledge == Knowledge::Partial)
         return Outcome::Undecided;
@@ -69,7 +93,7 @@ BundleMatching::Outcome BundleMatching::match(
 
 std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subject) const {
     const auto records = withIdentity(subject);
-    const auto& note = subject.bundle.note;
+    const auto& note = subject.note;
     const auto firstThat = [&](const auto& confirms) -> std::optional<ProjectRecord> {
         const auto found = std::find_if(records.begin(), records.end(), confirms);
         return found == records.end() ? std::nullopt : std::optional(*found);
@@ -91,8 +115,9 @@ std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subjec
     const bool isIdentityNoted =
         note && !subject.candidates.byNotedId && note->second == subject.sufid.toStdString();
     return firstThat([&](const auto& it) {
-        return note || subject.bundle.noteFailure ? isIdentityNoted
-                                                  : subject.candidates.byTraits.contains(it.id);
+        return note || subject.bundle.noteFailure
+            ? isIdentityNoted
+            : it.filename == subject.bundle.details.filename && it.lastModified == subject.bundle.savedAt;
     });
 }
 
@@ -117,13 +142,15 @@ std::optional<ProjectRecord> BundleMatching::movedRecord(const Subject& subject)
 
 /// The record that the bundle's note speaks for, and whether its bundle cannot be looked for now.
 std::optional<BundleMatching::Origin> BundleMatching::originByNote(const Subject& subject) const {
+    if (!subject.note)
+        return std::nullopt;
     std::optional<ProjectRecord> origin = subject.candidates.byNotedId;
     if (origin) {
         qDebug() << "Found project_id match from Stemhaven.plist: " << origin->id;
     } else if (!subject.candidates.byNotedIdentity.isEmpty()) {
         // The identity may have gone to another record meanwhile.
         origin = current(subject.candidates.byNotedIdentity.first());
-        if (!subject.bundle.note || origin->sufid.toStdString() != subject.bundle.note->second)
+        if (origin->sufid.toStdString() != subject.note->second)
             return std::nullopt;
     }
     if (!origin)
@@ -197,7 +224,8 @@ BundleMatching::Outcome BundleMatching::update(const Subject& subject, const Pro
         qInfo() << "Project was moved/renamed!"
                 << "\t From:" << record.path() << "\t To:  " << details;
     }
-    m_decided[record.id] = {record.id, details.filepath, details.filename, subject.sufid};
+    m_decided[record.id] = {record.id,     details.filepath, details.filename,
+                            subject.sufid, subject.sufid,    subject.bundle.savedAt};
     return outcome;
 }
 

@@ -72,6 +72,8 @@ private:
         const FoundBundle& bundle;
         const RecordCandidates& candidates;
         const QStringList& priorPaths;
+        /// The bundle's, unless another catalogue wrote it.
+        std::optional<RecordCandidates::Note> note;
         QString path;
         QString sufid;
     };

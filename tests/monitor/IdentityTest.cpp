@@ -70,6 +70,18 @@ protected:
         fs::copy(from, to, fs::copy_options::recursive);
     }
 
+    long long idOf(const QString& name) {
+        return m_database.rows("SELECT project_id FROM projects WHERE name='" + name + "'")
+            .value(0)
+            .toLongLong();
+    }
+
+    void writeNote(const fs::path& bundle, long long id, const std::string& sufid) {
+        TestBundle::writeList(
+            bundle / "Resources/Stemhaven.plist",
+            Plist::Dictionary{{"project_id", std::int64_t{id}}, {"SUFID", sufid}});
+    }
+
     /// Each record as its path, seen from the root, and its stars.
     QStringList state() {
         auto rows = m_database.rows("SELECT filepath || filename, star_rating FROM projects");
@@ -210,37 +222,56 @@ TEST_F(Identity, ARestoredOriginalHasItsRecordAgainThoughItsNumberWentToAnotherS
     make("A.logicx", 1);
     start();
     rate("A.logicx", 5);
-    const auto backup = m_disk.path().toStdString() + "/backup";
+    const fs::path backup = m_disk.path().toStdString() + "/backup";
     copy(path("A.logicx"), backup);
-    const auto number = ProjectDetails(at("A.logicx")).sufid.toString();
+    const auto id = idOf("A");
     fs::remove_all(path("A.logicx"));
-    // File systems give the freed number to one of the next new folders; so does the catalogue here.
     make("B.logicx", 4);
-    const auto asNumbered = [&] {
-        m_database.rows("UPDATE projects SET SUFID=NULL WHERE filename='A.logicx'");
-        if (ProjectDetails(at("B.logicx")).sufid.toString() != number) {
-            // The note in the backup names the number that B has.
-            m_database.rows("SELECT 1");
-            auto details = ProjectDetails(at("B.logicx"));
-            ASSERT_TRUE(fs::exists(backup + "/Resources"));
-            const auto id =
-                m_database.rows("SELECT project_id FROM projects WHERE filename='A.logicx'").value(0);
-            Stemhaven::ProjectDetails noted = details;
-            fs::rename(backup, m_disk.path().toStdString() + "/X.logicx");
-            noted = ProjectDetails(m_disk.path() + "/X.logicx");
-            updateStemhavenPlist(noted, id.toLongLong());
-            fs::rename(m_disk.path().toStdString() + "/X.logicx", backup);
-        }
+    const auto number = ProjectDetails(at("B.logicx")).sufid.toString();
+    // File systems give the freed number to one of the next new folders; where this one did not, the
+    // catalogue and the note are made to say so.
+    const auto loseNumber = [&] {
+        m_database.rows("UPDATE projects SET SUFID='former " + number + "' WHERE name='A'");
+        writeNote(backup, id, number.toStdString());
     };
-    asNumbered();
+    loseNumber();
     copy(backup, path("A.logicx"));
     EXPECT_TRUE(becomes({"A.logicx|5", "B.logicx|4"}));
 
     // Elsewhere than at its old path, the id in the note tells.
     fs::remove_all(path("A.logicx"));
-    asNumbered();
+    loseNumber();
     copy(backup, path("else/A.logicx"));
     EXPECT_TRUE(becomes({"B.logicx|4", "else/A.logicx|5"}));
+}
+
+TEST_F(Identity, ANoteThatAnotherCatalogueWroteSpeaksForNoRecord) {
+    const QStringList names{"There.logicx", "Deleted.logicx", "Given up.logicx", "../drive/Away.logicx"};
+    for (const auto& name : names)
+        makeBundle(name);
+    start();
+    m_database.rows("UPDATE projects SET star_rating=5, last_modified=1000000000");
+    const auto ids = m_database.rows("SELECT project_id FROM projects ORDER BY project_id");
+    const auto former = ProjectDetails(at("Given up.logicx")).sufid.toString();
+    restart([&] {
+        fs::remove_all(path("Deleted.logicx"));
+        fs::remove_all(path("Given up.logicx"));
+        rename(path("../drive"), path("../unplugged"));
+        m_database.rows("UPDATE projects SET SUFID='former " + former + "' WHERE name='Given up'");
+        for (const auto& id : ids) {
+            TestBundle().write(path("in/" + id + ".logicx"));
+            writeNote(path("in/" + id + ".logicx"), id.toLongLong(), "4242-4242");
+        }
+        // Even where the file system gives it the number of the deleted song.
+        const auto number = ProjectDetails(at("in/" + ids.first() + ".logicx")).sufid.toString();
+        m_database.rows("UPDATE projects SET SUFID='" + number + "' WHERE name='Deleted'");
+        writeNote(path("in/" + ids.first() + ".logicx"), idOf("Deleted"), "4242-4242");
+    });
+    QStringList expected{"../drive/Away.logicx|5", "Deleted.logicx|5", "Given up.logicx|5", "There.logicx|5"};
+    for (const auto& id : ids)
+        expected.append("in/" + id + ".logicx|0");
+    expected.sort();
+    EXPECT_TRUE(becomes(expected));
 }
 
 TEST_F(Identity, ACopyOfASongOnADriveThatIsAwayBeginsWithItsUserData) {
@@ -301,18 +332,12 @@ TEST_F(Identity, IsKeptThroughANewNumberOfTheDevice) {
             const auto details = ProjectDetails(at(name));
             auto noted = details;
             noted.sufid.device = 99;
-            std::vector<char> bytes;
             const auto id = m_database
                                 .rows(QString("SELECT project_id FROM projects WHERE filepath LIKE '%/%1/'")
                                           .arg(QString(name).left(2)))
                                 .value(0)
                                 .toLongLong();
-            Plist::writePlistBinary(
-                bytes,
-                Plist::Dictionary{
-                    {"project_id", std::int64_t{id}}, {"SUFID", noted.sufid.toString().toStdString()}});
-            std::ofstream(path(name) / "Resources/Stemhaven.plist", std::ios::binary)
-                .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+            writeNote(path(name), id, noted.sufid.toString().toStdString());
         }
         rename(path("v1"), path("v0"));
         rename(path("v2"), path("v1"));

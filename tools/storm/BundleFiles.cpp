@@ -2,6 +2,7 @@
 
 #include "plist/PropertyList.h"
 
+#include <chrono>
 #include <cstdint>
 #include <fstream>
 #include <functional>
@@ -69,6 +70,16 @@ void writeBundle(const fs::path& bundle, const BundleContents& contents) {
         fs::create_directories(file.parent_path());
         writeInPlace(file, bytes);
     });
+}
+
+void writeForeignNote(const fs::path& bundle, std::int64_t recordId) {
+    writeInPlace(
+        bundle / "Resources/Stemhaven.plist",
+        encoded({{"project_id", recordId}, {"SUFID", std::string("4242-4242424242")}}));
+    // A record and a bundle that were saved in the same second pass for the same song.
+    constexpr auto age = std::chrono::hours(24 * 1000);
+    for (const auto* list : {"Alternatives/000/MetaData.plist", "Resources/ProjectInformation.plist"})
+        fs::last_write_time(bundle / list, fs::file_time_type::clock::now() - age);
 }
 
 void saveBundle(const fs::path& bundle, const BundleContents& contents) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 
 namespace Storm {
@@ -18,5 +19,8 @@ void writeBundle(const std::filesystem::path& bundle, const BundleContents& cont
 /// Saves as a document program does: every file is written anew inside the bundle and renamed over the old
 /// one.
 void saveBundle(const std::filesystem::path& bundle, const BundleContents& contents);
+
+/// Makes of a bundle one that another catalogue recorded under that id, last saved long ago.
+void writeForeignNote(const std::filesystem::path& bundle, std::int64_t recordId);
 
 } // namespace Storm

@@ -28,6 +28,10 @@ std::vector<Operation> IdentityOperations::all() {
          [this] {
              return copyThenMove();
          }},
+        {2, "foreign",
+         [this] {
+             return bringForeign();
+         }},
     };
 }
 
@@ -123,6 +127,26 @@ IdentityOperations::Outcome IdentityOperations::copyThenMove() {
     }
     return "copy " + m_tools.shown(from) + " to " + m_tools.shown(copy) + " and move it to " +
         m_tools.shown(to);
+}
+
+/// Its note names a record that is another bundle's here. That bundle may be deleted.
+IdentityOperations::Outcome IdentityOperations::bringForeign() {
+    std::vector<std::int64_t> ids;
+    for (const auto& bundle : m_tools.library().bundles()) {
+        if (bundle.recordId)
+            ids.push_back(*bundle.recordId);
+    }
+    if (ids.empty())
+        return std::nullopt;
+    const auto id =
+        ids[static_cast<std::size_t>(m_tools.random().between(0, static_cast<int>(ids.size()) - 1))];
+    const Path path = m_tools.newName(m_tools.pickPlace(), ".logicx");
+    const Path stored = newStored(path);
+    auto& bundle = m_tools.addBundle(stored);
+    writeForeignNote(stored, id);
+    fs::rename(stored, path);
+    bundle.path = path;
+    return "bring in " + m_tools.shown(path) + ", recorded elsewhere as " + std::to_string(id);
 }
 
 IdentityOperations::Path IdentityOperations::newStored(const Path& path) {

@@ -27,6 +27,7 @@ private:
     Outcome putBack();
     Outcome emptyNote();
     Outcome copyThenMove();
+    Outcome bringForeign();
 
     /// Named like the given path, and hidden from the program.
     Path newStored(const Path& path);
