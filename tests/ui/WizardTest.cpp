@@ -102,8 +102,8 @@ TEST_F(WizardTest, GoesNoFurtherWithoutAnAgreement) {
     show();
     EXPECT_FALSE(next().isEnabled());
     wizard->next();
+    QTest::keyClick(wizard->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(wizard->currentPage(), WizardTab::Agreement);
-    EXPECT_EQ(log.count("Missing EULA file! Cannot proceed..."), 0);
     EXPECT_TRUE(
         child<QTextBrowser>("eulaBrowser").toPlainText().startsWith("Missing EULA file! Cannot proceed..."));
     // A folder is there but cannot be read as a file, whoever runs this.
@@ -128,7 +128,7 @@ TEST_F(WizardTest, KeepsTheMonitorStoppedAndSearchesTheFoldersAtItsEnd) {
     EXPECT_TRUE(waitUntil([&] { return child<QListView>().model()->rowCount() == 1; }));
     EXPECT_EQ(
         child<QListView>().model()->index(0, 0).data(WatchedFoldersModel::DetailsRole).toString(),
-        "Not watched yet · 0 projects");
+        "Not watched yet");
 
     wizard->next();
     wizard->next();

@@ -186,7 +186,8 @@ QVariant WatchedFoldersModel::data(const QModelIndex& index, int role) const {
 
 QString WatchedFoldersModel::details(const Folder& folder) const {
     QString text = tr(words.at(static_cast<std::size_t>(folder.state)).name);
-    if (folder.projects >= 0) {
+    const bool isUnsearched = folder.state == State::Waiting && folder.projects == 0;
+    if (folder.projects >= 0 && !isUnsearched) {
         text += QStringLiteral(" · ") +
             (folder.projects == 1 ? tr("1 project")
                                   : tr("%1 projects").arg(QLocale().toString(folder.projects)));

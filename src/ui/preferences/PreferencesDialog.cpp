@@ -72,11 +72,16 @@ PreferencesDialog::addPage(QWidget* page, Glyph glyph, const QString& text, cons
     button->setAutoExclusive(true);
     button->setFocusPolicy(Qt::StrongFocus);
     m_buttons->addWidget(button);
-    m_pages->addTab(page, text);
+    const int index = m_pages->addTab(page, text);
     connect(button, &QToolButton::toggled, this, [this, page](bool on) {
         if (on)
             Stemhaven::guarded(
                 tr("Preferences tab selection failed."), [&] { m_pages->setCurrentWidget(page); });
+    });
+    // By Ctrl and Tab.
+    connect(m_pages, &QTabWidget::currentChanged, button, [button, index](int current) {
+        if (current == index)
+            button->setChecked(true);
     });
     return button;
 }

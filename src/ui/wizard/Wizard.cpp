@@ -184,7 +184,11 @@ WizardTab Wizard::currentPage() const {
 }
 
 void Wizard::showPage(WizardTab page) {
-    m_pages->setCurrentIndex(static_cast<int>(page));
+    const int index = static_cast<int>(page);
+    // Ctrl and Tab would go past the agreement.
+    for (int other = 0; other < m_pages->count(); ++other)
+        m_pages->setTabEnabled(other, other == index);
+    m_pages->setCurrentIndex(index);
     setupButtonsAndProgressForTab(page);
     if (page == WizardTab::Agreement)
         m_agreement->setFocus();
