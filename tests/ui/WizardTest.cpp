@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTextBrowser>
 
 #include <optional>
@@ -102,7 +103,7 @@ TEST_F(WizardTest, GoesNoFurtherWithoutAnAgreement) {
     show();
     EXPECT_FALSE(next().isEnabled());
     wizard->next();
-    QTest::keyClick(wizard->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    QTest::keyClick(&child<QTabWidget>(), Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(wizard->currentPage(), WizardTab::Agreement);
     EXPECT_TRUE(
         child<QTextBrowser>("eulaBrowser").toPlainText().startsWith("Missing EULA file! Cannot proceed..."));
