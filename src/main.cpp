@@ -14,6 +14,7 @@
 #include "platform/TerminationSignals.h"
 #include "ui/MainWindow.h"
 #include "ui/Screenshot.h"
+#include "ui/Translation.h"
 #include "ui/dialogs/AlertQueue.h"
 #include "ui/widgets/FontIcons.h"
 #include "ui/widgets/ScreenFitting.h"
@@ -51,16 +52,6 @@ void startLog(const QSettings& settings) {
     const auto level = static_cast<QtMsgType>(std::clamp(stored, 0, greatestLevel));
     qInfo() << "Starting Stemhaven! LogLevel: " << level;
     Logging::Log::setLevel(level);
-}
-
-void installTranslation(QTranslator& translator) {
-    const auto languages = QLocale::system().uiLanguages();
-    for (const auto& language : languages) {
-        if (translator.load(QStringLiteral(":/i18n/Stemhaven_") + QLocale(language).name())) {
-            QCoreApplication::installTranslator(&translator);
-            return;
-        }
-    }
 }
 
 QString profileFolder() {
@@ -199,7 +190,8 @@ int run(int argc, char** argv) {
 
     registerFonts();
     QTranslator translator;
-    installTranslation(translator);
+    if (loadTranslation(translator, QLocale::system().uiLanguages()))
+        QCoreApplication::installTranslator(&translator);
     const Theme theme(commandLine->colorScheme);
 
     // Static, to be given up only after the singletons have closed the databases.

@@ -467,10 +467,6 @@
         <source>Setting project progress failed.</source>
         <translation>Der Fortschritt konnte nicht gesetzt werden.</translation>
     </message>
-    <message>
-        <source>Project wasn&apos;t found</source>
-        <translation>Das Projekt wurde nicht gefunden</translation>
-    </message>
 </context>
 <context>
     <name>EmptyState</name>
@@ -936,6 +932,30 @@
     </message>
 </context>
 <context>
+    <name>NotFound</name>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Not found: %1 of %2</source>
+        <extracomment>How many of the selected projects</extracomment>
+        <translation>Nicht gefunden: %1 von %2</translation>
+    </message>
+    <message>
+        <source>Connect its drive, or put the project back: it then returns here by itself, with all that you noted.</source>
+        <translation>Schließe das Laufwerk wieder an oder lege das Projekt zurück: Dann kommt es hier von selbst wieder, mit allem, was du dazu notiert hast.</translation>
+    </message>
+    <message>
+        <source>Connect their drives, or put the projects back: they then return here by themselves, with all that you noted.</source>
+        <translation>Schließe die Laufwerke wieder an oder lege die Projekte zurück: Dann kommen sie hier von selbst wieder, mit allem, was du dazu notiert hast.</translation>
+    </message>
+    <message>
+        <source>The project was not found where it was last.</source>
+        <translation>Das Projekt wurde nicht dort gefunden, wo es zuletzt war.</translation>
+    </message>
+</context>
+<context>
     <name>PaneKeys</name>
     <message>
         <source>Make Pane &amp;Wider</source>
@@ -1134,6 +1154,71 @@
     </message>
 </context>
 <context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>QMessageBox</name>
+    <message>
+        <source>Show Details...</source>
+        <translation>Details einblenden ...</translation>
+    </message>
+    <message>
+        <source>Hide Details...</source>
+        <translation>Details ausblenden ...</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Nein</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>RemoveFilter</name>
     <message>
         <source>Saved Search</source>
@@ -1268,6 +1353,14 @@
     <message>
         <source>The command xdg-open is missing, which opens files with the programs of your desktop. Install the package xdg-utils, then try again.</source>
         <translation>Der Befehl xdg-open fehlt, der Dateien mit den Programmen des Desktops öffnet. Installiere das Paket xdg-utils und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>No program is set up to open Logic Pro projects. Install one, choose it for files of this kind in your file manager under &quot;Open With&quot;, then try again.</source>
+        <translation>Für Projekte von Logic Pro ist kein Programm eingerichtet. Installiere eines, wähle es im Dateimanager unter „Öffnen mit“ für Dateien dieser Art, und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>No file manager is set up to show folders. Install one, such as the package nautilus or dolphin, then try again.</source>
+        <translation>Es ist kein Dateimanager eingerichtet, der Ordner zeigt. Installiere einen, etwa mit dem Paket nautilus oder dolphin, und versuche es dann noch einmal.</translation>
     </message>
 </context>
 <context>

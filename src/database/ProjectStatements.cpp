@@ -67,6 +67,14 @@ QString countBelow(const QStringList& folders) {
                        "prefix) FROM folders");
 }
 
+QString selectIdByPath() {
+    return QStringLiteral("SELECT project_id FROM projects WHERE filepath=? AND filename=?");
+}
+
+QString selectWithoutPlace() {
+    return QStringLiteral("SELECT project_id FROM projects WHERE filepath=''");
+}
+
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated) {
     return QStringLiteral(
                "INSERT INTO projects (filepath, filename, name, project_type, logic_version, bpm, song_key, "

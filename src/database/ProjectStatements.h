@@ -23,6 +23,11 @@ QString selectByPath(const QString& filepath, const QString& filename);
 /// below.
 QString countBelow(const QStringList& folders);
 
+/// To be prepared and bound to the folder and the name of the bundle.
+QString selectIdByPath();
+/// The ids of the records that have given their place up.
+QString selectWithoutPlace();
+
 /// Both read data and throw IOException where it lacks what a record needs.
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated);
 QString

@@ -4,6 +4,7 @@
 #include "monitor/ProjectMonitor.h"
 #include "ui/MainWindow.h"
 #include "ui/MissingFolders.h"
+#include "ui/MissingProjects.h"
 #include "ui/SidePanes.h"
 #include "ui/SpacedCall.h"
 #include "ui/actions/HeaderMenus.h"
@@ -18,6 +19,7 @@
 #include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/table/KeyEventTableView.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/widgets/Splitter.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
@@ -25,7 +27,6 @@
 #include <QCoreApplication>
 #include <QMenu>
 #include <QShortcut>
-#include <QSplitter>
 
 #include <chrono>
 
@@ -54,8 +55,8 @@ void MainWindow::layOut() {
     m_projects->setTopButtons(m_sidebarToggle, m_detailsToggle);
 
     // Put together in the order in which the Tab key goes through them.
-    auto* sidebarSplitter = new QSplitter(Qt::Horizontal);
-    auto* detailsSplitter = new QSplitter(Qt::Horizontal);
+    auto* sidebarSplitter = new Splitter;
+    auto* detailsSplitter = new Splitter;
     sidebarSplitter->setObjectName(QStringLiteral("sidebarSplitter"));
     detailsSplitter->setObjectName(QStringLiteral("projectInfoSplitter"));
     detailsSplitter->addWidget(m_projects.get());
@@ -129,9 +130,15 @@ void MainWindow::setupEvents() {
     connect(m_projects.get(), &ProjectsPane::showAllRequested, this, &MainWindow::clearSearchAndFilter);
     connect(m_projects.get(), &ProjectsPane::reloadRequested, this, &MainWindow::reloadAll);
     connect(m_projects.get(), &ProjectsPane::searchTermChanged, this, &MainWindow::searchTermChanged);
-    // The click that asks for them may also be the one that selects the project.
+    // The click that asks for them may also be the one that selects the project. What cannot be opened says
+    // why, though its action is off.
     connect(m_projects.get(), &ProjectsPane::openRequested, this, [this] {
-        whenSelectedIsShown(tr("Open project failed."), [this] { m_actions->open->trigger(); });
+        whenSelectedIsShown(tr("Open project failed."), [this] {
+            if (m_actions->open->isEnabled())
+                m_actions->open->trigger();
+            else
+                openSelectedProject();
+        });
     });
     connect(m_projects.get(), &ProjectsPane::contextMenuRequested, this, [this](const QPoint& position) {
         whenSelectedIsShown(tr("Could not select project"), [this, position] { m_menus->popUp(position); });
@@ -176,7 +183,9 @@ void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
     connect(m_editor, &SelectionEditor::cancelled, m_details, &DetailsPane::reload);
     m_projects->setEditor(*m_details);
+    connect(m_editor, &SelectionEditor::editing, m_projects.get(), &ProjectsPane::noteEdit);
     connect(m_history, &EditHistory::wentBackOrForth, m_projects.get(), &ProjectsPane::selectAfterReload);
+    connect(m_history, &EditHistory::entryCameBack, m_sidebar, &FilterSidebar::activateAfterReload);
     connect(m_history, &EditHistory::written, this, &MainWindow::editsWritten);
     connect(m_history, &EditHistory::refused, this, &MainWindow::editRefused);
     connect(m_history, &EditHistory::changed, this, &MainWindow::historyChanged);
@@ -208,7 +217,11 @@ void MainWindow::setupMonitorEvents() {
     connect(&m_monitor, &ProjectMonitor::rootSearchPathChanged, this, &MainWindow::rootFolderChanged);
     auto* missing = new MissingFolders(m_monitor, this);
     connect(missing, &MissingFolders::changed, m_projects.get(), &ProjectsPane::showMissingFolders);
-    connect(missing, &MissingFolders::changed, m_details, &DetailsPane::reloadPicture);
+    auto* missingProjects = new MissingProjects(m_tasks, m_monitor, this);
+    connect(missingProjects, &MissingProjects::changed, m_projects.get(), &ProjectsPane::setMissingProjects);
+    connect(missingProjects, &MissingProjects::changed, m_details, &DetailsPane::setMissingProjects);
+    // A deleted record that comes back may be one of them.
+    connect(m_history, &EditHistory::wentBackOrForth, missingProjects, &MissingProjects::request);
 }
 
 void MainWindow::setupMenus() {

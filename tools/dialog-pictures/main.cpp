@@ -6,6 +6,7 @@
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
 #include "ui/MainWindow.h"
+#include "ui/Translation.h"
 #include "ui/actions/WindowActions.h"
 #include "ui/preferences/PreferencesDialog.h"
 #include "ui/widgets/FontIcons.h"
@@ -111,7 +112,7 @@ int run(int argc, char** argv) {
     }
     registerFonts();
     QTranslator translator;
-    if (translator.load(QStringLiteral(":/i18n/Stemhaven_") + QLocale::system().name()))
+    if (loadTranslation(translator, QLocale::system().uiLanguages()))
         QCoreApplication::installTranslator(&translator);
     const Theme theme(isDark ? ColorScheme::Dark : ColorScheme::Light);
 

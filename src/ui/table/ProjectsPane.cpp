@@ -206,6 +206,10 @@ void ProjectsPane::setEditor(const QWidget& editor) {
     m_selection->setEditor(editor);
 }
 
+void ProjectsPane::noteEdit(bool byMenu) {
+    m_selection->noteEdit(byMenu);
+}
+
 void ProjectsPane::clearSelection() {
     m_selection->clear();
 }
@@ -252,6 +256,10 @@ void ProjectsPane::setWatchedFolders(const QStringList& folders) {
 
 void ProjectsPane::showMissingFolders(const QStringList& folders) {
     m_statusLine->showMissingFolders(folders);
+}
+
+void ProjectsPane::setMissingProjects(const QSet<qint64>& projects) {
+    m_model->setMissingProjects(projects);
 }
 
 void ProjectsPane::request(ReloadScheduler::Reason reason) {

@@ -3,6 +3,7 @@
 #include "ui/table/ReloadScheduler.h"
 
 #include <QDeadlineTimer>
+#include <QSet>
 #include <QStringList>
 #include <QWidget>
 
@@ -70,6 +71,8 @@ public:
     /// Where the selected projects are edited; outlives the pane. While the keyboard is there, projects whose
     /// rows an edit takes away stay selected, for the next key must not edit another project.
     void setEditor(const QWidget& editor);
+    /// The selected projects are being changed. After a menu's change there is no such key.
+    void noteEdit(bool byMenu);
     void clearSelection();
     /// Returns whether there is one.
     bool selectFirst();
@@ -84,6 +87,8 @@ public:
     void setWatchedFolders(const QStringList& folders);
     /// Says which of the watched folders are not there.
     void showMissingFolders(const QStringList& folders);
+    /// By the ids of their records.
+    void setMissingProjects(const QSet<qint64>& projects);
     /// Not by a focus proxy, for which the Tab key would leave out the search field.
     void focusProjects();
     void focusSearch();

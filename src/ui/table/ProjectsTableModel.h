@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModel>
 #include <QList>
+#include <QSet>
 #include <QStringList>
 
 #include <memory>
@@ -28,6 +29,9 @@ class ProjectsTableModel : public QAbstractItemModel {
     Q_OBJECT
 
 public:
+    /// Of every cell: whether the project's bundle is not there.
+    static constexpr int NotFoundRole = Qt::UserRole + 1;
+
     /// tasks and builder outlive the model. Loads nothing yet: until the first reload there are -1 columns.
     ProjectsTableModel(
         Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder* builder, QObject* parent = nullptr);
@@ -53,7 +57,8 @@ public:
     bool hasChildren(const QModelIndex& parent = {}) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    /// The value as the format of its column wants it, whatever the role.
+    /// The value as the format of its column wants it, whatever the role, but for NotFoundRole and what a
+    /// screen reader asks for.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
     /// The name of the field in a column; empty where there is none.
@@ -61,6 +66,9 @@ public:
 
     /// -1 where the field is not shown.
     int columnOf(const QString& field) const { return static_cast<int>(m_fields.indexOf(field)); }
+
+    /// By the ids of their records, whether they have rows or not.
+    void setMissingProjects(const QSet<qint64>& projects);
 
     /// 0 where the names are not shown.
     int nameColumn() const;
@@ -78,6 +86,8 @@ signals:
     void reloadFailed();
 
 private:
+    bool isMissing(int row) const;
+    QVariant accessibleText(const QModelIndex& index) const;
     void finishReload();
     void forgetReload();
     int columnInRows(int column) const;
@@ -88,5 +98,7 @@ private:
     const QSqlQueryModel* m_announcedModel;
     QStringList m_fields; ///< of the columns, as the views know them
     int m_columnCount = -1;
+
+    QSet<qint64> m_missing;
     int m_pendingReloads = 0;
 };
