@@ -14,6 +14,7 @@ namespace SliderPainting {
 namespace {
 
 constexpr int scrollHandleThickness = 8;
+constexpr int progressThickness = 4;
 constexpr int shortestScrollHandle = 32;
 
 bool isHorizontal(const QStyleOptionSlider& option) {
@@ -153,8 +154,8 @@ void drawSlider(const QStyleOptionSlider& option, QPainter* painter) {
 }
 
 void drawProgress(const QStyleOptionProgressBar& option, QPainter* painter) {
-    const QRect groove = centered(option.rect, QSize(option.rect.width(), grooveThickness));
-    constexpr double round = grooveThickness / 2.0;
+    const QRect groove = centered(option.rect, QSize(option.rect.width(), progressThickness));
+    constexpr double round = progressThickness / 2.0;
     const QColor window = option.palette.color(QPalette::Window);
     fillBox(painter, groove, mixed(window, option.palette.color(QPalette::WindowText), 0.16F), round);
     const int range = option.maximum - option.minimum;
