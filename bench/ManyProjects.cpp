@@ -3,6 +3,7 @@
 
 #include "CatalogueFilling.h"
 #include "app/Paths.h"
+#include "app/SettingsKeys.h"
 #include "database/DatabaseInitStatements.h"
 #include "database/RootPathStatements.h"
 
@@ -121,7 +122,7 @@ void fillProfile(int number, const QString& root) {
             run(query, statement);
     run(query, schema.insertVersion());
     addProjects(database, number, root);
-    QSettings().setValue(QStringLiteral("completedWizard"), true);
+    QSettings().setValue(SettingsKeys::completedWizard, true);
 }
 
 } // namespace

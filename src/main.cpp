@@ -19,6 +19,7 @@
 #include "ui/widgets/FontIcons.h"
 #include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/Theme.h"
+#include "ui/wizard/Wizard.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -112,6 +113,25 @@ void bringForward(QWidget& window, const QByteArray& activationToken) {
     window.activateWindow();
 }
 
+void bringForwardOnRequest(QWidget& window, const Stemhaven::ActivationSocket& activation) {
+    QObject::connect(
+        &activation, &Stemhaven::ActivationSocket::activationRequested, &window,
+        [&window](const QByteArray& token) { bringForward(window, token); });
+}
+
+/// Whether the user has been through the wizard, now or at an earlier start.
+bool isSetUp(const Stemhaven::ActivationSocket& activation) {
+    if (QSettings().value(Stemhaven::SettingsKeys::completedWizard).toBool())
+        return true;
+    qInfo() << "Opening the setup wizard...";
+    Wizard wizard;
+    bringForwardOnRequest(wizard, activation);
+    if (wizard.exec() != QDialog::Rejected)
+        return true;
+    qWarning() << "Setup wizard must be completed to start!";
+    return false;
+}
+
 /// Starts the monitor, and ends its threads with its scope.
 class MonitorGuard {
 public:
@@ -187,15 +207,15 @@ int run(int argc, char** argv) {
     Stemhaven::ErrorHandler::instance().setPresenter(alerts.presenter());
 
     const MonitorGuard monitor;
-
-    MainWindow window;
-    QObject::connect(
-        &activation, &Stemhaven::ActivationSocket::activationRequested, &window,
-        [&window](const QByteArray& token) { bringForward(window, token); });
     // A size that is asked for holds on any screen.
     std::optional<ScreenFitting> screens;
     if (!commandLine->size)
         screens.emplace();
+    if (commandLine->screenshot.isEmpty() && !isSetUp(activation))
+        return 1;
+
+    MainWindow window;
+    bringForwardOnRequest(window, activation);
     std::optional<Screenshot> screenshot;
     if (commandLine->size)
         window.resize(*commandLine->size);

@@ -205,6 +205,49 @@
     </message>
 </context>
 <context>
+    <name>AdvancedPage</name>
+    <message>
+        <source>Debug</source>
+        <translation>Fehlersuche</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Critical</source>
+        <translation>Kritisch</translation>
+    </message>
+    <message>
+        <source>Fatal</source>
+        <translation>Fatal</translation>
+    </message>
+    <message>
+        <source>Info</source>
+        <translation>Info</translation>
+    </message>
+    <message>
+        <source>&amp;Log Level:</source>
+        <translation>&amp;Protokollstufe:</translation>
+    </message>
+    <message>
+        <source>The log holds messages of this level and of those that follow it in the list.</source>
+        <translation>Das Protokoll enthält Meldungen dieser Stufe und derer, die ihr in der Liste folgen.</translation>
+    </message>
+    <message>
+        <source>It is kept in %1</source>
+        <translation>Es liegt in %1</translation>
+    </message>
+    <message>
+        <source>Advanced</source>
+        <translation>Erweitert</translation>
+    </message>
+    <message>
+        <source>Could not set log level</source>
+        <translation>Die Protokollstufe konnte nicht gesetzt werden</translation>
+    </message>
+</context>
+<context>
     <name>AssociationMenu</name>
     <message>
         <source>Add to &amp;Collection</source>
@@ -271,6 +314,33 @@
     <message>
         <source>MMM d, yyyy h:mm A</source>
         <translation>d. MMM yyyy HH:mm</translation>
+    </message>
+</context>
+<context>
+    <name>ColumnsPage</name>
+    <message>
+        <source>Columns</source>
+        <translation>Spalten</translation>
+    </message>
+    <message>
+        <source>The space bar shows or hides the selected column, %1 and %2 move it.</source>
+        <translation>Die Leertaste blendet die gewählte Spalte ein oder aus, %1 und %2 verschieben sie.</translation>
+    </message>
+    <message>
+        <source>Table</source>
+        <translation>Tabelle</translation>
+    </message>
+    <message>
+        <source>Select which columns are visible. Invisible columns are not used for search results. Dragging a row will rearrange the column order.</source>
+        <translation>Wähle, welche Spalten sichtbar sind. In unsichtbaren Spalten wird nicht gesucht. Wer eine Zeile zieht, ändert die Reihenfolge der Spalten.</translation>
+    </message>
+    <message>
+        <source>Could not save column settings</source>
+        <translation>Die Einstellungen der Spalten konnten nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Column index could not be retreived from list!</source>
+        <translation>Die Spalte ist in der Liste nicht zu finden!</translation>
     </message>
 </context>
 <context>
@@ -541,6 +611,25 @@
     </message>
 </context>
 <context>
+    <name>FolderRemover</name>
+    <message>
+        <source>Could not remove folder</source>
+        <translation>Der Ordner konnte nicht entfernt werden</translation>
+    </message>
+    <message>
+        <source>Do you want Stemhaven to stop looking for projects in %1?</source>
+        <translation>Soll Stemhaven in %1 nicht mehr nach Projekten suchen?</translation>
+    </message>
+    <message>
+        <source>Stemhaven will keep any projects that have been found so far. New projects in this folder won&apos;t be added automatically!</source>
+        <translation>Stemhaven behält alle Projekte, die bisher gefunden wurden. Neue Projekte in diesem Ordner kommen nicht mehr von selbst hinzu!</translation>
+    </message>
+    <message>
+        <source>Could not remove folder to watch</source>
+        <translation>Der überwachte Ordner konnte nicht entfernt werden</translation>
+    </message>
+</context>
+<context>
     <name>FolderTreeItemModel</name>
     <message>
         <source>All</source>
@@ -650,6 +739,10 @@
 </context>
 <context>
     <name>MainWindow</name>
+    <message>
+        <source>Showing preferences failed.</source>
+        <translation>Die Einstellungen konnten nicht gezeigt werden.</translation>
+    </message>
     <message>
         <source>Focusing on search failed.</source>
         <translation>Das Suchfeld konnte nicht angesprungen werden.</translation>
@@ -804,6 +897,49 @@
     </message>
 </context>
 <context>
+    <name>MonitorPage</name>
+    <message>
+        <source>Could not load project folders to watch</source>
+        <translation>Die überwachten Ordner konnten nicht geladen werden</translation>
+    </message>
+    <message>
+        <source>Could not add folder</source>
+        <translation>Der Ordner konnte nicht hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>Selecting monitored root search path failed.</source>
+        <translation>Der überwachte Ordner konnte nicht ausgewählt werden.</translation>
+    </message>
+    <message>
+        <source> Assign Genre based on Directory</source>
+        <translation> Genre nach dem Ordner vergeben</translation>
+    </message>
+    <message>
+        <source>Monitor</source>
+        <translation>Überwachung</translation>
+    </message>
+    <message>
+        <source>Add the folders where your Logic projects are. Stemhaven will monitor these to automatically find new projects and look for changes.</source>
+        <translation>Füge die Ordner hinzu, in denen deine Logic-Projekte liegen. Stemhaven überwacht sie, findet neue Projekte von selbst und bemerkt Änderungen.</translation>
+    </message>
+    <message>
+        <source>Restarting project monitor failed.</source>
+        <translation>Die Überwachung der Projekte konnte nicht neu gestartet werden.</translation>
+    </message>
+    <message>
+        <source>Could not save setting to assign genre based on the folder name</source>
+        <translation>Die Einstellung, Genres nach dem Ordner zu vergeben, konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>New projects found will have their genre automatically set to their directory. Do you want Stemhaven to for this for all projects it found before?</source>
+        <translation>Neu gefundene Projekte bekommen von selbst das Genre, das wie ihr Ordner heißt. Soll Stemhaven das auch für alle Projekte tun, die es schon gefunden hat?</translation>
+    </message>
+    <message>
+        <source>New genres are named the same as the directories. For example, ~/Logic/Pop/MySong.logicx creates the genre &apos;Pop&apos;. If you&apos;ve already assigned a genre then this won&apos;t change it.</source>
+        <translation>Neue Genres heißen wie die Ordner. Zum Beispiel entsteht aus ~/Logic/Pop/MySong.logicx das Genre „Pop“. Ein Genre, das du schon vergeben hast, ändert sich dadurch nicht.</translation>
+    </message>
+</context>
+<context>
     <name>NotFound</name>
     <message>
         <source>Not found</source>
@@ -836,6 +972,33 @@
     <message>
         <source>Make Pane &amp;Narrower</source>
         <translation>Bereich sch&amp;maler machen</translation>
+    </message>
+</context>
+<context>
+    <name>PreferencesDialog</name>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>&amp;Monitor</source>
+        <translation>Ü&amp;berwachung</translation>
+    </message>
+    <message>
+        <source>&amp;Columns</source>
+        <translation>&amp;Spalten</translation>
+    </message>
+    <message>
+        <source>&amp;Status</source>
+        <translation>S&amp;tatus</translation>
+    </message>
+    <message>
+        <source>A&amp;dvanced</source>
+        <translation>Er&amp;weitert</translation>
+    </message>
+    <message>
+        <source>Preferences tab selection failed.</source>
+        <translation>Die Seite der Einstellungen konnte nicht gezeigt werden.</translation>
     </message>
 </context>
 <context>
@@ -1387,6 +1550,77 @@
     </message>
 </context>
 <context>
+    <name>StatusPage</name>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Re&amp;name</source>
+        <translation>&amp;Umbenennen</translation>
+    </message>
+    <message>
+        <source>Arrangement</source>
+        <translation>Arrangement</translation>
+    </message>
+    <message>
+        <source>Lyrics</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahme</translation>
+    </message>
+    <message>
+        <source>Mix/Master</source>
+        <translation>Mix/Master</translation>
+    </message>
+    <message>
+        <source>Status Labels</source>
+        <translation>Statusbezeichnungen</translation>
+    </message>
+    <message>
+        <source>Status Labels &amp;for</source>
+        <translation>Statusbezeichnungen &amp;für</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Adjust Stemhaven&apos;s status labels to match your workflow and preference. Running backups is recommended before changing these.</source>
+        <translation>Passe die Statusbezeichnungen von Stemhaven deiner Arbeitsweise an. Es empfiehlt sich, vorher eine Sicherung anzulegen.</translation>
+    </message>
+    <message>
+        <source>Error while adding status</source>
+        <translation>Fehler beim Hinzufügen eines Status</translation>
+    </message>
+    <message>
+        <source>Error while renaming status</source>
+        <translation>Fehler beim Umbenennen eines Status</translation>
+    </message>
+    <message>
+        <source>Error while removing status</source>
+        <translation>Fehler beim Entfernen eines Status</translation>
+    </message>
+    <message>
+        <source>Selecting status label failed.</source>
+        <translation>Die Statusbezeichnung konnte nicht ausgewählt werden.</translation>
+    </message>
+    <message>
+        <source>Error while selecting status table</source>
+        <translation>Fehler beim Wählen der Statusart</translation>
+    </message>
+    <message>
+        <source>Could not load status labels.</source>
+        <translation>Die Statusbezeichnungen konnten nicht geladen werden.</translation>
+    </message>
+</context>
+<context>
     <name>Stemhaven::DatabaseInit</name>
     <message>
         <source>Could not find database version! Please restart Stemhaven</source>
@@ -1628,6 +1862,72 @@
     </message>
 </context>
 <context>
+    <name>WatchedFoldersEditor</name>
+    <message>
+        <source>Monitored folders</source>
+        <translation>Überwachte Ordner</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>No folders yet. Add one, or drop it here.</source>
+        <translation>Noch keine Ordner. Füge einen hinzu oder zieh ihn hierher.</translation>
+    </message>
+</context>
+<context>
+    <name>WatchedFoldersModel</name>
+    <message>
+        <source>Not watched yet</source>
+        <translation>Noch nicht überwacht</translation>
+    </message>
+    <message>
+        <source>Being searched…</source>
+        <translation>Wird durchsucht …</translation>
+    </message>
+    <message>
+        <source>Watched</source>
+        <translation>Überwacht</translation>
+    </message>
+    <message>
+        <source>Checked every few seconds: network or virtual drive</source>
+        <translation>Alle paar Sekunden geprüft: Netz- oder virtuelles Laufwerk</translation>
+    </message>
+    <message>
+        <source>The file system of this folder, such as a network drive&apos;s, does not tell of changes. Stemhaven looks through the folder every few seconds instead.</source>
+        <translation>Das Dateisystem dieses Ordners, etwa das eines Netzlaufwerks, meldet keine Änderungen. Stemhaven sieht den Ordner stattdessen alle paar Sekunden durch.</translation>
+    </message>
+    <message>
+        <source>Checked every few seconds: too many folders for the system to watch</source>
+        <translation>Alle paar Sekunden geprüft: zu viele Ordner für die Überwachung durch das System</translation>
+    </message>
+    <message>
+        <source>The system watches no more folders for you. Stemhaven looks through this one every few seconds instead; the log names the setting to raise.</source>
+        <translation>Das System überwacht keine weiteren Ordner für dich. Stemhaven sieht diesen stattdessen alle paar Sekunden durch; das Protokoll nennt die Einstellung, die zu erhöhen ist.</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Fehlt</translation>
+    </message>
+    <message>
+        <source>The folder is not there or cannot be read. Stemhaven keeps all it knows of the projects in there, and follows them again as soon as it can.</source>
+        <translation>Der Ordner ist nicht da oder nicht lesbar. Stemhaven behält alles, was es von den Projekten darin weiß, und verfolgt sie wieder, sobald es kann.</translation>
+    </message>
+    <message>
+        <source>1 project</source>
+        <translation>1 Projekt</translation>
+    </message>
+    <message>
+        <source>%1 projects</source>
+        <translation>%1 Projekte</translation>
+    </message>
+</context>
+<context>
     <name>WindowActions</name>
     <message>
         <source>Settings</source>
@@ -1768,6 +2068,101 @@
     <message>
         <source>Release Calendar</source>
         <translation>Veröffentlichungskalender</translation>
+    </message>
+</context>
+<context>
+    <name>Wizard</name>
+    <message>
+        <source>Could not load project folders to monitor</source>
+        <translation>Die Ordner, die überwacht werden, konnten nicht geladen werden</translation>
+    </message>
+    <message>
+        <source>Wizard: Could not add folder for monitoring</source>
+        <translation>Einrichtung: Der Ordner konnte nicht in die Überwachung aufgenommen werden</translation>
+    </message>
+    <message>
+        <source>Wizard: Selecting monitored project search path failed.</source>
+        <translation>Einrichtung: Der überwachte Ordner konnte nicht ausgewählt werden.</translation>
+    </message>
+    <message>
+        <source>&amp;Import Backup</source>
+        <translation>Sicherung &amp;einspielen</translation>
+    </message>
+    <message>
+        <source>Stemhaven Setup</source>
+        <translation>Stemhaven einrichten</translation>
+    </message>
+    <message>
+        <source>EULA</source>
+        <translation>Nutzungsbedingungen</translation>
+    </message>
+    <message>
+        <source>Monitor</source>
+        <translation>Überwachung</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>Backups cannot be imported yet.</source>
+        <translation>Sicherungen können noch nicht eingespielt werden.</translation>
+    </message>
+    <message>
+        <source>Backup file</source>
+        <translation>Sicherungsdatei</translation>
+    </message>
+    <message>
+        <source>Stemhaven will watch these folders to look for new project files and update its records if any of them change. If you&apos;re migrating from a previous install, click Import Backup. Otherwise, add the folders where your project files are located.</source>
+        <translation>Stemhaven überwacht diese Ordner, sucht darin nach neuen Projekten und hält seine Einträge auf dem Stand. Wenn du von einer früheren Installation umziehst, wähle „Sicherung einspielen“. Sonst füge die Ordner hinzu, in denen deine Projekte liegen.</translation>
+    </message>
+    <message>
+        <source>Could not read EULA file: </source>
+        <translation>Die Nutzungsbedingungen sind nicht lesbar: </translation>
+    </message>
+    <message>
+        <source>Missing EULA file! Cannot proceed...</source>
+        <translation>Die Nutzungsbedingungen fehlen! Es geht nicht weiter …</translation>
+    </message>
+    <message>
+        <source>Cannot proceed...</source>
+        <translation>Es geht nicht weiter …</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Previous</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>A&amp;gree</source>
+        <translation>Z&amp;ustimmen</translation>
+    </message>
+    <message>
+        <source>&amp;Finish</source>
+        <translation>&amp;Fertig</translation>
+    </message>
+    <message>
+        <source>%1/%2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message>
+        <source>Wizard: navigation to previous page failed</source>
+        <translation>Einrichtung: Die vorige Seite konnte nicht gezeigt werden</translation>
+    </message>
+    <message>
+        <source>Wizard: Navigating to next page / close failed.</source>
+        <translation>Einrichtung: Nächste Seite oder Abschluss fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Stemhaven isn&apos;t setup with any paths to look for project files in. Are you sure you want to continue?</source>
+        <translation>In Stemhaven sind noch keine Ordner eingerichtet, in denen nach Projekten gesucht wird. Willst du wirklich fortfahren?</translation>
+    </message>
+    <message>
+        <source>You can set these paths up later in the Monitor tab in Settings. Stemhaven won&apos;t show any projects until this is done!</source>
+        <translation>Du kannst sie später in den Einstellungen unter „Überwachung“ hinzufügen. Bis dahin zeigt Stemhaven keine Projekte!</translation>
     </message>
 </context>
 <context>

@@ -5,6 +5,7 @@
 /// The keys of the application's default QSettings.
 namespace Stemhaven::SettingsKeys {
 
+inline const QString completedWizard = QStringLiteral("completedWizard");
 inline const QString logLevel = QStringLiteral("logLevel");
 inline const QString genreFromDir = QStringLiteral("genreFromDir");
 inline const QString fields = QStringLiteral("fields");

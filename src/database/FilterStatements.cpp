@@ -39,6 +39,12 @@ QString selectEntries(FilterType type) {
         .arg(columns, id, filterTypeTable(type), name, order);
 }
 
+QString selectStatuses(FilterType type) {
+    // Without a wish for their order they come by their ids.
+    return QStringLiteral("SELECT name, %1 FROM %2")
+        .arg(idFieldNameForStatus(type), tableNameForStatus(type));
+}
+
 QString selectNames(FilterType type) {
     return QStringLiteral("SELECT %1 FROM %2").arg(filterTypeNameColumn(type), filterTypeTable(type));
 }

@@ -12,6 +12,8 @@ namespace Stemhaven::FilterStatements {
 
 /// Name and id of every entry that has a name, in the order of the sidebar.
 QString selectEntries(FilterType type);
+/// Name and id of every status of a kind, the default one first.
+QString selectStatuses(FilterType type);
 /// The names alone, in no order.
 QString selectNames(FilterType type);
 

@@ -56,6 +56,17 @@ QString selectByPath(const QString& filepath, const QString& filename) {
         QStringLiteral("filepath='%1' AND filename='%2'").arg(escape(filepath), escape(filename)));
 }
 
+QString countBelow(const QStringList& folders) {
+    QStringList prefixes;
+    for (const QString& folder : folders)
+        prefixes.append(QStringLiteral("('") + escape(folder) + QStringLiteral("')"));
+    // Not LIKE, which has wildcards and takes letters of either case for the same. Not by placeholders: a
+    // path may look like one.
+    return QStringLiteral("WITH folders(prefix) AS (VALUES ") + prefixes.join(QLatin1String(", ")) +
+        QStringLiteral(") SELECT (SELECT count(*) FROM projects WHERE substr(filepath, 1, length(prefix))="
+                       "prefix) FROM folders");
+}
+
 QString selectIdByPath() {
     return QStringLiteral("SELECT project_id FROM projects WHERE filepath=? AND filename=?");
 }

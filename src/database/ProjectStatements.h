@@ -3,6 +3,7 @@
 #include "project/ProjectDetails.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace Stemhaven {
 
@@ -17,6 +18,10 @@ QString selectRecordedBundles();
 QString selectBySufid(const QString& sufid);
 QString selectById(long long projectId);
 QString selectByPath(const QString& filepath, const QString& filename);
+
+/// A row for each folder, which ends in "/", in their order: how many records have their bundle in it or
+/// below.
+QString countBelow(const QStringList& folders);
 
 /// To be prepared and bound to the folder and the name of the bundle.
 QString selectIdByPath();

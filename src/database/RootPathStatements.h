@@ -8,5 +8,6 @@ namespace Stemhaven::RootPathStatements {
 QString selectAll();
 QString select(const QString& path);
 QString insert(const QString& path);
+QString remove(const QString& path);
 
 } // namespace Stemhaven::RootPathStatements

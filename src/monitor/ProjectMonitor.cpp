@@ -10,6 +10,7 @@
 #include "database/TaskManager.h"
 #include "monitor/ReplayPosition.h"
 #include "monitor/WatchedFoldersQuery.h"
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
 
 #include <QDebug>
@@ -118,6 +119,26 @@ QStringList ProjectMonitor::rootSearchPaths() const {
 
 FileEventStream::RootState ProjectMonitor::stateOfRoot(const QString& root) const {
     return m_stream ? m_stream->stateOf(root) : FileEventStream::RootState::Missing;
+}
+
+ProjectMonitor::FolderState ProjectMonitor::stateOfFolder(const QString& folder) const {
+    const QString root = WatchedFolders::asRoot(folder);
+    if (!rootSearchPaths().contains(root))
+        return FolderState::Waiting;
+    if (isSearching())
+        return m_search.wasUnreadable(root) ? FolderState::Missing : FolderState::Searched;
+    if (!m_running)
+        return FolderState::Waiting;
+    switch (stateOfRoot(root)) {
+    case FileEventStream::RootState::Watched:
+        return FolderState::Watched;
+    case FileEventStream::RootState::Polled:
+        return RemoteCalls::mountOf(root).isEmpty() ? FolderState::PolledBeyondLimit
+                                                    : FolderState::PolledRemote;
+    case FileEventStream::RootState::Missing:
+        break;
+    }
+    return FolderState::Missing;
 }
 
 bool ProjectMonitor::isSearching() const {
@@ -299,10 +320,14 @@ void ProjectMonitor::updateWatchedDirs(bool startWhenDone) {
 void ProjectMonitor::takeFolders(
     const WatchedFolders& folders, const StrayBundles& strays, bool startWhenDone) {
     stopFilesystemEventStream();
+    bool areOthers = false;
     {
         const std::lock_guard lock(m_mutex);
+        areOthers = m_folders.roots() != folders.roots();
         m_folders = folders;
     }
+    if (areOthers)
+        emit watchedFoldersChanged();
     const auto isStray = [&](const QString& path) {
         return !folders.isBelowRoot(path);
     };
@@ -320,9 +345,8 @@ void ProjectMonitor::takeFolders(
                 this, [this] { updateWatchedDirs(true); }, Qt::QueuedConnection);
         });
     }
-    if (folders.roots().isEmpty())
-        m_searchOwed = false;
-    else if (startWhenDone)
+    // Also without a folder to search: a search of those that were removed ends with it.
+    if (startWhenDone)
         start();
     else
         searchForProjects(true);

@@ -66,6 +66,18 @@ public:
     /// while nothing is watched. GUI thread.
     FileEventStream::RootState stateOfRoot(const QString& root) const;
 
+    enum class FolderState {
+        Waiting,           ///< not looked at yet, or the monitor is stopped
+        Searched,          ///< just now
+        Watched,           ///< the system tells of every change
+        PolledRemote,      ///< lies on a file system that tells of nothing, and is looked at again and again
+        PolledBeyondLimit, ///< the same because the system gives no more watches
+        Missing            ///< not there, or unreadable
+    };
+
+    /// How a folder of the user's is looked after at the moment. Does not look at it. GUI thread.
+    FolderState stateOfFolder(const QString& folder) const;
+
     /// Whether a search is going on, or is owed by an earlier run or a request that has not come to it yet.
     /// From any thread.
     bool isSearching() const;
@@ -105,6 +117,8 @@ signals:
     void projectsDbModified();
     /// missingBundles() has changed.
     void missingBundlesChanged();
+    /// rootSearchPaths() has changed.
+    void watchedFoldersChanged();
     void rootSearchPathChanged(QString path);
     void databaseInitialized();
     void databaseInitFailed();

@@ -99,6 +99,11 @@ bool ProjectSearch::isUnsettled() const {
     return m_unsettledWalks > 0;
 }
 
+bool ProjectSearch::wasUnreadable(const QString& root) const {
+    const std::lock_guard lock(m_mutex);
+    return m_unreadableRoots.contains(root);
+}
+
 void ProjectSearch::run() {
     const auto recordedBefore = m_recorded->revision();
     qDebug() << "ProjectMonitor: Beginning search for new projects";
@@ -154,8 +159,14 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
     walk.list = &FolderListing::withPatience;
     const BundleNames names(bundleSuffixes());
     const auto roots = m_callbacks.roots();
-    for (const auto& root : roots)
+    for (const auto& root : roots) {
         walk.walk(QFile::encodeName(root).toStdString(), names);
+        const std::lock_guard lock(m_mutex);
+        if (unreadable.contains(root))
+            m_unreadableRoots.insert(root);
+        else
+            m_unreadableRoots.remove(root);
+    }
     if (giveUp())
         return;
     m_unreadable = std::move(unreadable);

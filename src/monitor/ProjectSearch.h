@@ -61,6 +61,9 @@ public:
     /// Whether a walk is going on. Without a lock.
     bool isWalking() const { return m_inProgress; }
 
+    /// Whether the last walk could not read a root, say because it was not there. From any thread.
+    bool wasUnreadable(const QString& root) const;
+
 private:
     void run();
     void walkRoots(const RecordedBundles::ByPath& recorded);
@@ -68,13 +71,14 @@ private:
 
     const std::shared_ptr<const RecordedBundles> m_recorded;
     Callbacks m_callbacks;
-    mutable std::mutex m_mutex; // the transitions between going on and having ended
+    mutable std::mutex m_mutex; // the transitions between going on and having ended, m_unreadableRoots
     std::atomic<bool> m_inProgress = false;
     bool m_restartWanted = false;
     int m_unsettledWalks = 0;
     std::atomic<bool> m_again = false;
     std::atomic<bool> m_stop = false;
     std::set<QString> m_unreadable; // the walk's thread
+    QSet<QString> m_unreadableRoots;
     QList<QFuture<void>> m_futures; // an ended walk may still be telling so when the next one begins
 };
 

@@ -33,6 +33,10 @@ void WatchedFolders::addRoot(const QString& path) {
     }
 }
 
+QString WatchedFolders::asRoot(const QString& path) {
+    return withTrailingSlash(path);
+}
+
 bool WatchedFolders::isRoot(const QString& path) const {
     return m_roots.contains(path + QLatin1Char('/')) || m_canonicalRoots.contains(path);
 }

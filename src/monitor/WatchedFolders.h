@@ -13,6 +13,9 @@ public:
     /// Adds "/" where it is missing. Refuses "/" and what is there already. Looks at the disk.
     void addRoot(const QString& path);
 
+    /// The same path as it is among the roots.
+    static QString asRoot(const QString& path);
+
     const QStringList& roots() const { return m_roots; }
 
     bool isBelowRoot(const QString& path) const { return !rootAbove(path).isEmpty(); }

@@ -31,11 +31,8 @@ void queryWatchedFolders(
                 WatchedFolders folders;
                 for (const auto& path : paths)
                     folders.addRoot(path);
-                StrayBundles strays;
-                if (!folders.roots().isEmpty()) {
-                    strays = StrayBundles::find(recorded->all(), folders);
-                    folders.setAncestors(folders.ancestorsOf(strays.inPlace));
-                }
+                const auto strays = StrayBundles::find(recorded->all(), folders);
+                folders.setAncestors(folders.ancestorsOf(strays.inPlace));
                 Shutdown::post([folders, strays, done] { done(folders, strays); });
             });
         });

@@ -16,12 +16,14 @@
 #include "ui/dialogs/FolderDrop.h"
 #include "ui/edits/EditHistory.h"
 #include "ui/edits/SelectionEditor.h"
+#include "ui/preferences/PreferencesDialog.h"
 #include "ui/release/Releases.h"
 #include "ui/sidebar/AddFilterForm.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/sidebar/RemoveFilter.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/table/TableColumns.h"
 #include "ui/widgets/FramelessWindow.h"
 #include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/ToolButton.h"
@@ -117,6 +119,22 @@ void MainWindow::rootFolderChanged(const QString& folder) {
             tr("Please update the folders in the Monitor tab in Stemhaven's Preferences.")),
         QtWarningMsg);
     guarded(tr("Restarting project monitor failed."), [this] { m_monitor.restartMonitoring(); });
+}
+
+void MainWindow::showPreferences() {
+    if (!m_preferences) {
+        m_preferences = new PreferencesDialog(m_tasks, m_monitor, *m_history, m_builder.get(), this);
+        m_preferences->setAttribute(Qt::WA_DeleteOnClose);
+        m_preferences->addActions({m_actions->undo, m_actions->redo});
+        connect(
+            m_preferences, &PreferencesDialog::columnsChanged, m_projects.get(),
+            &ProjectsPane::columnsChanged);
+        connect(
+            &m_projects->columns(), &TableColumns::changed, m_preferences, &PreferencesDialog::showColumns);
+    }
+    m_preferences->show();
+    m_preferences->raise();
+    m_preferences->activateWindow();
 }
 
 // --- Sidebar -----------------------------------------------------------------------------------------------

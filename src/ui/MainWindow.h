@@ -3,6 +3,7 @@
 #include "database/FilterType.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -14,6 +15,7 @@ class EditHistory;
 class FilterSidebar;
 class FolderAdder;
 class FolderTreeItemModel;
+class PreferencesDialog;
 class ProjectMenus;
 class ProjectsPane;
 class Releases;
@@ -71,6 +73,7 @@ private:
     void reloadAll();
     void lookIntoNewFolder();
     void rootFolderChanged(const QString& folder);
+    void showPreferences();
 
     void filterTreeViewActivated(FilterType type, qint64 id, const QString& name);
     void clearSearchAndFilter();
@@ -114,6 +117,7 @@ private:
     ProjectMenus* m_menus;
     FolderAdder* m_folders;
     Releases* m_releases;
+    QPointer<PreferencesDialog> m_preferences;
     ToolButton* m_sidebarToggle;
     ToolButton* m_detailsToggle;
     SidePanes* m_sidePanes = nullptr;

@@ -100,6 +100,7 @@ void MainWindow::setupActions() {
     performOnSelected(m_actions->deleteRecord, tr("Could not delete record"), [this] {
         m_editor->deleteSelectedProjectRecord();
     });
+    perform(m_actions->settings, tr("Showing preferences failed."), [this] { showPreferences(); });
     connect(m_actions->quit, &QAction::triggered, this, &QWidget::close);
     perform(m_actions->undo, tr("Undo failed."), [this] { m_history->undo(); });
     perform(m_actions->redo, tr("Redo failed."), [this] { m_history->redo(); });
@@ -212,6 +213,10 @@ void MainWindow::setupMonitorEvents() {
         m_projects->reloadProjectsSpaced(m_monitor.isSearching());
     });
     connect(&m_monitor, &ProjectMonitor::wasStarted, this, [this] {
+        m_projects->setWatchedFolders(m_monitor.rootSearchPaths());
+        reloadProjects();
+    });
+    connect(&m_monitor, &ProjectMonitor::watchedFoldersChanged, this, [this] {
         m_projects->setWatchedFolders(m_monitor.rootSearchPaths());
         reloadProjects();
     });

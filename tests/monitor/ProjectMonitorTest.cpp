@@ -236,3 +236,59 @@ TEST_F(ProjectMonitorTest, ReadsTheRootsAnewWhenAskedTo) {
     EXPECT_TRUE(waitUntil([&] { return m_monitor->rootSearchPaths().isEmpty(); }));
     EXPECT_EQ(names().size(), 2);
 }
+
+TEST_F(ProjectMonitorTest, SaysThatTheLastRootIsGoneAndFollowsItsProjectsStill) {
+    makeBundle("Album/Song.logicx");
+    search();
+    const QString root = m_disk.path() + "/root";
+    using State = ProjectMonitor::FolderState;
+    EXPECT_EQ(m_monitor->stateOfFolder(root), State::Watched);
+    EXPECT_EQ(m_monitor->stateOfFolder(root + "/Album"), State::Waiting);
+
+    int changes = 0;
+    bool ended = false;
+    QObject::connect(m_monitor.get(), &ProjectMonitor::watchedFoldersChanged, [&] { ++changes; });
+    QObject::connect(m_monitor.get(), &ProjectMonitor::searchEnded, [&] { ended = true; });
+    m_database.rootRows(RootPathStatements::remove(root));
+    m_monitor->requestUpdateWatchedDirs();
+    m_monitor->restartMonitoring();
+    ASSERT_TRUE(waitUntil([&] { return ended && m_monitor->isWatching(); }));
+    EXPECT_EQ(changes, 1);
+    EXPECT_FALSE(m_monitor->isSearching());
+    EXPECT_EQ(m_monitor->stateOfFolder(root), State::Waiting);
+
+    ASSERT_TRUE(QDir().rename(at("Album"), at("Best of")));
+    EXPECT_TRUE(waitUntil(
+        [&] { return m_database.rows("SELECT filepath FROM projects") == QStringList(at("Best of/")); }));
+}
+
+TEST_F(ProjectMonitorTest, RecordsAProjectOnceWhoseFolderIsWatchedTwice) {
+    makeBundle("Album/Song.logicx");
+    m_database.rootRows(RootPathStatements::insert(m_disk.path() + "/root/Album"));
+    m_database.rootRows(RootPathStatements::insert(m_disk.path() + "/none"));
+    search();
+    EXPECT_EQ(m_monitor->stateOfFolder(m_disk.path() + "/root/Album"), ProjectMonitor::FolderState::Watched);
+    EXPECT_EQ(m_monitor->stateOfFolder(m_disk.path() + "/none"), ProjectMonitor::FolderState::Missing);
+    makeBundle("Album/Other.logicx");
+    EXPECT_TRUE(waitUntil([&] { return names() == QStringList({"Other", "Song"}); }));
+    change("Album/Other.logicx");
+    EXPECT_EQ(names(), QStringList({"Other", "Song"}));
+}
+
+TEST_F(ProjectMonitorTest, EndsTheSearchOfARootThatIsTakenOffTheListMeanwhile) {
+    for (int i = 0; i < 300; ++i)
+        makeBundle(QString("%1/Song %2.logicx").arg(i % 7).arg(i));
+    QSettings().setValue(SettingsKeys::searchWasInProgress, true);
+    m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks);
+    const QString root = m_disk.path() + "/root";
+    ASSERT_TRUE(waitUntil([&] {
+        return m_monitor->stateOfFolder(root) == ProjectMonitor::FolderState::Searched && !names().isEmpty();
+    }));
+    m_database.rootRows(RootPathStatements::remove(root));
+    m_monitor->requestUpdateWatchedDirs();
+    m_monitor->restartMonitoring();
+    EXPECT_TRUE(waitUntil([&] { return !m_monitor->isSearching() && m_monitor->isWatching(); }));
+    EXPECT_TRUE(m_monitor->rootSearchPaths().isEmpty());
+    const auto recorded = names();
+    EXPECT_EQ(QSet<QString>(recorded.begin(), recorded.end()).size(), recorded.size());
+}

@@ -45,6 +45,7 @@ QStringList rowsOf(const QString& path, const QString& sql) {
 Profile::Profile() {
     QDir().mkpath(projects());
     QDir().mkpath(m_folder.path() + QStringLiteral("/data/Stemhaven"));
+    setCompletedWizard(true);
 }
 
 Profile::~Profile() {
@@ -63,6 +64,10 @@ void Profile::oweSearch() const {
     rowsOf(rootPathsDatabase(), DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
     rowsOf(rootPathsDatabase(), RootPathStatements::insert(projects()));
     QSettings(settingsPath(), QSettings::IniFormat).setValue(SettingsKeys::searchWasInProgress, true);
+}
+
+void Profile::setCompletedWizard(bool completed) const {
+    QSettings(settingsPath(), QSettings::IniFormat).setValue(SettingsKeys::completedWizard, completed);
 }
 
 bool Profile::searchIsOwed() const {
@@ -92,7 +97,8 @@ std::unique_ptr<QProcess> Profile::makeProcess() const {
 
 void Profile::start(const QStringList& arguments) {
     const auto windows = [this] {
-        return log().count(QStringLiteral("Restoring window state..."));
+        return log().count(QStringLiteral("Restoring window state...")) +
+            log().count(QStringLiteral("Opening the setup wizard..."));
     };
     const auto before = windows();
     m_process = makeProcess();

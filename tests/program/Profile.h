@@ -32,6 +32,9 @@ public:
     void oweSearch() const;
     bool searchIsOwed() const;
 
+    /// Whether the user has been through the setup. Has been until then.
+    void setCompletedWizard(bool completed) const;
+
     /// What the log says so far.
     QString log() const;
 
@@ -43,7 +46,7 @@ public:
     /// whatever the language of whoever runs the tests, since tests read what the program says.
     void setLanguage(const QString& language) { m_language = language; }
 
-    /// Starts the program, waits for its window and leaves it running.
+    /// Starts the program, waits for its window or its wizard and leaves it running.
     void start(const QStringList& arguments = {});
     /// Runs the program, or another one, to its end and gives its exit status, -1 when it crashed or hung.
     int runToEnd(const QStringList& arguments, const QString& program = QStringLiteral(PROGRAM));

@@ -89,6 +89,21 @@ TEST(Program, EndsOnASignalAndTakesUpTheSearchThatItWasKilledIn) {
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
 }
 
+TEST(Program, BeginsWithTheWizardUntilItIsCompletedButNotForAPicture) {
+    Profile profile;
+    profile.setCompletedWizard(false);
+    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
+    EXPECT_FALSE(profile.log().contains("Opening the setup wizard...")) << profile.log().toStdString();
+
+    const auto windows = profile.log().count("Restoring window state...");
+    profile.start();
+    EXPECT_EQ(profile.log().count("Opening the setup wizard..."), 1);
+    EXPECT_EQ(profile.runToEnd({}), 0) << profile.output().toStdString();
+    EXPECT_EQ(profile.log().count("Bringing the window forward"), 1);
+    EXPECT_EQ(profile.terminate(), 1) << profile.output().toStdString();
+    EXPECT_EQ(profile.log().count("Restoring window state..."), windows);
+}
+
 TEST(Program, BringsItsWindowForwardForASecondStart) {
     Profile profile;
     profile.start();

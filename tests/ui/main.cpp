@@ -1,3 +1,4 @@
+#include "app/logging/Log.h"
 #include "support/PrivateProfile.h"
 
 #include <QApplication>
@@ -29,6 +30,8 @@ int main(int argc, char** argv) {
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
         qunsetenv("XDG_RUNTIME_DIR");
         useScreens();
+        // Its first use would take the place of a test's own handler.
+        Logging::Log::instance();
         const QApplication application(argc, argv);
         return RUN_ALL_TESTS();
     });

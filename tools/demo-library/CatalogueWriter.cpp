@@ -2,6 +2,7 @@
 
 #include "UserEdits.h"
 #include "app/Paths.h"
+#include "app/SettingsKeys.h"
 #include "app/errors/DbException.h"
 #include "database/DatabaseInit.h"
 #include "database/MultistatementTask.h"
@@ -54,7 +55,7 @@ void CatalogueWriter::write(const std::vector<Song>& songs) {
     m_loop.exec();
     if (!m_failure.empty())
         throw std::runtime_error(m_failure);
-    QSettings().setValue(QStringLiteral("completedWizard"), true);
+    QSettings().setValue(Stemhaven::SettingsKeys::completedWizard, true);
 }
 
 void CatalogueWriter::addLibrary() {

@@ -36,6 +36,7 @@ ProgramUnderTest::ProgramUnderTest(
     giveRoots(roots);
     QSettings settings(
         profile + QStringLiteral("/config/stemhaven.app/Stemhaven.conf"), QSettings::IniFormat);
+    settings.setValue(SettingsKeys::completedWizard, true);
     // What stands in the roots already is found by a search.
     settings.setValue(SettingsKeys::searchWasInProgress, true);
     settings.setValue(SettingsKeys::logLevel, static_cast<int>(detailedLog ? QtDebugMsg : QtCriticalMsg));

@@ -4,13 +4,15 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <atomic>
+
 namespace Logging {
 
 /// The one handler of all Qt messages: filters by level, echoes to the console, appends to a log file of
 /// bounded size. Safe from any thread, from its installation by Log's first use to the end of the process.
 void handler(QtMsgType type, const QMessageLogContext& context, const QString& message);
 
-/// What the handler works with. Paths and level are set during start-up, before there are other threads.
+/// What the handler works with. Paths are set during start-up, before there are other threads.
 class Log {
 public:
     /// The first call installs the handler.
@@ -43,7 +45,7 @@ private:
     ~Log();
 
     bool m_outputToConsole = true;
-    QtMsgType m_level = QtCriticalMsg;
+    std::atomic<QtMsgType> m_level = QtCriticalMsg;
     QString m_directory;
     QString m_prefix;
     QString m_filePath;

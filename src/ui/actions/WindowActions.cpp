@@ -83,7 +83,7 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     importBackup = make(tr("Import backup..."));
 
     // What these open does not exist yet.
-    for (QAction* action : {settings, checkForUpdates, recoverProjects, backup, importBackup})
+    for (QAction* action : {checkForUpdates, recoverProjects, backup, importBackup})
         action->setEnabled(false);
     enableForSelection(false, false);
     release->setEnabled(false);

@@ -173,6 +173,11 @@ void ProjectsPane::queryChanged() {
     request(ReloadScheduler::Reason::NewQuery);
 }
 
+void ProjectsPane::columnsChanged() {
+    m_sorting->followColumns();
+    request(ReloadScheduler::Reason::NewOrder);
+}
+
 QString ProjectsPane::searchTerm() const {
     return m_search->term();
 }

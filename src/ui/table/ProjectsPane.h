@@ -49,6 +49,8 @@ public:
     void reloadProjectsSpaced(bool lookingForProjects);
     /// The builder wants other projects.
     void queryChanged();
+    /// The builder has other columns, and no sort.
+    void columnsChanged();
 
     KeyEventTableView& table() const { return *m_table; }
 

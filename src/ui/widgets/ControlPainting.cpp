@@ -236,7 +236,9 @@ void drawCheckBox(const QStyleOption& option, QPainter* painter) {
     if (hasFocus(option))
         drawHalo(painter, box, option.palette, smallRadius);
     const QColor fill = indicatorFill(option, chosen);
-    drawBox(painter, box, fill, chosen ? fill : indicatorLine(option), 1.0, smallRadius);
+    // In a selected row the fill is that of the row.
+    const QColor edge = option.state.testFlag(QStyle::State_Selected) ? indicatorMark(option) : fill;
+    drawBox(painter, box, fill, chosen ? edge : indicatorLine(option), 1.0, smallRadius);
     if (partly) {
         drawPartialMark(painter, box, indicatorMark(option));
     } else if (chosen) {

@@ -36,6 +36,10 @@ enum class Glyph : char16_t {
     ProjectPicture = 0xe2ca,
     Previous = 0xe138,
     Next = 0xe13a,
+    Monitor = 0xea64,
+    Columns = 0xe546,
+    StatusLabels = 0xeadc,
+    Advanced = 0xe5d4,
 };
 
 /// The icon of a glyph, sharp at any size and in the colours of the moment. Null where the icon font is

@@ -14,6 +14,7 @@ namespace SliderPainting {
 namespace {
 
 constexpr int scrollHandleThickness = 8;
+constexpr int progressThickness = 4;
 constexpr int shortestScrollHandle = 32;
 
 bool isHorizontal(const QStyleOptionSlider& option) {
@@ -150,6 +151,20 @@ void drawSlider(const QStyleOptionSlider& option, QPainter* painter) {
     if (hasFocus(option))
         edge = accentShape(palette);
     drawBox(painter, circle, fill, edge, 1.0, round);
+}
+
+void drawProgress(const QStyleOptionProgressBar& option, QPainter* painter) {
+    const QRect groove = centered(option.rect, QSize(option.rect.width(), progressThickness));
+    constexpr double round = progressThickness / 2.0;
+    const QColor window = option.palette.color(QPalette::Window);
+    fillBox(painter, groove, mixed(window, option.palette.color(QPalette::WindowText), 0.16F), round);
+    const int range = option.maximum - option.minimum;
+    if (range <= 0 || option.progress <= option.minimum)
+        return;
+    QRect filled = groove;
+    filled.setWidth(groove.width() * (option.progress - option.minimum) / range);
+    fillBox(
+        painter, QStyle::visualRect(option.direction, groove, filled), accentShape(option.palette), round);
 }
 
 } // namespace SliderPainting

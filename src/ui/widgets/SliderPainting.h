@@ -4,6 +4,7 @@
 
 class QFontMetrics;
 class QPainter;
+class QStyleOptionProgressBar;
 class QStyleOptionSlider;
 
 /// What slides: the places and looks of scroll bars and sliders.
@@ -22,5 +23,8 @@ void drawScrollBar(const QStyleOptionSlider& option, const QColor& ground, QPain
 
 QRect sliderPart(const QStyleOptionSlider& option, QStyle::SubControl part);
 void drawSlider(const QStyleOptionSlider& option, QPainter* painter);
+
+/// A groove that is filled so far; lies on its side, and shows no text.
+void drawProgress(const QStyleOptionProgressBar& option, QPainter* painter);
 
 } // namespace SliderPainting

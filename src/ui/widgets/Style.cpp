@@ -44,6 +44,11 @@ bool isFramedList(const QWidget* widget) {
         (widget && widget->inherits("QComboBoxPrivateContainer"));
 }
 
+/// What the base style leaves above the frame of a group.
+int groupTitleHeight(const QStyleOption& option) {
+    return std::max(16 + 2 * haloWidth, option.fontMetrics.height()) + 3;
+}
+
 QRect comboBoxPart(const QStyleOption& option, QStyle::SubControl part) {
     QRect rect = option.rect;
     if (part == QStyle::SC_ComboBoxArrow)
@@ -111,6 +116,11 @@ void Style::drawPrimitive(
             drawPanel(
                 *option, palette.color(isFramedList(widget) ? QPalette::Base : QPalette::Window), painter);
         break;
+    case PE_FrameGroupBox:
+        drawBox(
+            painter, option->rect.adjusted(0, groupTitleHeight(*option), 0, 0), Qt::transparent,
+            lineColor(palette), 1.0);
+        break;
     case PE_PanelScrollAreaCorner:
         painter->fillRect(option->rect, palette.base());
         break;
@@ -130,6 +140,7 @@ void Style::drawControl(
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     const auto* menu = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     const auto* comboBox = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    const auto* progress = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
     if (element == CE_HeaderSection || element == CE_HeaderEmptyArea)
         HeaderPainting::drawSection(*option, painter);
     else if (element == CE_Header && header)
@@ -144,6 +155,8 @@ void Style::drawControl(
         MenuPainting::drawTitle(*menu, painter);
     else if (element == CE_MenuBarEmptyArea || element == CE_MenuEmptyArea)
         return; // the ground is there
+    else if (element == CE_ProgressBar && progress)
+        SliderPainting::drawProgress(*progress, painter);
     else if (element == CE_Splitter)
         drawDivider(painter, option->rect, touched(lineColor(option->palette), *option));
     else

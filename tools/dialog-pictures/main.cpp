@@ -1,0 +1,134 @@
+// Makes pictures of the program's dialogs, over the profile that the environment names.
+
+#include "app/Shutdown.h"
+#include "app/logging/Log.h"
+#include "database/SimpleTask.h"
+#include "database/TaskManager.h"
+#include "monitor/ProjectMonitor.h"
+#include "ui/MainWindow.h"
+#include "ui/Translation.h"
+#include "ui/actions/WindowActions.h"
+#include "ui/preferences/PreferencesDialog.h"
+#include "ui/widgets/FontIcons.h"
+#include "ui/widgets/Theme.h"
+#include "ui/wizard/Wizard.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QLocale>
+#include <QPixmap>
+#include <QThread>
+#include <QToolButton>
+#include <QTranslator>
+
+#include <cstdio>
+#include <functional>
+#include <utility>
+
+using Stemhaven::ColorScheme;
+using Stemhaven::ProjectMonitor;
+using Stemhaven::TaskManager;
+
+namespace {
+
+void waitUntil(const std::function<bool()>& condition) {
+    const QDeadlineTimer deadline(30'000);
+    while (!condition() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        QThread::msleep(1);
+    }
+}
+
+/// Until what the widgets have asked the worker for is shown.
+void settle() {
+    bool done = false;
+    auto task = std::make_shared<Stemhaven::SimpleTask>([] {});
+    task->setSuccessCallback([&](const std::shared_ptr<Stemhaven::Task>&) { done = true; });
+    TaskManager::instance().addTask(task);
+    waitUntil([&] { return done; });
+    const QDeadlineTimer painted(200);
+    waitUntil([&] { return painted.hasExpired(); });
+}
+
+class Pictures {
+public:
+    Pictures(QString folder, QString suffix) : m_folder(std::move(folder)), m_suffix(std::move(suffix)) {}
+
+    void take(QWidget& window, const QString& name) {
+        QApplication::setActiveWindow(&window);
+        settle();
+        const QString file = m_folder + QLatin1Char('/') + name + m_suffix + QStringLiteral(".png");
+        m_areWritten = window.grab().save(file) && m_areWritten;
+    }
+
+    bool areWritten() const { return m_areWritten; }
+
+private:
+    QString m_folder;
+    QString m_suffix;
+    bool m_areWritten = true;
+};
+
+void takeWizard(Pictures& pictures) {
+    Wizard wizard;
+    wizard.show();
+    pictures.take(wizard, QStringLiteral("setup-agreement"));
+    wizard.next();
+    pictures.take(wizard, QStringLiteral("setup-folders"));
+    wizard.disconnect(&ProjectMonitor::instance());
+}
+
+void takePreferences(Pictures& pictures) {
+    MainWindow window;
+    window.show();
+    auto& monitor = ProjectMonitor::instance();
+    monitor.restartMonitoring();
+    waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); });
+    window.findChild<WindowActions*>()->settings->trigger();
+    auto* preferences = window.findChild<PreferencesDialog*>();
+    for (const char* page : {"monitor", "columns", "status", "advanced"}) {
+        const QString name = QString::fromLatin1(page);
+        auto* button = preferences->findChild<QToolButton*>(name + QStringLiteral("TabButton"));
+        button->click();
+        QWidget* shown = preferences->findChild<QTabWidget*>()->currentWidget();
+        shown->setFocus();
+        pictures.take(*preferences, QStringLiteral("preferences-") + name);
+    }
+}
+
+int run(int argc, char** argv) {
+    QCoreApplication::setOrganizationDomain(QStringLiteral("stemhaven.app"));
+    QCoreApplication::setApplicationName(QStringLiteral("Stemhaven"));
+    Logging::Log::setPrefix(QStringLiteral("stemhaven"));
+    const QApplication application(argc, argv);
+    const Stemhaven::ShutdownGuard shutdown;
+    const auto arguments = QCoreApplication::arguments();
+    const bool isDark = arguments.value(2) == QLatin1String("dark");
+    if (arguments.size() != 3 || (!isDark && arguments[2] != QLatin1String("light"))) {
+        std::fputs("Usage: stemhaven-dialog-pictures FOLDER light|dark\n", stderr);
+        return 2;
+    }
+    registerFonts();
+    QTranslator translator;
+    if (loadTranslation(translator, QLocale::system().uiLanguages()))
+        QCoreApplication::installTranslator(&translator);
+    const Theme theme(isDark ? ColorScheme::Dark : ColorScheme::Light);
+
+    QDir().mkpath(arguments[1]);
+    Pictures pictures(arguments[1], isDark ? QStringLiteral("-dark") : QString());
+    ProjectMonitor::instance();
+    takeWizard(pictures);
+    takePreferences(pictures);
+    ProjectMonitor::instance().shutDown();
+    return pictures.areWritten() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const int status = run(argc, argv);
+    TaskManager::instance().shutDown();
+    return status;
+}
