@@ -2,7 +2,7 @@
 // notes and inserts, one bundle after the other on one thread and in one transaction, with neither tasks nor
 // callbacks nor a window. On an empty profile.
 
-#include "BenchProcess.h"
+#include "CatalogueFilling.h"
 #include "Report.h"
 #include "app/Paths.h"
 #include "database/Connection.h"
@@ -30,11 +30,6 @@ using namespace Stemhaven;
 namespace {
 
 constexpr std::size_t notesAtOnce = 64;
-
-void run(QSqlQuery& query, const QString& statement) {
-    if (!query.exec(statement))
-        throw std::runtime_error(query.lastError().text().toStdString());
-}
 
 QSqlDatabase emptyCatalogue() {
     auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
@@ -79,20 +74,12 @@ int recordAll(QSqlDatabase& database, const fs::path& root) {
 } // namespace
 
 int main(int argc, char** argv) {
-    nameProgram();
-    const QCoreApplication application(argc, argv);
-    const auto arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3)
-        return 2;
-    try {
+    return fillCatalogue(argc, argv, [](const QString& root, const QString& number) {
         auto database = emptyCatalogue();
         const Stopwatch watch;
-        const int bundles = recordAll(database, argv[1]);
-        report(QStringLiteral("scan-%1-floor").arg(arguments[2]), watch.seconds());
-        if (bundles != arguments[2].toInt())
+        const int bundles = recordAll(database, QFile::encodeName(root).toStdString());
+        report(QStringLiteral("scan-%1-floor").arg(number), watch.seconds());
+        if (bundles != number.toInt())
             fail("The library has another number of bundles.");
-        return 0;
-    } catch (const std::exception& error) {
-        fail(error.what());
-    }
+    });
 }

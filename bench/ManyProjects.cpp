@@ -1,7 +1,7 @@
 // many_projects NUMBER ROOT: fills the catalogue of the current, still empty profile with made-up projects,
 // the same ones each time. Their bundles, below ROOT, are not made.
 
-#include "BenchProcess.h"
+#include "CatalogueFilling.h"
 #include "app/Paths.h"
 #include "database/DatabaseInitStatements.h"
 #include "database/RootPathStatements.h"
@@ -44,11 +44,6 @@ public:
 private:
     std::mt19937 m_engine{1};
 };
-
-void run(QSqlQuery& query, const QString& statement) {
-    if (!query.exec(statement))
-        throw std::runtime_error(query.lastError().text().toStdString());
-}
 
 QVariantMap madeUpProject(int number, const QString& root, Dice& dice) {
     const QString name =
@@ -132,15 +127,6 @@ void fillProfile(int number, const QString& root) {
 } // namespace
 
 int main(int argc, char** argv) {
-    nameProgram();
-    const QCoreApplication application(argc, argv);
-    const auto arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3)
-        return 2;
-    try {
-        fillProfile(arguments[1].toInt(), arguments[2]);
-        return 0;
-    } catch (const std::exception& error) {
-        fail(error.what());
-    }
+    return fillCatalogue(
+        argc, argv, [](const QString& number, const QString& root) { fillProfile(number.toInt(), root); });
 }

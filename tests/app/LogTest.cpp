@@ -70,18 +70,6 @@ TEST_F(LogTest, WritesWhatPassesTheLevelAsANumber) {
     }
 }
 
-TEST_F(LogTest, IsCutToItsTailOnlyAboveTheLimit) {
-    QByteArray full(Log::maxLogFileSize(), 'x');
-    full.replace(full.size() - 1024, 2, "AB");
-    setContents(full);
-    write(QtDebugMsg, "filtered");
-    EXPECT_TRUE(contents() == full);
-
-    setContents(full + 'y');
-    write(QtDebugMsg, "filtered");
-    EXPECT_EQ(contents(), "B" + QByteArray(1022, 'x') + "y");
-}
-
 TEST_F(LogTest, LosesAndTearsNoLineOfManyThreadsWhileItIsCut) {
     constexpr int rounds = 20;
     constexpr int threads = 6;
@@ -102,22 +90,6 @@ TEST_F(LogTest, LosesAndTearsNoLineOfManyThreadsWhileItIsCut) {
         EXPECT_EQ(lines.first(), QByteArray(1024, 'x'));
         for (const QByteArray& line : lines.mid(1))
             EXPECT_EQ(line.mid(line.indexOf(':', line.indexOf(')'))), ": " + QByteArray(300, 'm'));
-    }
-}
-
-TEST_F(LogTest, SendsEachTypeToItsStreamUnlessTheConsoleIsOff) {
-    Log::setLevel(QtDebugMsg);
-    for (const bool on : {true, false}) {
-        Log::outputToConsole(on);
-        EXPECT_EQ(Log::shouldOutputToConsole(), on);
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        for (const auto type : {QtDebugMsg, QtWarningMsg, QtCriticalMsg, QtFatalMsg, QtInfoMsg})
-            write(type, "ü");
-        const QString out = withoutTimes(testing::internal::GetCapturedStdout());
-        const QString err = withoutTimes(testing::internal::GetCapturedStderr());
-        EXPECT_EQ(out, on ? "@(DEBUG): ü\n@(WARNING): ü\n" : "");
-        EXPECT_EQ(err, on ? "@(CRITICAL): ü\n@(FATAL): ü\n@(INFO): ü\n" : "");
     }
 }
 

@@ -1,9 +1,7 @@
 #include "database/Outage.h"
 
-#include "database/EditTask.h"
-#include "database/MultistatementTask.h"
+#include "app/errors/DbException.h"
 #include "support/LogCapture.h"
-#include "support/TestDatabase.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -53,42 +51,4 @@ TEST(Outage, EachErrorIsLoggedOnceInItAndAgainInTheNext) {
         EXPECT_FALSE(outage.logged("!", full).isRepeated());
     }
     QSqlDatabase::removeDatabase(name);
-}
-
-TEST(Outage, IsOverWithTheFirstTaskThatWritesWhicheverItIs) {
-    LogCapture messages;
-    TestDatabase database;
-    const auto sum = [&] {
-        return messages.count("The database can be written again.");
-    };
-    database.rows("CREATE TABLE songs (name TEXT)");
-    database.rows("INSERT INTO songs VALUES('a')");
-
-    const auto query = [&](const QString& statement) {
-        database.tasks->addTask(std::make_shared<QueryTask>(statement, database.tasks->mainDatabase()));
-    };
-    const auto statements = [&](const QString& statement) {
-        database.tasks->addTask(std::make_shared<MultistatementTask>(
-            QList<QString>{"CREATE TABLE IF NOT EXISTS songs (name TEXT)", statement},
-            database.tasks->mainDatabase()));
-    };
-    const auto edit = [&](const QString& statement) {
-        database.tasks->addTask(std::make_shared<EditTask>(
-            [] { return QString("SELECT * FROM songs"); },
-            [statement](const auto&) { return QStringList(statement); }, database.tasks->mainDatabase()));
-    };
-    int outages = 0;
-    for (const std::function<void(const QString&)>& run : {std::function(query), {statements}, {edit}}) {
-        SCOPED_TRACE(outages);
-        database.rows("PRAGMA query_only=1");
-        run("UPDATE songs SET name='b'");
-        database.rows("PRAGMA query_only=0");
-        for (const auto& add : {std::function(query), {statements}, {edit}})
-            add("UPDATE songs SET name='b' WHERE name='none'");
-        EXPECT_EQ(database.rows("SELECT name FROM songs"), QStringList("a"));
-        EXPECT_EQ(sum(), outages);
-        run("UPDATE songs SET name='a'");
-        database.rows("SELECT 1");
-        EXPECT_EQ(sum(), ++outages);
-    }
 }

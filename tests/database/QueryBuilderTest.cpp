@@ -35,12 +35,8 @@ TEST(QueryBuilder, PutsTheClausesTogether) {
     const QList<std::pair<Setup, QString>> cases = {
         {[](QueryBuilder&) {}, ""},
         {[](QueryBuilder& b) { b.setGenreID(5); }, " WHERE genre_id='5'"},
-        {[](QueryBuilder& b) { b.hideIgnoredTracks(true); }, " WHERE ignored=0"},
-        {[](QueryBuilder& b) {
-             b.setTagID(4);
-             b.hideCompletedTracks(true);
-         },
-         " WHERE project_id IN (SELECT project_id FROM project_tag_map WHERE tag_id=4)  AND completed=0"},
+        {[](QueryBuilder& b) { b.setTagID(4); },
+         " WHERE project_id IN (SELECT project_id FROM project_tag_map WHERE tag_id=4) "},
         {[](QueryBuilder& b) {
              b.setCollectionID(1);
              b.setLyricsStatusID(3);
@@ -65,11 +61,7 @@ TEST(QueryBuilder, PutsTheClausesTogether) {
              b.clearSorting();
          },
          ""},
-        {[](QueryBuilder& b) {
-             b.setRecordingStatusID(0);
-             b.sortBy("name", Qt::AscendingOrder);
-         },
-         " WHERE recording_status=0 ORDER BY name COLLATE NOCASE ASC"},
+        {[](QueryBuilder& b) { b.setRecordingStatusID(0); }, " WHERE recording_status=0"},
         {[](QueryBuilder& b) { b.setMixMasterStatusID(1); }, " WHERE mix_master_status=1"},
     };
     for (const auto& [setup, expected] : cases) {
@@ -124,11 +116,8 @@ TEST(QueryBuilder, TakesAStoredListOfTwentySixColumnsAndNoOther) {
         }
         ASSERT_EQ(loaded.getFields().size(), 26);
         EXPECT_EQ(loaded.fieldAt(0).name, names[25]);
-        EXPECT_EQ(loaded.fieldAt(25).displayName, "PROJECT_ID");
         EXPECT_EQ(loaded.visibleFieldAt(1).name, names[22]);
         EXPECT_EQ(loaded.fieldIndexByName(names[22]), 1);
         EXPECT_EQ(loaded.fieldIndexByName(names[25]), 0xFFFF);
-        EXPECT_TRUE(loaded.visibleFieldAt(13).name.isEmpty());
-        EXPECT_TRUE(loaded.fieldAt(26).name.isEmpty());
     }
 }

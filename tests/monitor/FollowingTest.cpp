@@ -155,56 +155,6 @@ TEST_F(Following, BundlesWithoutANoteBelowAFolderThatIsRenamed) {
     EXPECT_EQ(rows("name, star_rating"), QStringList({"A|3", "B|3", "Other|4", "Song|5"}));
 }
 
-TEST_F(Following, AFolderThatIsDroppedInAndOneThatIsTakenOut) {
-    const auto outside = m_disk.path() + "/outside";
-    for (int i = 0; i < 30; ++i)
-        TestBundle().write(QString("%1/set/%2/Drop %3.logicx")
-                               .arg(outside)
-                               .arg(i % 3)
-                               .arg(i, 2, 10, QChar('0'))
-                               .toStdString());
-    ASSERT_TRUE(QDir().rename(outside + "/set", at("set")));
-    EXPECT_TRUE(waitUntil([&] { return rows("name").size() == 32; }));
-    EXPECT_TRUE(rows("filepath").contains(at("set/2/")));
-
-    ASSERT_TRUE(QDir().rename(at("set"), outside + "/back"));
-    makeBundle("Marker.logicx");
-    EXPECT_TRUE(waitUntil([&] { return rows("name").contains("Marker"); }));
-    EXPECT_EQ(rows("name").size(), 33);
-}
-
-TEST_F(Following, WhatHappenedWhileItWasStopped) {
-    stop();
-    makeBundle("Song.logicx", TestBundle(180));
-    move("deep", "moved");
-    makeBundle("x/New.logicx");
-    ASSERT_TRUE(m_database.initialise());
-    start();
-    EXPECT_TRUE(shows({"New", "Other", "Song"}));
-    EXPECT_TRUE(waitUntil([&] { return rows("filepath").contains(at("moved/er/")); }));
-    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
-    EXPECT_EQ(rows("star_rating"), QStringList({"0", "4", "5"}));
-}
-
-TEST_F(Following, AFolderThatIsRenamedAboveProjectsOutsideTheRoots) {
-    const auto outside = m_disk.path() + "/outside/";
-    for (const auto* bundle : {"M/deep/A.logicx", "M2/deep/B.logicx"}) {
-        TestBundle().write((outside + bundle).toStdString());
-        m_monitor->directoryChanged(outside + bundle, true);
-    }
-    ASSERT_TRUE(shows({"A", "B", "Other", "Song"}));
-    stop();
-    ASSERT_TRUE(m_database.initialise());
-    start();
-    ASSERT_TRUE(QDir().rename(outside + "M", outside + "N"));
-    const auto folders = [&] {
-        return m_database.rows("SELECT filepath FROM projects WHERE name IN ('A', 'B') ORDER BY name");
-    };
-    EXPECT_TRUE(waitUntil([&] {
-        return folders() == QStringList({outside + "N/deep/", outside + "M2/deep/"});
-    })) << folders().join(' ').toStdString();
-}
-
 TEST_F(Following, ALargeReplayLeavesRoomForTheUserAndMayBeInterrupted) {
     constexpr int many = 1000;
     for (int i = 0; i < many; ++i)

@@ -58,6 +58,10 @@ TEST_F(ActivationSocketTest, AnswersEachRequestThatHasATokenOfAnyUsualLength) {
     EXPECT_EQ(m_tokens, tokens);
     EXPECT_FALSE(request(QByteArray(100'000, 't')));
     EXPECT_EQ(m_tokens, tokens);
+
+    struct stat status = {};
+    ASSERT_EQ(stat(QFile::encodeName(m_path).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U) << "for its user alone";
 }
 
 TEST_F(ActivationSocketTest, TakesThePlaceOfWhatACrashHasLeft) {
@@ -72,13 +76,6 @@ TEST_F(ActivationSocketTest, TakesThePlaceOfWhatACrashHasLeft) {
     EXPECT_FALSE(ActivationSocket::request(m_path, {}, 30s));
     const auto socket = listen();
     EXPECT_TRUE(request());
-}
-
-TEST_F(ActivationSocketTest, IsForItsUserAlone) {
-    const auto socket = listen();
-    struct stat status = {};
-    ASSERT_EQ(stat(QFile::encodeName(m_path).constData(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
 TEST_F(ActivationSocketTest, IsReachedByAPathThatNoAddressHasRoomFor) {

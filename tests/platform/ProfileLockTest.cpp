@@ -2,13 +2,11 @@
 
 #include "support/LogCapture.h"
 
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -83,17 +81,6 @@ TEST_F(ProfileLockTest, IsDoneWithoutAndLoggedWhereThereCanBeNone) {
     LogCapture log;
     EXPECT_TRUE(lock.tryToTake());
     EXPECT_EQ(log.count("C: Could not lock"), 1);
-}
-
-TEST_F(ProfileLockTest, TakesAnythingThatHasTheFilesName) {
-    ASSERT_TRUE(QDir().mkdir(m_path));
-    EXPECT_TRUE(ProfileLock(m_path).tryToTake());
-    ASSERT_TRUE(QDir().rmdir(m_path));
-    ASSERT_EQ(mkfifo(QFile::encodeName(m_path).constData(), S_IRUSR | S_IWUSR), 0);
-    ProfileLock first(m_path);
-    ProfileLock second(m_path);
-    EXPECT_TRUE(first.tryToTake());
-    EXPECT_FALSE(second.tryToTake());
 }
 
 } // namespace

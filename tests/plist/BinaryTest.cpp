@@ -16,25 +16,19 @@ Value dateOf(double appleSeconds) {
 
 TEST(Binary, ScalarsAreWrittenAs) {
     const std::pair<Value, std::string> cases[] = {
-        {std::int64_t{0}, {"\x10\x00", 2}},
         {std::int64_t{255}, "\x10\xFF"},
         {std::int64_t{256}, {"\x11\x01\x00", 3}},
-        {std::int64_t{65536}, {"\x12\x00\x01\x00\x00", 5}},
         {std::int64_t{4294967295}, "\x12\xFF\xFF\xFF\xFF"},
         {std::int64_t{4294967296}, {"\x13\x00\x00\x00\x01\x00\x00\x00\x00", 9}},
         {-2, "\x13" + std::string(7, '\xFF') + "\xFE"},
         {short{7}, "\x10\x07"},
-        {7LL, "\x10\x07"},
         {92.5, {"\x23\x40\x57\x20\x00\x00\x00\x00\x00", 9}},
-        {92.5F, {"\x23\x40\x57\x20\x00\x00\x00\x00\x00", 9}},
         {dateOf(2.9), {"\x33\x40\x00\x00\x00\x00\x00\x00\x00", 9}},
         {true, "\x09"},
-        {false, "\x08"},
         {Data{'a', '\0'}, {"\x42\x61\x00", 3}},
         {std::string(), "\x50"},
         {std::string(14, 'x'), "\x5E" + std::string(14, 'x')},
         {std::string(15, 'x'), "\x5F\x10\x0F" + std::string(15, 'x')},
-        {std::string(300, 'x'), "\x5F\x11\x01\x2C" + std::string(300, 'x')},
         {std::string("Se\u00f1a"), "\x55Se\u00f1a"},
     };
 

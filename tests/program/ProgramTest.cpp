@@ -89,19 +89,6 @@ TEST(Program, EndsOnASignalAndTakesUpTheSearchThatItWasKilledIn) {
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
 }
 
-TEST(Program, StartsWhateverAnEarlierOneLeftInTheLockFile) {
-    Profile profile;
-    const QByteArray otherHost = "1\nstemhaven\nanother-host\n\n00000000-0000-0000-0000-000000000000\n";
-    for (const QByteArray& contents : {QByteArray(), otherHost, QByteArray("\xff\0garbage", 9)}) {
-        QFile file(profile.lockFile());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        file.close();
-        EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0)
-            << contents.toStdString() << ": " << profile.output().toStdString();
-    }
-}
-
 TEST(Program, BringsItsWindowForwardForASecondStart) {
     Profile profile;
     profile.start();

@@ -73,36 +73,6 @@ TEST(NoteFile, readsBackWhatWasWrittenLastAndKeepsNothingElse) {
     }
 }
 
-TEST(NoteFile, isLeftAloneWhereItStandsAsItShould) {
-    const Bundle bundle;
-    const auto inode = [&] {
-        return SystemUniqueFileID(bundle.note.toUtf8()).inode;
-    };
-    updateStemhavenPlist(bundle.details, 42);
-    const std::uint64_t first = inode();
-    updateStemhavenPlist(bundle.details, 42);
-    EXPECT_EQ(inode(), first);
-    updateStemhavenPlist(bundle.details, 43);
-    EXPECT_NE(inode(), first);
-}
-
-TEST(NoteFile, needsAValidBundle) {
-    const Bundle bundle;
-    updateStemhavenPlist(bundle.details, 1);
-
-    ProjectDetails outside = bundle.details;
-    outside.isValid = false;
-    EXPECT_EQ(hasStemhavenPlist(outside), std::nullopt);
-    ProjectDetails unknown = bundle.details;
-    unknown.sufid.valid = false;
-    EXPECT_EQ(loadStemhavenPlistDetails(unknown), std::nullopt);
-
-    const LogCapture logged;
-    updateStemhavenPlist(unknown, 2);
-    EXPECT_EQ(logged.messages(), QStringList("W: Could not update Stemhaven.plist. SUFID invalid."));
-    EXPECT_THAT(loadStemhavenPlistDetails(bundle.details), Optional(Pair(1, bundle.sufid)));
-}
-
 TEST(NoteFile, isPassedOverWhereItLacksSomethingAndThrowsWhereItIsCorrupt) {
     const Bundle bundle;
     const QString lacking = "W: Stemhaven.plist found with incorrect format:  " + bundle.note;
@@ -135,39 +105,8 @@ TEST(NoteFile, ignoresAndReplacesWhatIsNoUsableFile) {
     const Bundle bundle;
     const Bundle other("Other");
     updateStemhavenPlist(other.details, 4);
-    const auto sized = [&](qint64 size) {
-        QFile file(bundle.note);
-        return file.open(QFile::WriteOnly) && file.resize(size);
-    };
-    const std::pair<const char*, std::function<bool()>> obstacles[] = {
-        {"pipe",
-         [&] {
-             return mkfifo(bundle.note.toUtf8(), 0600) == 0;
-         }},
-        {"endless",
-         [&] {
-             return QFile::link("/dev/zero", bundle.note);
-         }},
-        {"dangling",
-         [&] {
-             return QFile::link(bundle.folder.filePath("gone"), bundle.note);
-         }},
-        {"another's note",
-         [&] {
-             return QFile::link(other.note, bundle.note);
-         }},
-        {"empty",
-         [&] {
-             return sized(0);
-         }},
-        {"huge",
-         [&] {
-             return sized((4 << 20) + 1);
-         }},
-    };
-    for (const auto& [name, make] : obstacles) {
-        SCOPED_TRACE(name);
-        ASSERT_TRUE(make());
+    const auto expectReplaced = [&](const QString& obstacle) {
+        SCOPED_TRACE(obstacle.toStdString());
         EXPECT_EQ(loadStemhavenPlistDetails(bundle.details), std::nullopt);
         EXPECT_TRUE(lacksNote(bundle.path));
         updateStemhavenPlist(bundle.details, 5);
@@ -175,6 +114,17 @@ TEST(NoteFile, ignoresAndReplacesWhatIsNoUsableFile) {
         EXPECT_FALSE(lacksNote(bundle.path));
         EXPECT_FALSE(QFileInfo(bundle.note).isSymLink());
         ASSERT_TRUE(QFile::remove(bundle.note));
+    };
+    ASSERT_EQ(mkfifo(bundle.note.toUtf8(), 0600), 0);
+    expectReplaced("pipe");
+    for (const QString& target : {QString("/dev/zero"), bundle.folder.filePath("gone"), other.note}) {
+        ASSERT_TRUE(QFile::link(target, bundle.note));
+        expectReplaced(target);
+    }
+    for (const qint64 size : {0, (4 << 20) + 1}) {
+        QFile file(bundle.note);
+        ASSERT_TRUE(file.open(QFile::WriteOnly) && file.resize(size));
+        expectReplaced(QString::number(size));
     }
     EXPECT_THAT(loadStemhavenPlistDetails(other.details), Optional(Pair(4, other.sufid)));
 }
@@ -183,22 +133,10 @@ TEST(NoteFile, isLookedForInNoOtherBundle) {
     const Bundle bundle;
     const Bundle other("Other");
     const QString abandoned = other.note + ".4711-0";
-    const auto linkTo = [](const QString& from, const QString& to) {
-        return QDir(from).removeRecursively() && QFile::link(to, from);
-    };
-    const std::pair<const char*, std::function<bool()>> cases[] = {
-        {"linked resources",
-         [&] {
-             return linkTo(bundle.path + "/Resources", other.path + "/Resources");
-         }},
-        {"linked bundle",
-         [&] {
-             return linkTo(bundle.path, other.path);
-         }},
-    };
-    for (const auto& [name, link] : cases) {
-        SCOPED_TRACE(name);
-        ASSERT_TRUE(link());
+    for (const auto* linked : {"/Resources", ""}) {
+        SCOPED_TRACE(linked);
+        ASSERT_TRUE(QDir(bundle.path + linked).removeRecursively());
+        ASSERT_TRUE(QFile::link(other.path + linked, bundle.path + linked));
         updateStemhavenPlist(other.details, 1);
         ASSERT_TRUE(QFile::copy(other.note, abandoned));
         std::filesystem::last_write_time(abandoned.toStdString(), {});

@@ -14,6 +14,7 @@
 #include <optional>
 
 using namespace Stemhaven;
+using testing::StartsWith;
 using testing::ThrowsMessage;
 
 class ProjectDataTest : public testing::Test {
@@ -108,13 +109,8 @@ TEST_F(ProjectDataTest, countsAlternativesFromOne) {
 }
 
 TEST_F(ProjectDataTest, namesTheEntryThatIsMissingOrOfAnotherTypeWhenItIsAskedFor) {
-    const auto missing = [](const std::string& key) {
-        return "Could not find project meta data field named '" + key + "'";
-    };
-    const auto mismatch = [](const std::string& entry, const auto& wanted, const auto& held) {
-        return "Could not retrieve project " + entry + ". Bad any cast to type: " + typeid(wanted).name() +
-            " from " + typeid(held).name();
-    };
+    const std::string missing = "Could not find project meta data field named ";
+    const std::string mismatch = "Could not retrieve project ";
     const std::int64_t integer = 10;
     const std::string text = "%1 %3";
     const auto information = &TestBundle::information;
@@ -122,17 +118,16 @@ TEST_F(ProjectDataTest, namesTheEntryThatIsMissingOrOfAnotherTypeWhenItIsAskedFo
 
     using List = Plist::Dictionary TestBundle::*;
     const std::tuple<List, std::string, Plist::Value, std::string> cases[] = {
-        {information, "LastSavedFrom", {}, missing("LastSavedFrom")},
-        {information, "LastSavedFrom", integer, mismatch("information 'LastSavedFrom'", text, integer)},
-        {information, "ActiveVariant", text, mismatch("information 'ActiveVariant'", integer, text)},
-        {information, "VariantNamesV2", text,
-         mismatch("information 'VariantNamesV2'", Plist::Dictionary(), text)},
-        {metaData, "SongKey", {}, missing("SongKey")},
-        {metaData, "SampleRate", text, mismatch("meta data 'SampleRate'", integer, text)},
-        {metaData, "BeatsPerMinute", text, mismatch("meta data 'BeatsPerMinute'", 1.0, text)},
+        {information, "LastSavedFrom", {}, missing},
+        {information, "LastSavedFrom", integer, mismatch + "information "},
+        {information, "ActiveVariant", text, mismatch + "information "},
+        {information, "VariantNamesV2", text, mismatch + "information "},
+        {metaData, "SongKey", {}, missing},
+        {metaData, "SampleRate", text, mismatch + "meta data "},
+        {metaData, "BeatsPerMinute", text, mismatch + "meta data "},
     };
 
-    for (const auto& [list, key, value, message] : cases) {
+    for (const auto& [list, key, value, beginning] : cases) {
         TestBundle bundle;
         (bundle.*list).erase(key);
         if (value.has_value())
@@ -145,7 +140,7 @@ TEST_F(ProjectDataTest, namesTheEntryThatIsMissingOrOfAnotherTypeWhenItIsAskedFo
             data.sampleRate();
             data.bpm();
         };
-        EXPECT_THAT(askForAll, ThrowsMessage<IOException>(message)) << key;
+        EXPECT_THAT(askForAll, ThrowsMessage<IOException>(StartsWith(beginning + "'" + key + "'")));
     }
 }
 

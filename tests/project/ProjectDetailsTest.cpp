@@ -29,12 +29,9 @@ TEST(ProjectDetails, takesAPathApart) {
         {"/a/b/Song.logicx/Resources/x", "/a/b/", "Song"},
         {"/a/Song.logicx.old/x", "/a/", "Song"},
         {"/a/Old.logicx/Song.logicx", "/a/", "Old"},
-        {"/a/A.logicx backups/B.logicx", "/a/A.logicx backups/", "B"},
         {"/a/A.logicx backups/A.logicx/Resources/x", "/a/A.logicx backups/", "A"},
         {"/Song/Song/Song.logicx", "/Song/Song/", "Song"},
-        {"/a/My.Song.logicx", "/a/", "My.Song"},
         {"/.logicx", "/", ""},
-        {"Song.logicx", "", "Song"},
         {"/a/\u00C4 A\u0308 %2 [1] \"b\" 'c'\\d\ne.logicx", "/a/", "\u00C4 A\u0308 %2 [1] \"b\" 'c'\\d\ne"},
     };
 
@@ -51,8 +48,6 @@ TEST(ProjectDetails, takesAPathApart) {
         EXPECT_FALSE(details.isValid) << path.toStdString();
         EXPECT_EQ(details.filepath + details.filename + details.name, "") << path.toStdString();
     }
-    EXPECT_TRUE(isBundlePath("/a/Song.logicx"));
-    EXPECT_FALSE(isBundlePath("/a/Song.logicx/Resources"));
     EXPECT_EQ(
         bundlePathIn("/a/A.logicx backups/B.logicx/Alternatives/C.logicx"), "/a/A.logicx backups/B.logicx");
     EXPECT_EQ(bundlePathIn("/a/A.logicx backups/notes.txt"), "");
@@ -75,29 +70,6 @@ TEST(ProjectDetails, carriesTheIdentityOfThePathAsGiven) {
     EXPECT_EQ(ProjectDetails(moved).sufid, details.sufid);
 }
 
-TEST(ProjectDetails, equalsWhereTextsAndIdentityDoAndIsLoggedAsOneRecord) {
-    ProjectDetails details("/a/S.logicx");
-    details.sufid = identity(-3, 18446744073709551615U);
-    ProjectDetails other = details;
-    other.isValid = false;
-    other.sufid.valid = true;
-    EXPECT_TRUE(other == details);
-    other.sufid.device = 3;
-    EXPECT_FALSE(other == details);
-    for (auto text : {&ProjectDetails::filepath, &ProjectDetails::filename, &ProjectDetails::name}) {
-        other = details;
-        other.*text += "x";
-        EXPECT_FALSE(other == details) << (other.*text).toStdString();
-    }
-
-    QString logged;
-    QDebug(&logged) << details << "end";
-    EXPECT_EQ(
-        logged,
-        "Project details: \tName:      \"S\" \tFilename:  \"S.logicx\" \tFilepath:  \"/a/\" "
-        "\tSUFID:     -3-18446744073709551615 end ");
-}
-
 TEST(SystemUniqueFileID, comparesDeviceAndInodeEachForItself) {
     EXPECT_TRUE(identity(1, 5) < identity(2, 3));
     EXPECT_TRUE(identity(2, 3) < identity(1, 5));
@@ -111,13 +83,9 @@ TEST(SystemUniqueFileID, saysWhyAPathHasNone) {
     const QTemporaryDir folder;
     ASSERT_TRUE(QFile(folder.filePath("file")).open(QFile::WriteOnly));
     ASSERT_TRUE(QFile::link(folder.filePath("loop"), folder.filePath("loop")));
-    ASSERT_TRUE(QFile::link(folder.filePath("gone"), folder.filePath("dangling")));
 
-    const QString missing =
-        "D: Could not get SUFID. Path not found, empty string, or dangling symbolic link:  ";
     const std::pair<QString, QString> cases[] = {
-        {"g\u00F6ne", missing},
-        {"dangling", missing},
+        {"g\u00F6ne", "D: Could not get SUFID. Path not found, empty string, or dangling symbolic link:  "},
         {"file/x", "D: Could not get SUFID. Part of path is not a directory! Path:  "},
         {QString(256, 'n'), "D: Could not get SUFID. Path name is too long:  "},
         {"loop", "W: Could not get SUFID. Unknown errno: 40  Path:  "},
@@ -131,7 +99,4 @@ TEST(SystemUniqueFileID, saysWhyAPathHasNone) {
         EXPECT_FALSE(id.valid);
         EXPECT_EQ(id.toString(), "0-0");
     }
-    const LogCapture logged;
-    EXPECT_FALSE(SystemUniqueFileID(nullptr).valid);
-    EXPECT_EQ(logged.count("D: Could not get SUFID. Bad address. Path: "), 1);
 }

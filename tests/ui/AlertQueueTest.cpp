@@ -73,7 +73,6 @@ TEST(AlertQueueTest, DismissingTheOnlyWindowDoesNotEndTheProgram) {
 
 TEST(AlertQueueTest, SaysWhatCanBeDoneAboutTheCatalogue) {
     const std::pair<const char*, const char*> cases[] = {
-        {"Query error: attempt to write a readonly database", "The catalogue cannot be written."},
         {"unable to open database file", "The catalogue cannot be written."},
         {"database or disk is full", "The disk with the catalogue is full."},
         {"database is locked", "Another program is using the catalogue."},

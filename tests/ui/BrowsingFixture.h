@@ -6,8 +6,6 @@
 #include "ui/table/StarEditor.h"
 
 #include <QComboBox>
-#include <QMessageBox>
-#include <QPushButton>
 
 #include <functional>
 
@@ -22,19 +20,6 @@ protected:
         database.rows("INSERT INTO tags VALUES(1, '#one'), (2, '#two & more')");
         database.rows("INSERT INTO genres VALUES(1, 'Pop', NULL)");
         database.rows("INSERT INTO collections VALUES(1, '100% <b>Album</b> %1')");
-    }
-
-    /// Selects the rows, the last of them being the current one, and waits for its details.
-    void select(const QList<int>& rows) {
-        auto* selection = table().selectionModel();
-        selection->clearSelection();
-        for (const int row : rows) {
-            selection->setCurrentIndex(
-                model().index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        }
-        const qint64 id = model().projectIDForRow(rows.constLast());
-        ASSERT_TRUE(waitUntil(
-            [&] { return details().project().id == id && details().projects().size() == rows.size(); }));
     }
 
     /// The status line afterwards.
@@ -64,21 +49,6 @@ protected:
 
     QStringList values(const char* columns) {
         return database.rows(QString("SELECT %1 FROM projects ORDER BY project_id").arg(columns));
-    }
-
-    /// The open question, with the button of that text clicked.
-    bool answer(const char* button) {
-        auto* question = window->findChild<QMessageBox*>();
-        if (!question || !question->isVisible())
-            return false;
-        for (auto* candidate : question->buttons()) {
-            if (candidate->text().remove(QLatin1Char('&')) == button) {
-                candidate->click();
-                settle();
-                return true;
-            }
-        }
-        return false;
     }
 
     /// A press, three repetitions, and what happens meanwhile, before the key is let go.

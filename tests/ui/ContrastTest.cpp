@@ -53,6 +53,8 @@ std::vector<std::pair<const char*, QPalette>> palettes() {
         {"own light", designedPalette(ColorScheme::Light, {})},
         {"own dark", designedPalette(ColorScheme::Dark, {})},
         {"own light, yellow", designedPalette(ColorScheme::Light, QColor("#f9f06b"))},
+        {"own light, teal", designedPalette(ColorScheme::Light, QColor("#2190a4"))},
+        {"own dark, orange", designedPalette(ColorScheme::Dark, QColor("#ed5b00"))},
         {"own light, more contrast", designedPalette(ColorScheme::Light, {}, true)},
         {"own dark, more contrast", designedPalette(ColorScheme::Dark, {}, true)},
         {"dark desktop", desktopPalette(0x31363b, 0x1b1e20, 0xfcfcfc, 0xfcfcfc, 0x3daee9, 0xfcfcfc)},

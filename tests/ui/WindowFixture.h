@@ -12,6 +12,8 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
 
 #include <optional>
 
@@ -75,6 +77,34 @@ protected:
     QString selectedName() {
         const auto rows = table().selectionModel()->selectedRows(nameColumn());
         return rows.size() == 1 ? rows.constFirst().data().toString() : QString();
+    }
+
+    /// Selects the rows, the last of them being the current one, and waits for its details.
+    void select(const QList<int>& rows) {
+        auto* selection = table().selectionModel();
+        selection->clearSelection();
+        for (const int row : rows) {
+            selection->setCurrentIndex(
+                model().index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+        const qint64 id = model().projectIDForRow(rows.constLast());
+        ASSERT_TRUE(waitUntil(
+            [&] { return details().project().id == id && details().projects().size() == rows.size(); }));
+    }
+
+    /// The open question, with the button of that text clicked.
+    bool answer(const char* button) {
+        auto* question = window->findChild<QMessageBox*>();
+        if (!question || !question->isVisible())
+            return false;
+        for (auto* candidate : question->buttons()) {
+            if (candidate->text().remove(QLatin1Char('&')) == button) {
+                candidate->click();
+                settle();
+                return true;
+            }
+        }
+        return false;
     }
 
     void search(const QString& term) {

@@ -7,55 +7,22 @@ namespace Storm {
 namespace fs = std::filesystem;
 
 std::vector<Operation> BundleOperations::all() {
-    return {
-        {12, "create",
-         [this] {
-             return create();
-         }},
-        {4, "untitled",
-         [this] {
-             return createUntitled();
-         }},
-        {4, "untitled",
-         [this] {
-             return nameUntitled();
-         }},
-        {14, "save",
-         [this] {
-             return save();
-         }},
-        {10, "rename",
-         [this] {
-             return rename();
-         }},
-        {10, "move",
-         [this] {
-             return move();
-         }},
-        {6, "copy",
-         [this] {
-             return copy();
-         }},
-        {6, "delete",
-         [this] {
-             return remove();
-         }},
-        {2, "exchange-names",
-         [this] {
-             return exchangeNames();
-         }},
-        {2, "take-name",
-         [this] {
-             return takeName();
-         }},
-        {2, "move-by-copying",
-         [this] {
-             return moveByCopying();
-         }},
-    };
+    return bound({
+        {12, "create", &BundleOperations::create},
+        {4, "untitled", &BundleOperations::createUntitled},
+        {4, "untitled", &BundleOperations::nameUntitled},
+        {14, "save", &BundleOperations::save},
+        {10, "rename", &BundleOperations::rename},
+        {10, "move", &BundleOperations::move},
+        {6, "copy", &BundleOperations::copy},
+        {6, "delete", &BundleOperations::remove},
+        {2, "exchange-names", &BundleOperations::exchangeNames},
+        {2, "take-name", &BundleOperations::takeName},
+        {2, "move-by-copying", &BundleOperations::moveByCopying},
+    });
 }
 
-std::string BundleOperations::create() {
+BundleOperations::Outcome BundleOperations::create() {
     const Path path = m_tools.newName(m_tools.pickPlace(), ".logicx");
     m_tools.addBundle(path);
     return "create " + m_tools.shown(path);

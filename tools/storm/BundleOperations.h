@@ -1,23 +1,20 @@
 #pragma once
 
-#include "Toolbox.h"
+#include "OperationGroup.h"
 
 namespace Storm {
 
 /// What happens to single bundles: they are created, saved, renamed, moved, copied, deleted, and take each
 /// other's names.
-class BundleOperations {
+class BundleOperations : public OperationGroup<BundleOperations> {
 public:
-    explicit BundleOperations(Toolbox& tools) : m_tools(tools) {}
+    using OperationGroup::OperationGroup;
 
     std::vector<Operation> all();
 
-    std::string create();
+    Outcome create();
 
 private:
-    using Path = Toolbox::Path;
-    using Outcome = std::optional<std::string>;
-
     Outcome createUntitled();
     Outcome nameUntitled();
     Outcome save();
@@ -29,7 +26,6 @@ private:
     Outcome takeName();
     Outcome moveByCopying();
 
-    Toolbox& m_tools;
     int m_untitled = 0;
 };
 

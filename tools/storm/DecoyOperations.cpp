@@ -10,28 +10,13 @@ namespace Storm {
 namespace fs = std::filesystem;
 
 std::vector<Operation> DecoyOperations::all() {
-    return {
-        {4, "apostrophes",
-         [this] {
-             return doubleApostrophes();
-         }},
-        {2, "hidden",
-         [this] {
-             return hide();
-         }},
-        {2, "hidden",
-         [this] {
-             return unhide();
-         }},
-        {2, "nested-suffix",
-         [this] {
-             return nestSuffix();
-         }},
-        {2, "linked-resources",
-         [this] {
-             return linkResources();
-         }},
-    };
+    return bound({
+        {4, "apostrophes", &DecoyOperations::doubleApostrophes},
+        {2, "hidden", &DecoyOperations::hide},
+        {2, "hidden", &DecoyOperations::unhide},
+        {2, "nested-suffix", &DecoyOperations::nestSuffix},
+        {2, "linked-resources", &DecoyOperations::linkResources},
+    });
 }
 
 /// They stay in the name of a bundle, a copy or a folder for what is done to it later.

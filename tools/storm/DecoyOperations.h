@@ -1,22 +1,19 @@
 #pragma once
 
-#include "Toolbox.h"
+#include "OperationGroup.h"
 
 namespace Storm {
 
 /// Names and entries that are easily taken for what they are not. What is hidden, what lies in a folder whose
 /// name only holds the suffix and what borrows another bundle's Resources is unknown to the model: whatever
 /// the catalogue makes of it, no bundle that the model knows may suffer.
-class DecoyOperations {
+class DecoyOperations : public OperationGroup<DecoyOperations> {
 public:
-    explicit DecoyOperations(Toolbox& tools) : m_tools(tools) {}
+    using OperationGroup::OperationGroup;
 
     std::vector<Operation> all();
 
 private:
-    using Path = Toolbox::Path;
-    using Outcome = std::optional<std::string>;
-
     Outcome doubleApostrophes();
     Outcome hide();
     Outcome unhide();
@@ -27,7 +24,6 @@ private:
     /// too.
     std::string addMarker();
 
-    Toolbox& m_tools;
     int m_names = 0;
 };
 

@@ -16,43 +16,19 @@ bool isIn(const fs::path& path, const fs::path& folder) {
 } // namespace
 
 std::vector<Operation> FolderOperations::all() {
-    return {
-        {4, "create-folder",
-         [this] {
-             return create();
-         }},
-        {6, "rename-folder",
-         [this] {
-             return rename();
-         }},
-        {6, "move-folder",
-         [this] {
-             return move();
-         }},
-        {1, "delete-folder",
-         [this] {
-             return remove();
-         }},
-        {4, "move-out",
-         [this] {
-             return moveOut();
-         }},
-        {6, "move-out",
-         [this] {
-             return moveBack();
-         }},
-        {3, "exchange",
-         [this] {
-             return exchange();
-         }},
-        {3, "chain",
-         [this] {
-             return moveUpChain();
-         }},
-    };
+    return bound({
+        {4, "create-folder", &FolderOperations::create},
+        {6, "rename-folder", &FolderOperations::rename},
+        {6, "move-folder", &FolderOperations::move},
+        {1, "delete-folder", &FolderOperations::remove},
+        {4, "move-out", &FolderOperations::moveOut},
+        {6, "move-out", &FolderOperations::moveBack},
+        {3, "exchange", &FolderOperations::exchange},
+        {3, "chain", &FolderOperations::moveUpChain},
+    });
 }
 
-std::string FolderOperations::create() {
+FolderOperations::Outcome FolderOperations::create() {
     const Path path = m_tools.newName(m_tools.pickPlace(), "");
     fs::create_directory(path);
     m_tools.library().addFolder(path);

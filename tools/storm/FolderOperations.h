@@ -1,23 +1,20 @@
 #pragma once
 
-#include "Toolbox.h"
+#include "OperationGroup.h"
 
 namespace Storm {
 
 /// What happens to folders with all that they hold: they are created, renamed, moved, deleted, leave the
 /// roots and come back, and take each other's places.
-class FolderOperations {
+class FolderOperations : public OperationGroup<FolderOperations> {
 public:
-    explicit FolderOperations(Toolbox& tools) : m_tools(tools) {}
+    using OperationGroup::OperationGroup;
 
     std::vector<Operation> all();
 
-    std::string create();
+    Outcome create();
 
 private:
-    using Path = Toolbox::Path;
-    using Outcome = std::optional<std::string>;
-
     Outcome rename();
     Outcome move();
     Outcome remove();
@@ -32,7 +29,6 @@ private:
     std::string relocateAll(const std::vector<std::pair<Path, Path>>& steps);
     void settleBeforeReplacing(const std::vector<Path>& twins);
 
-    Toolbox& m_tools;
     int m_series = 0;
 };
 

@@ -7,32 +7,14 @@ namespace Storm {
 namespace fs = std::filesystem;
 
 std::vector<Operation> IdentityOperations::all() {
-    return {
-        {3, "restore",
-         [this] {
-             return backUpAndDelete();
-         }},
-        {4, "restore",
-         [this] {
-             return restore();
-         }},
-        {3, "put-back",
-         [this] {
-             return putBack();
-         }},
-        {2, "empty-note",
-         [this] {
-             return emptyNote();
-         }},
-        {3, "copy-then-move",
-         [this] {
-             return copyThenMove();
-         }},
-        {2, "foreign",
-         [this] {
-             return bringForeign();
-         }},
-    };
+    return bound({
+        {3, "restore", &IdentityOperations::backUpAndDelete},
+        {4, "restore", &IdentityOperations::restore},
+        {3, "put-back", &IdentityOperations::putBack},
+        {2, "empty-note", &IdentityOperations::emptyNote},
+        {3, "copy-then-move", &IdentityOperations::copyThenMove},
+        {2, "foreign", &IdentityOperations::bringForeign},
+    });
 }
 
 IdentityOperations::Outcome IdentityOperations::backUpAndDelete() {

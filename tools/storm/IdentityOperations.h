@@ -1,21 +1,18 @@
 #pragma once
 
-#include "Toolbox.h"
+#include "OperationGroup.h"
 
 namespace Storm {
 
 /// What makes it hard to say which record a bundle has: backups and sync clients that put bundles back, with
 /// their notes and without, and copies whose originals move.
-class IdentityOperations {
+class IdentityOperations : public OperationGroup<IdentityOperations> {
 public:
-    explicit IdentityOperations(Toolbox& tools) : m_tools(tools) {}
+    using OperationGroup::OperationGroup;
 
     std::vector<Operation> all();
 
 private:
-    using Path = Toolbox::Path;
-    using Outcome = std::optional<std::string>;
-
     /// Of a bundle that is deleted.
     struct Backup {
         int tag = 0;
@@ -32,7 +29,6 @@ private:
     /// Named like the given path, and hidden from the program.
     Path newStored(const Path& path);
 
-    Toolbox& m_tools;
     std::vector<Backup> m_backups;
     int m_stored = 0;
 };

@@ -7,20 +7,11 @@ namespace Storm {
 namespace fs = std::filesystem;
 
 std::vector<Operation> RootOperations::all() {
-    return {
-        {3, "unplug",
-         [this] {
-             return unplug();
-         }},
-        {3, "unplug",
-         [this] {
-             return plugIn();
-         }},
-        {3, "stray",
-         [this] {
-             return renameAboveStrays();
-         }},
-    };
+    return bound({
+        {3, "unplug", &RootOperations::unplug},
+        {3, "unplug", &RootOperations::plugIn},
+        {3, "stray", &RootOperations::renameAboveStrays},
+    });
 }
 
 void RootOperations::prepare() {

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "Toolbox.h"
+#include "OperationGroup.h"
 
 namespace Storm {
 
 /// What happens to the folders that the program follows: a drive is unplugged and perhaps plugged in again,
 /// and one that was taken off the list is renamed around the projects that it holds.
-class RootOperations {
+class RootOperations : public OperationGroup<RootOperations> {
 public:
-    explicit RootOperations(Toolbox& tools) : m_tools(tools) {}
+    using OperationGroup::OperationGroup;
 
     std::vector<Operation> all();
 
@@ -16,9 +16,6 @@ public:
     void prepare();
 
 private:
-    using Path = Toolbox::Path;
-    using Outcome = std::optional<std::string>;
-
     Outcome unplug();
     Outcome plugIn();
     Outcome renameAboveStrays();
@@ -26,7 +23,6 @@ private:
     std::string copyAway(const Path& root);
     bool isAllCertain() const;
 
-    Toolbox& m_tools;
     Path m_folderAboveStrays;
     bool m_isTakenOffList = false;
     int m_names = 0;

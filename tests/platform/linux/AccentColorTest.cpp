@@ -73,25 +73,19 @@ TEST(AccentColor, IsWhatTheDesktopSaysIfItIsAColour) {
     ASSERT_TRUE(connection.registerVirtualObject("/org/freedesktop/portal/desktop", &desktop));
     ASSERT_TRUE(connection.registerService("org.freedesktop.portal.Desktop"));
 
-    struct Case {
-        const char* name;
-        QVariant answer;
-        std::optional<QColor> expected;
-    };
-
     const QColor orange = QColor::fromRgbF(1.0F, 0.5F, 0.0F);
-    const Case cases[] = {
-        {"a variant", variantOf(rgb(1.0, 0.5, 0.0)), orange},
-        {"a variant in a variant", variantOf(variantOf(rgb(1.0, 0.5, 0.0))), orange},
-        {"above the range", variantOf(rgb(0.0, 1.01, 0.0)), std::nullopt},
-        {"below the range", variantOf(rgb(0.0, 0.0, -1.0)), std::nullopt},
-        {"no numbers", variantOf(rgb(std::numeric_limits<double>::quiet_NaN(), 0.0, 0.0)), std::nullopt},
-        {"a text", variantOf("orange"), std::nullopt},
-        {"no variant", 7, std::nullopt},
+    const double notANumber = std::numeric_limits<double>::quiet_NaN();
+    const std::pair<QVariant, std::optional<QColor>> cases[] = {
+        {variantOf(rgb(1.0, 0.5, 0.0)), orange},
+        {variantOf(variantOf(rgb(1.0, 0.5, 0.0))), orange},
+        {variantOf(rgb(0.0, 1.01, 0.0)), std::nullopt},
+        {variantOf(rgb(notANumber, 0.0, 0.0)), std::nullopt},
+        {variantOf("orange"), std::nullopt},
+        {7, std::nullopt},
     };
-    for (const Case& each : cases) {
-        desktop.answerWith(each.answer);
-        EXPECT_EQ(systemAccentColor(), each.expected) << each.name;
+    for (const auto& [answer, expected] : cases) {
+        desktop.answerWith(answer);
+        EXPECT_EQ(systemAccentColor(), expected);
     }
 
     // A desktop that keeps silent does not hold up the program for as long as D-Bus would wait.

@@ -55,17 +55,4 @@ TEST(EventCoalescer, IsPromptAfterAQuietTimeAndThenOnceALatency) {
     EXPECT_GT(*coalescer.due(), EventCoalescer::Clock::now() + 1s);
 }
 
-TEST(EventCoalescer, CarriesWhatWasWaitingAlongWithAMovedFolder) {
-    EventCoalescer coalescer(EventClock::instance(), 3s);
-    coalescer.add("/a/s.logicx/Resources/x", 0, FileEvent::ItemModified);
-    coalescer.add("/a/s.logicx", 3, FileEvent::ItemRenamed);
-    coalescer.add("/ab/s.logicx", 4, FileEvent::ItemModified);
-    coalescer.carry("/a", "/b", 1);
-
-    const auto batch = coalescer.take();
-    ASSERT_EQ(batch.size(), 4);
-    EXPECT_EQ(batch.back().path, QStringLiteral("/b/s.logicx/Resources/x"));
-    EXPECT_EQ(batch.back().flags, std::uint32_t{FileEvent::ItemModified});
-}
-
 } // namespace Stemhaven

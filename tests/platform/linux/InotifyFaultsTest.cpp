@@ -4,11 +4,9 @@
 #include <sys/inotify.h>
 #include <sys/mount.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <functional>
 #include <future>
 #include <stdexcept>
 
@@ -18,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class FaultyCalls : public InotifyCalls {
+class FaultyCalls : public CallsWithoutNet {
 public:
     int open() override { return m_refusals-- > 0 ? refuse(EMFILE) : InotifyCalls::open(); }
 
@@ -54,10 +52,6 @@ public:
         return sizeof event;
     }
 
-    bool tellsEvents(const std::string& path, const MountTable& mounts) override {
-        return path.find("Net") == std::string::npos && InotifyCalls::tellsEvents(path, mounts);
-    }
-
     std::atomic<int> m_refusals = 0;
     std::atomic<int> m_readError = 0;
     std::atomic<bool> m_throws = false;
@@ -84,40 +78,30 @@ protected:
 TEST_F(InotifyFaults, AfterLostEventsTheDiskIsLookedAt) {
     struct Fault {
         const char* reason;
-        std::function<void()> arrange;
+        std::uint32_t injectedMask = 0;
+        int readError = 0;
+        bool throws = false;
+        int refusals = 0;
     };
 
     makeBundle("Music/A.logicx");
-    const std::vector<Fault> faults{
-        {"were lost.",
-         [this] {
-             m_calls.m_injectedMask = IN_Q_OVERFLOW;
-         }},
-        {"were lost.",
-         [this] {
-             m_calls.m_injectedMask = IN_CREATE;
-         }},
-        {"cannot be read: read: ",
-         [this] {
-             m_calls.m_readError = EIO;
-         }},
-        {"could not be handled.",
-         [this] {
-             m_calls.m_throws = true;
-         }},
-        {"gives no file system events",
-         [this] {
-             m_calls.m_refusals = 2;
-             m_calls.m_injectedMask = IN_Q_OVERFLOW;
-         }},
+    const Fault faults[] = {
+        {"were lost.", IN_Q_OVERFLOW},
+        {"were lost.", IN_CREATE},
+        {.reason = "cannot be read: read: ", .readError = EIO},
+        {.reason = "could not be handled.", .throws = true},
+        {.reason = "gives no file system events", .injectedMask = IN_Q_OVERFLOW, .refusals = 2},
     };
     int made = 0;
-    for (const auto& [reason, arrange] : faults) {
+    for (const auto& [reason, injectedMask, readError, throws, refusals] : faults) {
         SCOPED_TRACE(reason);
         const LogCapture log;
         ASSERT_TRUE(start({m_calls}));
         settleAndForget();
-        arrange();
+        m_calls.m_refusals = refusals;
+        m_calls.m_readError = readError;
+        m_calls.m_throws = throws;
+        m_calls.m_injectedMask = injectedMask;
         fs::create_directory("Music/New" + std::to_string(++made));
         writeFile("Music/A.logicx/Resources/ProjectInformation.plist", "lost");
         EXPECT_TRUE(waitFor("Music", scan));

@@ -1,8 +1,8 @@
 #include "WatchedFolder.h"
 #include "platform/linux/MountTable.h"
 #include "support/LogCapture.h"
-#include "support/linux/DeadMount.h"
 
+#include <sys/mount.h>
 
 #include <atomic>
 #include <future>
@@ -15,15 +15,11 @@ namespace fs = std::filesystem;
 namespace {
 
 /// What has "Net" in its path is remote.
-class NetIsRemote : public InotifyCalls {
+class NetIsRemote : public CallsWithoutNet {
 public:
     int addWatch(int descriptor, const char* path, std::uint32_t mask) override {
         m_hasEntered = m_hasEntered || std::string(path).find("Net") != std::string::npos;
         return InotifyCalls::addWatch(descriptor, path, mask);
-    }
-
-    bool tellsEvents(const std::string& path, const MountTable& mounts) override {
-        return path.find("Net") == std::string::npos && InotifyCalls::tellsEvents(path, mounts);
     }
 
     std::atomic<bool> m_hasEntered = false;
@@ -82,29 +78,17 @@ TEST_F(InotifyRemote, IsToldByTheMountThatAPathLeadsTo) {
     fs::create_directory_symlink("../real/./link/nas/in", "real/relative");
     fs::create_directory_symlink("round", "round");
     const auto here = top().string();
-    std::istringstream text(
-        "20 1 8:1 / / rw - ext4 /dev/sda rw\n"
-        "21 20 0:30 / " +
-        here +
-        "/real/local/nas rw shared:1 master:2 - nfs4 server:/ rw\n"
-        "22 20 0:31 / " +
-        here +
-        "/two\\040words\\012 rw - fuse.sshfs host: rw\n"
-        // Covered by the local one on top of it.
-        "23 20 0:32 / " +
-        here +
-        "/stick rw - autofs systemd-1 rw\n"
-        "24 23 8:2 / " +
-        here +
-        "/stick rw - vfat /dev/sdb rw\n"
-        // Not to be reached since something was mounted over the folder above.
-        "25 20 0:33 / " +
-        here +
-        "/over/deep rw - cifs //host rw\n"
-        "26 20 8:3 / " +
-        here +
-        "/over rw - ext4 /dev/sdc rw\n"
-        "broken line\n");
+    const QString mounts = "20 1 8:1 / / rw - ext4 /dev/sda rw\n"
+                           "21 20 0:30 / %1/real/local/nas rw shared:1 master:2 - nfs4 server:/ rw\n"
+                           "22 20 0:31 / %1/two\\040words\\012 rw - fuse.sshfs host: rw\n"
+                           // Covered by the local one on top of it.
+                           "23 20 0:32 / %1/stick rw - autofs systemd-1 rw\n"
+                           "24 23 8:2 / %1/stick rw - vfat /dev/sdb rw\n"
+                           // Not to be reached since something was mounted over the folder above.
+                           "25 20 0:33 / %1/over/deep rw - cifs //host rw\n"
+                           "26 20 8:3 / %1/over rw - ext4 /dev/sdc rw\n"
+                           "broken line\n";
+    std::istringstream text(mounts.arg(QString::fromStdString(here)).toStdString());
     const MountTable table(text);
     const std::vector<std::tuple<std::string, int, bool>> places{
         {"/real", 20, false},
@@ -204,32 +188,6 @@ TEST_F(InotifyRemote, AMountInsideAWatchedFolderIsPolledAndTheRestIsWatched) {
         EXPECT_FALSE(flags().contains("Music/Net/C.logicx"));
         forgetEvents();
     }
-}
-
-TEST_F(InotifyRemote, ADeadMountHoldsUpNeitherStartNorStop) {
-    fs::create_directories("Music/Dead");
-    fs::create_directories("Dead");
-    fs::create_directory_symlink("Dead/Songs", "Link");
-    makeBundle("Music/A.logicx");
-    request().roots.append({at("Dead"), at("Link")});
-    request().sinceEventID = 0;
-    const DeadMount inside("Music/Dead");
-    if (!inside.isMounted() && geteuid() == 0)
-        GTEST_SKIP() << "no FUSE here";
-    if (!inside.isMounted()) {
-        EXPECT_EQ(runWhereMountingIsPermitted(), 0);
-        return;
-    }
-    const DeadMount root("Dead");
-    ASSERT_TRUE(root.isMounted());
-    const auto begin = std::chrono::steady_clock::now();
-    ASSERT_TRUE(start());
-    EXPECT_TRUE(waitFor("Music/A.logicx", modified));
-    EXPECT_TRUE(isFollowed("Music/A.logicx"));
-    stream().reset();
-    EXPECT_FALSE(FileEventStream::earlierStreamIsClosing());
-    // How long a stream waits for a disk that does not answer.
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, InotifyEventStream::Surroundings{}.patience);
 }
 
 } // namespace Stemhaven

@@ -46,8 +46,7 @@ public:
         std::string path;
         /// An event id from before it came to path.
         std::uint64_t since = 0;
-        std::vector<std::string> before;
-        /// Since the beginning, always in a root, and always or never a bundle.
+        /// Since the beginning, in a root.
         bool isKnown = false;
     };
 
@@ -68,10 +67,8 @@ public:
     void begin(int changes) {
         const std::lock_guard lock(m_mutex);
         note();
-        for (auto& [inode, folder] : m_folders) {
-            folder.before.clear();
+        for (auto& [inode, folder] : m_folders)
             folder.isKnown = isInRoot(folder.path);
-        }
         m_changesLeft = changes;
     }
 
@@ -89,25 +86,13 @@ public:
         return m_changesLeft > 0;
     }
 
-    /// Puts the roots back.
-    void end() {
+    std::vector<Folder> folders() {
         const std::lock_guard lock(m_mutex);
-        for (const auto& root : roots)
-            bringBack(root);
         note();
-    }
-
-    std::vector<Folder> folders() const {
-        const std::lock_guard lock(m_mutex);
         std::vector<Folder> folders;
         for (const auto& [inode, folder] : m_folders)
             folders.push_back(folder);
         return folders;
-    }
-
-    std::string log() const {
-        const std::lock_guard lock(m_mutex);
-        return m_log;
     }
 
 private:
@@ -122,15 +107,11 @@ private:
     }
 
     void change() {
-        enum Kind : unsigned { MoveRoot, Make, Remove, Replace, MoveThereAndBack };
+        enum Kind : unsigned { Make, Remove, Replace, MoveThereAndBack };
 
-        const auto kind = below(10);
+        const auto kind = below(9);
         const std::string path = anything();
-        if (kind == MoveRoot) {
-            const auto& root = roots.at(below(roots.size()));
-            if (!bringBack(root))
-                rename(root, m_awayFrom[root] = anyFolder() + "/Away" + root);
-        } else if (kind == Make) {
+        if (kind == Make) {
             make(anyFolder() + '/' + anyName(below(2) == 0));
         } else if (path.empty()) {
             return;
@@ -173,38 +154,22 @@ private:
         return all.empty() ? "" : all[below(all.size())];
     }
 
-    bool bringBack(const std::string& root) {
-        if (!std::filesystem::exists(root) && std::filesystem::exists(m_awayFrom[root]))
-            rename(m_awayFrom[root], root);
-        else if (!std::filesystem::exists(root))
-            make(root);
-        else
-            return false;
-        return true;
-    }
-
     void make(const std::string& path) {
         makeSmallBundle(isBundle(path) ? path : path + "/F0/B0.logicx");
-        say("make " + path);
+        note();
     }
 
     void remove(const std::string& path) {
         std::error_code impossible;
         std::filesystem::remove_all(path, impossible);
-        say("remove " + path);
+        note();
     }
 
     /// What is at the other place comes here in the same moment.
     void rename(const std::string& from, const std::string& to) {
         const bool isExchange = std::filesystem::exists(to);
-        if (renameat2(
-                AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(),
-                isExchange ? RENAME_EXCHANGE : RENAME_NOREPLACE) == 0)
-            say((isExchange ? "exchange " : "rename ") + from + ' ' + to);
-    }
-
-    void say(const std::string& what) {
-        m_log += std::to_string(FileEventStream::currentEventID()) + ' ' + what + '\n';
+        renameat2(
+            AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), isExchange ? RENAME_EXCHANGE : RENAME_NOREPLACE);
         note();
     }
 
@@ -212,8 +177,6 @@ private:
     void note() {
         std::map<std::uint64_t, Folder> found;
         for (const auto* top : {"Music", "Archive", "Outside"}) {
-            if (!std::filesystem::exists(top))
-                continue;
             find(top, found);
             for (auto it = std::filesystem::recursive_directory_iterator(top);
                  it != std::filesystem::recursive_directory_iterator(); ++it) {
@@ -232,13 +195,8 @@ private:
     void find(const std::string& path, std::map<std::uint64_t, Folder>& found) {
         const auto inode = inodeOf(path);
         const auto known = m_folders.find(inode);
-        auto folder = known == m_folders.end() ? Folder{inode, path, m_lastNote, {}, false} : known->second;
-        if (folder.path != path) {
-            folder.isKnown = folder.isKnown && isInRoot(path) && isBundle(path) == isBundle(folder.path);
-            folder.before.push_back(std::exchange(folder.path, path));
-            folder.since = m_lastNote;
-        }
-        found[inode] = folder;
+        const bool isWhereItWas = known != m_folders.end() && known->second.path == path;
+        found[inode] = isWhereItWas ? known->second : Folder{inode, path, m_lastNote, false};
     }
 
     mutable std::mutex m_mutex;
@@ -246,8 +204,6 @@ private:
     int m_changesLeft = 0;
     std::uint64_t m_lastNote = 0;
     std::map<std::uint64_t, Folder> m_folders;
-    std::map<std::string, std::string> m_awayFrom;
-    std::string m_log;
 };
 
 } // namespace Stemhaven

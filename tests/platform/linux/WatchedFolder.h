@@ -61,6 +61,14 @@ inline int runWhereMountingIsPermitted() {
     return std::system(command.c_str()); // NOLINT(cert-env33-c,concurrency-mt-unsafe)
 }
 
+/// Of what has "Net" in its path the system tells no events.
+class CallsWithoutNet : public InotifyCalls {
+public:
+    bool tellsEvents(const std::string& path, const MountTable& mounts) override {
+        return path.find("Net") == std::string::npos && InotifyCalls::tellsEvents(path, mounts);
+    }
+};
+
 /// The flags of all events of a path, which is relative to the folder.
 using Flags = std::map<std::string, std::uint32_t>;
 

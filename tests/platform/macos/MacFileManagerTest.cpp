@@ -1,5 +1,4 @@
 #include "platform/FileManager.h"
-#include "platform/ShellQuoting.h"
 #include "support/FakeCommand.h"
 
 #include <gtest/gtest.h>
@@ -7,17 +6,9 @@
 
 TEST(MacFileManagerTest, RunsTheSystemsCommandWithThePathAsItIs) {
     const QString ordinary = "/Users/me/Music/A Song.logicx";
-    EXPECT_EQ(Stemhaven::quotedForShell(ordinary), "\"/Users/me/Music/A Song.logicx\"");
-
     const QString paths[] = {
-        ordinary,
-        "\"; rm -rf x; \"",
-        "$HOME ${HOME} $(id) `id`",
-        "back\\slash \\\" \\$ \\\\",
-        "'single' & | < > * ? [a] ~ # ! ; ( )",
-        "two\nlines\tand a tab",
-        "Größe 日本語 🎵",
-        QString()};
+        ordinary, "\"; rm -rf x; \"", "$HOME ${HOME} $(id) `id`", "back\\slash \\\" \\$ \\\\",
+        "'single' & | < > * ? [a] ~ # ! ; ( )\n\tGröße 日本語 🎵"};
     for (const QString& path : paths) {
         SCOPED_TRACE(path.toStdString());
         const FakeCommand open("open");

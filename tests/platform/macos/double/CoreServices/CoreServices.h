@@ -65,7 +65,6 @@ enum : FSEventStreamCreateFlags {
 
 enum : FSEventStreamEventFlags {
     kFSEventStreamEventFlagMustScanSubDirs = 0x1,
-    kFSEventStreamEventFlagRootChanged = 0x20,
     kFSEventStreamEventFlagMount = 0x40,
     kFSEventStreamEventFlagUnmount = 0x80,
     kFSEventStreamEventFlagItemCreated = 0x100,
