@@ -114,13 +114,14 @@ void BackupContents::checkRootPathsDatabase() const {
 void BackupContents::checkSettings() const {
     const QString file = replacementOf(m_live.settings);
     constexpr qint64 largest = 16 << 20;
-    const QSettings settings(file, QSettings::NativeFormat);
-    // What is no settings file at all may still pass for one whose lines are all keys.
-    const QStringList keys = settings.allKeys();
-    if (QFileInfo(file).size() <= largest && QFileInfo(file).isReadable() &&
-        settings.status() == QSettings::NoError && (QFileInfo(file).size() == 0 || !keys.isEmpty()))
-        return;
-    throw BackupError(tr("The settings file of the backup is not one. Stopping backup import..."));
+    const qint64 size = QFileInfo(file).size();
+    const auto isGood = [&] {
+        const QSettings settings(file, QSettings::NativeFormat);
+        // What is no settings file may still be read as one without a key.
+        return !settings.allKeys().isEmpty() && settings.status() == QSettings::NoError;
+    };
+    if (size > largest || (size > 0 && !isGood()))
+        throw BackupError(tr("The settings file of the backup is not one. Stopping backup import..."));
 }
 
 } // namespace Stemhaven

@@ -16,10 +16,16 @@ constexpr int kept = 10;
 const QString timeFormat = QStringLiteral("yyyy-MM-dd'T'hh-mm-ss'Z'");
 const QString partSuffix = QStringLiteral(".part");
 
+/// Invalid for what is not the name of a copy.
 QDateTime timeFrom(const QString& name) {
-    auto time = QDateTime::fromString(name, timeFormat);
-    time.setTimeSpec(Qt::UTC);
-    return time;
+    const auto parts = name.split(QLatin1Char('T'));
+    if (parts.size() != 2)
+        return {};
+    // Not as one, which would be a local time on the way, and there are none in the hour that summer time
+    // skips.
+    const auto date = QDate::fromString(parts[0], QStringLiteral("yyyy-MM-dd"));
+    const auto time = QTime::fromString(parts[1], QStringLiteral("hh-mm-ss'Z'"));
+    return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 
 bool hasContents(const QString& database) {

@@ -173,7 +173,8 @@ bool FileSwap::write(const Journal& journal) const {
 
 bool FileSwap::flushFolders() const {
     return std::all_of(m_live.begin(), m_live.end(), [](const auto& live) {
-        return flushToDisk(QFileInfo(live).absolutePath());
+        const QString folder = QFileInfo(live).absolutePath();
+        return !isThere(folder) || flushToDisk(folder);
     });
 }
 

@@ -5,9 +5,13 @@
 #include "database/DatabaseFile.h"
 #include "platform/FileCopy.h"
 
+#include <QCoreApplication>
 #include <QDebug>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
+#include <QSettings>
 
 #include <filesystem>
 #include <optional>
@@ -17,6 +21,10 @@ namespace Stemhaven {
 namespace {
 
 namespace fs = std::filesystem;
+
+class Texts {
+    Q_DECLARE_TR_FUNCTIONS(Stemhaven::StartCheck)
+};
 
 fs::path nativePath(const QString& path) {
     return QFile::encodeName(path).toStdString();
@@ -79,6 +87,9 @@ StartReport checkAtStart(const LiveFiles& live, const QDateTime& now) {
     StartReport report;
     const FileSwap swap(live.profileFolder(), live.all());
     report.import = swap.repair();
+    // What has been read of the settings may be of the other file.
+    if (report.import != FileSwap::Repair::NothingToDo)
+        QSettings().sync();
     UnfinishedWork(live.profileFolder(), live.names()).remove();
 
     const DatabaseCopies copies(live);
@@ -99,6 +110,31 @@ StartReport checkAtStart(const LiveFiles& live, const QDateTime& now) {
     check(live.mainDatabase, QStringLiteral("projects"));
     check(live.rootPathsDatabase, QStringLiteral("root_project_search_paths"));
     return report;
+}
+
+QString textOf(const StartReport& report) {
+    QStringList texts;
+    for (const auto& restored : report.restored) {
+        //: %1 and %3 are files, %2 is a date and time
+        const QString text =
+            Texts::tr("The file %1 was damaged. Its newest good copy, of %2, has taken its place, so what "
+                      "was changed since then is not in it. The damaged file is kept as %3.");
+        texts.append(text.arg(
+            QDir::toNativeSeparators(restored.database),
+            QLocale().toString(restored.copyMade.toLocalTime(), QLocale::LongFormat),
+            QDir::toNativeSeparators(restored.damaged)));
+    }
+    for (const auto& database : report.damaged) {
+        texts.append(
+            Texts::tr(
+                "The file %1 is damaged, and there is no good copy of it. Import a backup to replace it.")
+                .arg(QDir::toNativeSeparators(database)));
+    }
+    if (report.import == FileSwap::Repair::Failed)
+        texts.append(Texts::tr(
+            "An import of a backup was interrupted, and its files could not be put right. Check that you "
+            "may write to the folders of Stemhaven and that the disk is not full, and start it again."));
+    return texts.join(QStringLiteral("\n\n"));
 }
 
 } // namespace Stemhaven

@@ -39,6 +39,10 @@ struct StartReport {
 /// database once.
 StartReport checkAtStart(const LiveFiles& live, const QDateTime& now);
 
+/// For the user, on the databases that were damaged and replaced, or could not be; empty where there are
+/// none.
+QString textOf(const StartReport& report);
+
 /// Where a damaged database is to go: a name beside it that nothing has.
 QString nameForDamaged(const QString& database, const QDateTime& now);
 
