@@ -408,10 +408,6 @@
         <source>Setting project progress failed.</source>
         <translation>Der Fortschritt konnte nicht gesetzt werden.</translation>
     </message>
-    <message>
-        <source>Project wasn&apos;t found</source>
-        <translation>Das Projekt wurde nicht gefunden</translation>
-    </message>
 </context>
 <context>
     <name>EmptyState</name>
@@ -796,6 +792,30 @@
     <message>
         <source>Could not add folder</source>
         <translation>Der Ordner konnte nicht hinzugefügt werden</translation>
+    </message>
+</context>
+<context>
+    <name>NotFound</name>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Not found: %1 of %2</source>
+        <extracomment>How many of the selected projects</extracomment>
+        <translation>Nicht gefunden: %1 von %2</translation>
+    </message>
+    <message>
+        <source>Connect its drive, or put the project back: it then returns here by itself, with all that you noted.</source>
+        <translation>Schließe das Laufwerk wieder an oder lege das Projekt zurück: Dann kommt es hier von selbst wieder, mit allem, was du dazu notiert hast.</translation>
+    </message>
+    <message>
+        <source>Connect their drives, or put the projects back: they then return here by themselves, with all that you noted.</source>
+        <translation>Schließe die Laufwerke wieder an oder lege die Projekte zurück: Dann kommen sie hier von selbst wieder, mit allem, was du dazu notiert hast.</translation>
+    </message>
+    <message>
+        <source>The project was not found where it was last.</source>
+        <translation>Das Projekt wurde nicht dort gefunden, wo es zuletzt war.</translation>
     </message>
 </context>
 <context>

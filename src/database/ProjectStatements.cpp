@@ -56,6 +56,14 @@ QString selectByPath(const QString& filepath, const QString& filename) {
         QStringLiteral("filepath='%1' AND filename='%2'").arg(escape(filepath), escape(filename)));
 }
 
+QString selectIdByPath() {
+    return QStringLiteral("SELECT project_id FROM projects WHERE filepath=? AND filename=?");
+}
+
+QString selectWithoutPlace() {
+    return QStringLiteral("SELECT project_id FROM projects WHERE filepath=''");
+}
+
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated) {
     return QStringLiteral(
                "INSERT INTO projects (filepath, filename, name, project_type, logic_version, bpm, song_key, "

@@ -18,6 +18,11 @@ QString selectBySufid(const QString& sufid);
 QString selectById(long long projectId);
 QString selectByPath(const QString& filepath, const QString& filename);
 
+/// To be prepared and bound to the folder and the name of the bundle.
+QString selectIdByPath();
+/// The ids of the records that have given their place up.
+QString selectWithoutPlace();
+
 /// Both read data and throw IOException where it lacks what a record needs.
 QString insert(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdated);
 QString

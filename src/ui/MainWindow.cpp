@@ -232,7 +232,7 @@ bool MainWindow::selectFirstProject() {
 
 void MainWindow::projectShown() {
     m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
-    m_menus->setSelection(m_details->summary());
+    m_menus->setSelection(m_details->summary(), m_details->isMissing());
     if (m_whenSelectedIsShown && m_details->project().isValid() && m_details->showsSelection())
         std::exchange(m_whenSelectedIsShown, std::nullopt)->what();
 }
@@ -278,17 +278,17 @@ QList<qint64> MainWindow::editedProjects() const {
 
 void MainWindow::openSelectedProject() {
     if (m_details->project().isValid())
-        SelectedBundle(m_details->project().bundlePath).open();
+        SelectedBundle(m_details->project().bundlePath, m_details->isMissing()).open();
 }
 
 void MainWindow::showSelectedInFinder() {
     if (m_details->project().isValid())
-        SelectedBundle(m_details->project().bundlePath).showInFinder();
+        SelectedBundle(m_details->project().bundlePath, m_details->isMissing()).showInFinder();
 }
 
 void MainWindow::showSelectedPackageContents() {
     if (m_details->project().isValid())
-        SelectedBundle(m_details->project().bundlePath).showPackageContents();
+        SelectedBundle(m_details->project().bundlePath, m_details->isMissing()).showPackageContents();
 }
 
 void MainWindow::associateProjectWithFilter(FilterType type, qint64 filterID, qint64 projectID) {

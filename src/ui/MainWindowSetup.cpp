@@ -4,6 +4,7 @@
 #include "monitor/ProjectMonitor.h"
 #include "ui/MainWindow.h"
 #include "ui/MissingFolders.h"
+#include "ui/MissingProjects.h"
 #include "ui/SidePanes.h"
 #include "ui/SpacedCall.h"
 #include "ui/actions/HeaderMenus.h"
@@ -128,9 +129,15 @@ void MainWindow::setupEvents() {
     connect(m_projects.get(), &ProjectsPane::showAllRequested, this, &MainWindow::clearSearchAndFilter);
     connect(m_projects.get(), &ProjectsPane::reloadRequested, this, &MainWindow::reloadAll);
     connect(m_projects.get(), &ProjectsPane::searchTermChanged, this, &MainWindow::searchTermChanged);
-    // The click that asks for them may also be the one that selects the project.
+    // The click that asks for them may also be the one that selects the project. What cannot be opened says
+    // why, though its action is off.
     connect(m_projects.get(), &ProjectsPane::openRequested, this, [this] {
-        whenSelectedIsShown(tr("Open project failed."), [this] { m_actions->open->trigger(); });
+        whenSelectedIsShown(tr("Open project failed."), [this] {
+            if (m_actions->open->isEnabled())
+                m_actions->open->trigger();
+            else
+                openSelectedProject();
+        });
     });
     connect(m_projects.get(), &ProjectsPane::contextMenuRequested, this, [this](const QPoint& position) {
         whenSelectedIsShown(tr("Could not select project"), [this, position] { m_menus->popUp(position); });
@@ -203,7 +210,11 @@ void MainWindow::setupMonitorEvents() {
     connect(&m_monitor, &ProjectMonitor::rootSearchPathChanged, this, &MainWindow::rootFolderChanged);
     auto* missing = new MissingFolders(m_monitor, this);
     connect(missing, &MissingFolders::changed, m_projects.get(), &ProjectsPane::showMissingFolders);
-    connect(missing, &MissingFolders::changed, m_details, &DetailsPane::reloadPicture);
+    auto* missingProjects = new MissingProjects(m_tasks, m_monitor, this);
+    connect(missingProjects, &MissingProjects::changed, m_projects.get(), &ProjectsPane::setMissingProjects);
+    connect(missingProjects, &MissingProjects::changed, m_details, &DetailsPane::setMissingProjects);
+    // A deleted record that comes back may be one of them.
+    connect(m_history, &EditHistory::wentBackOrForth, missingProjects, &MissingProjects::request);
 }
 
 void MainWindow::setupMenus() {

@@ -8,7 +8,9 @@
 
 #include <utility>
 
-SelectedBundle::SelectedBundle(QString path) : m_path(std::move(path)) {}
+SelectedBundle::SelectedBundle(QString path, bool isMissing)
+    : m_path(std::move(path)),
+      m_isMissing(isMissing) {}
 
 void SelectedBundle::open() const {
     run(tr("Could not open selected project!"), tr("Could not open selected project"),
@@ -30,7 +32,7 @@ void SelectedBundle::showPackageContents() const {
 void SelectedBundle::run(
     const QString& titleWhenGone, const QString& titleWhenRefused,
     const std::function<int()>& command) const {
-    if (!QFileInfo::exists(m_path)) {
+    if (m_isMissing || !QFileInfo::exists(m_path)) {
         Stemhaven::guarded(titleWhenGone, [] { throw Stemhaven::Exception(tr("Project wasn't found")); });
         return;
     }

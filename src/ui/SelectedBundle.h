@@ -11,7 +11,8 @@ class SelectedBundle {
     Q_DECLARE_TR_FUNCTIONS(SelectedBundle)
 
 public:
-    explicit SelectedBundle(QString path);
+    /// isMissing: it is known not to be there, and nobody looks, as a drive that is gone may not answer.
+    explicit SelectedBundle(QString path, bool isMissing = false);
 
     void open() const;
     void showInFinder() const;
@@ -24,4 +25,5 @@ private:
         const std::function<int()>& command) const;
 
     QString m_path;
+    bool m_isMissing;
 };

@@ -65,3 +65,14 @@ TEST_F(AccessibilityTest, PictureCountAndErrorHaveRolesAndNames) {
     EXPECT_EQ(accessible(error).text(QAccessible::Name), error.text());
     form->reject();
 }
+
+TEST_F(AccessibilityTest, PaintedCellsAreReadWithTheirValues) {
+    insert("Song", "star_rating=3, progress=0.5, publicly_released=1");
+    open();
+    auto* cells = accessible(table()).tableInterface();
+    QStringList read;
+    for (int column = 0; column < model().columnCount(); ++column)
+        read.append(cells->cellAt(0, column)->text(QAccessible::Name));
+    for (const char* value : {"Song", "3 of 5 stars", "50%", "Yes"})
+        EXPECT_TRUE(read.contains(value)) << value << " in " << qPrintable(read.join(" | "));
+}

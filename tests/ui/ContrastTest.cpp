@@ -1,5 +1,7 @@
 #include "ui/widgets/Contrast.h"
 
+#include "ui/table/ProjectsTableModel.h"
+#include "ui/table/StarDelegate.h"
 #include "ui/widgets/Palettes.h"
 #include "ui/widgets/Theme.h"
 
@@ -13,6 +15,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QStyleFactory>
 #include <QTableWidget>
 #include <QToolButton>
@@ -138,6 +141,29 @@ QTableWidget* tableWithHeader() {
     return table;
 }
 
+enum TableRow { First, Alternate, Selected };
+
+/// A row of the projects' table.
+QImage tableRow(TableRow row, bool isMissing) {
+    constexpr int height = 60;
+    auto* table = new QTableWidget(3, 1);
+    table->setItemDelegate(new StarDelegate(table));
+    table->setAlternatingRowColors(true);
+    table->setShowGrid(false);
+    table->setFrameShape(QFrame::NoFrame);
+    table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->horizontalHeader()->hide();
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(height);
+    auto* item = new QTableWidgetItem("HELP");
+    item->setData(ProjectsTableModel::NotFoundRole, isMissing);
+    table->setItem(row, 0, item);
+    item->setSelected(row == Selected);
+    Scene scene(table, {240, height});
+    table->verticalScrollBar()->setValue(row * height);
+    return scene.inside();
+}
+
 template <typename Button>
 Button* button(bool checked) {
     auto* made = new Button;
@@ -178,6 +204,12 @@ TEST_F(ContrastTest, TextsCanBeReadAndControlsBeSeenInThePaletteOfEveryDesktop) 
             {"column title", Scene(tableWithHeader()).inside()}};
         for (const auto& [text, image] : texts)
             EXPECT_GE(contrastIn(image), Contrast::text) << text;
+        for (const TableRow row : {First, Alternate, Selected}) {
+            const double dimmed = contrastIn(tableRow(row, true));
+            EXPECT_GE(dimmed, Contrast::text) << row;
+            const double ratio = contrastIn(tableRow(row, false)) / dimmed;
+            EXPECT_GE(ratio, row == Selected ? 1.0 : 1.2) << row;
+        }
 
         const std::pair<const char*, QWidget*> edged[] = {
             {"field", new QLineEdit},

@@ -105,7 +105,7 @@ TEST_F(MainWindowTest, DroppedFolderFillsTheTableAndIsNamedWhileItIsMissing) {
     ASSERT_TRUE(QDir().rename(music, music + " elsewhere"));
     ASSERT_TRUE(waitUntil([&] { return notice.isVisible(); }));
     EXPECT_EQ(notice.text(), "Folder not available: " + music);
-    EXPECT_TRUE(waitUntil([&] { return picture.accessibleDescription() == "Project wasn't found"; }));
+    EXPECT_TRUE(waitUntil([&] { return picture.accessibleDescription() == "Not found"; }));
     ASSERT_TRUE(QDir().rename(music + " elsewhere", music));
     EXPECT_TRUE(
         waitUntil([&] { return !notice.isVisible() && picture.accessibleDescription() == "No picture"; }));

@@ -82,10 +82,12 @@ void PolledFolders::take(
         change.fileID = answer.snapshot->identity.inode;
         change.needsSearch = std::exchange(folder.needsSearch, false) || !folder.isThere;
         const auto earlier = std::exchange(folder.last, std::move(answer.snapshot));
-        if (earlier)
-            folder.last->reportChanges(*earlier, m_events);
-        else
+        if (!earlier)
             reportMissed(folder);
+        else if (earlier->identity.device == folder.last->identity.device)
+            folder.last->reportChanges(*earlier, m_events);
+        else // A volume came or went at this place: what was on the other one is not deleted.
+            change.needsSearch = true;
     } else {
         change.needsSearch = folder.isThere && folder.hasAnswered;
     }

@@ -34,7 +34,9 @@ std::optional<TreeSnapshot> TreeSnapshot::take(const Subject& subject, const IsS
         walk.onBundle(subject.top);
     else if (isReadable)
         walk.walk(subject.top, subject.names);
-    if (!isReadable || isStopped())
+    // Unmounted during the look, the folder would seem to have lost its bundles.
+    const bool isSameFolder = FolderIdentity::of(subject.top, true) == snapshot.identity;
+    if (!isReadable || !isSameFolder || isStopped())
         return std::nullopt;
     return snapshot;
 }

@@ -36,7 +36,8 @@ struct TreeSnapshot {
     /// How a snapshot is taken: a test hands in one that does not answer. Called on several threads.
     using Taker = std::function<std::optional<TreeSnapshot>(const Subject&, const IsStopped&)>;
 
-    /// Nothing when the top is not there or cannot be read, or when the look was stopped.
+    /// Nothing when the top is not there, cannot be read or was replaced meanwhile, or when the look was
+    /// stopped.
     static std::optional<TreeSnapshot> take(const Subject& subject, const IsStopped& isStopped);
 
     /// Adds an event for each bundle that has come, gone, moved or changed since the earlier snapshot.

@@ -43,11 +43,9 @@ void ProjectMenus::setEntries(const FolderTreeItemModel& entries) {
         menu->setEntries(entries.getEntries(menu->type()));
 }
 
-void ProjectMenus::setSelection(const SelectionSummary& summary) {
+void ProjectMenus::setSelection(const SelectionSummary& summary, bool isMissing) {
     m_hasSelection = summary.count > 0;
-    const auto actions = m_actions.ofSelectedProject();
-    for (QAction* action : actions)
-        action->setEnabled(m_hasSelection);
+    m_actions.enableForSelection(m_hasSelection, isMissing);
     m_actions.ignore->setChecked(summary.areAllIgnored());
     for (AssociationMenu* menu : std::as_const(m_menus)) {
         menu->setEnabled(m_hasSelection);

@@ -26,8 +26,9 @@ public:
     QList<QMenu*> associationMenus() const;
 
     void setEntries(const FolderTreeItemModel& entries);
-    /// Marks what the selected projects have; without one nothing is offered.
-    void setSelection(const SelectionSummary& summary);
+    /// Marks what the selected projects have; without one nothing is offered. isMissing: the current one's
+    /// bundle is not there.
+    void setSelection(const SelectionSummary& summary, bool isMissing);
     void popUp(const QPoint& globalPosition);
 
 signals:

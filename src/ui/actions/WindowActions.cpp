@@ -1,6 +1,7 @@
 #include "ui/actions/WindowActions.h"
 
 #include "platform/FileManager.h"
+#include "ui/NotFound.h"
 #include "ui/widgets/Icons.h"
 
 #include <QAction>
@@ -30,17 +31,14 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     auto openShortcuts = QKeySequence::keyBindings(QKeySequence::Open);
     openShortcuts.append(Qt::Key_Return);
     open = make(tr("&Open"), openShortcuts);
-    open->setStatusTip(tr("Open project in Logic Pro"));
     // A key that is held would start a program at every repetition.
     open->setAutoRepeat(false);
     const bool hasFinder = Stemhaven::hasFinder();
     showInFinder = make(
         hasFinder ? tr("&Show in Finder") : tr("&Show in File Manager"),
         QKeySequence::keyBindings(QKeySequence::Save));
-    showInFinder->setStatusTip(hasFinder ? tr("Show in Finder") : tr("Show in File Manager"));
     showInFinder->setAutoRepeat(false);
     showPackageContents = make(tr("Show &Package Contents"), QKeySequence::keyBindings(QKeySequence::Print));
-    showPackageContents->setStatusTip(tr("Open Project Package Contents"));
     showPackageContents->setAutoRepeat(false);
     release = make(tr("Release"), {QKeySequence(Qt::CTRL | Qt::Key_R)});
     ignore = make(tr("Ignore"));
@@ -84,8 +82,24 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     // What these open does not exist yet.
     for (QAction* action : {settings, release, checkForUpdates, recoverProjects, backup, importBackup})
         action->setEnabled(false);
+    enableForSelection(false, false);
+}
+
+void WindowActions::enableForSelection(bool isSelected, bool isMissing) {
     for (QAction* action : ofSelectedProject())
-        action->setEnabled(false);
+        action->setEnabled(isSelected);
+    for (QAction* action : {open, showInFinder, showPackageContents})
+        action->setEnabled(isSelected && !isMissing);
+    describeBundleActions(isMissing);
+}
+
+void WindowActions::describeBundleActions(bool isMissing) {
+    const auto describe = [isMissing](QAction* action, const QString& tip) {
+        action->setStatusTip(isMissing ? NotFound::reason() : tip);
+    };
+    describe(open, tr("Open project in Logic Pro"));
+    describe(showInFinder, Stemhaven::hasFinder() ? tr("Show in Finder") : tr("Show in File Manager"));
+    describe(showPackageContents, tr("Open Project Package Contents"));
 }
 
 QAction* WindowActions::make(const QString& text, const QList<QKeySequence>& shortcuts) {

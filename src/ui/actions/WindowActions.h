@@ -49,11 +49,15 @@ public:
     QAction* backup;
     QAction* importBackup;
 
+    /// Those that are about the bundle say why they are off where it is not there.
+    void enableForSelection(bool isSelected, bool isMissing);
+
     QList<QAction*> ofSelectedProject() const {
         return {open, showInFinder, showPackageContents, ignore, deleteRecord};
     }
 
 private:
+    void describeBundleActions(bool isMissing);
     QAction* make(const QString& text, const QList<QKeySequence>& shortcuts = {});
 
     QMainWindow& m_window;

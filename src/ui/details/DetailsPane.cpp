@@ -1,6 +1,8 @@
 #include "ui/details/DetailsPane.h"
 
 #include "app/errors/Guarded.h"
+#include "ui/NotFound.h"
+#include "ui/details/NotFoundNotice.h"
 #include "ui/details/PreviewLoader.h"
 #include "ui/details/ProgressSlider.h"
 #include "ui/details/ProjectLoader.h"
@@ -52,6 +54,7 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
       m_name(makeLine("projectNameLabel", tr("Project Name"), nullptr)),
       m_details(makeLine("projectDetailsLabel", tr("98 BPM | 4/4 | Cmajor"), nullptr)),
       m_path(makeLine("projectFilepathLabel", tr("/path/to/project"), nullptr)),
+      m_notFound(new NotFoundNotice),
       m_selectedCountLabel(new QLabel),
       m_stars(new StarEditor),
       m_mixedStarsLabel(new QLabel(tr("(mixed)"))),
@@ -69,9 +72,9 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
     m_stalePreview->setSingleShot(true);
     m_stalePreview->setInterval(staleAfter);
     connect(m_stalePreview, &QTimer::timeout, m_preview, &ImageView::clear);
-    connect(m_previews, &PreviewLoader::loaded, this, [this](const QImage& image, bool isThere) {
+    connect(m_previews, &PreviewLoader::loaded, this, [this](const QImage& image) {
         m_stalePreview->stop();
-        m_preview->setImage(image, isThere ? QString() : tr("Project wasn't found"));
+        m_preview->setImage(image);
         emit filled();
     });
     connect(m_loader, &ProjectLoader::loaded, this, &DetailsPane::showLoaded);
@@ -152,6 +155,7 @@ QWidget* DetailsPane::makeProjectPage() {
     layout->addWidget(m_name);
     layout->addWidget(m_details);
     layout->addWidget(m_path);
+    layout->addWidget(m_notFound);
     layout->addSpacing(8);
     layout->addLayout(rating);
     layout->addSpacing(8);
@@ -203,9 +207,14 @@ void DetailsPane::retry() {
         reload();
 }
 
-void DetailsPane::reloadPicture() {
-    m_previewKey.clear();
-    reload();
+void DetailsPane::setMissingProjects(const QSet<qint64>& projects) {
+    const bool wasMissing = isMissing();
+    m_missing = projects;
+    showMissing();
+    if (isMissing() == wasMissing)
+        return;
+    showPreview(m_project);
+    emit projectShown(m_project);
 }
 
 void DetailsPane::setEntries(const FolderTreeItemModel& entries) {
@@ -229,6 +238,7 @@ void DetailsPane::showLoaded(const ProjectRecord& record, const SelectionSummary
     m_summary = summary;
     m_shown = m_selected;
     showNameAndPlace();
+    showMissing();
     showUserData();
     showPreview(record);
     m_pages->setCurrentWidget(m_projectPage);
@@ -272,11 +282,26 @@ void DetailsPane::showUserData() {
     connectProjectEvents();
 }
 
+void DetailsPane::showMissing() {
+    const auto missing = std::count_if(
+        m_shown.begin(), m_shown.end(), [this](qint64 project) { return m_missing.contains(project); });
+    m_notFound->present(static_cast<int>(missing), static_cast<int>(m_shown.size()));
+    m_open->setEnabled(!isMissing());
+    m_open->setToolTip(isMissing() ? NotFound::reason() : QString());
+    m_open->setAccessibleDescription(m_open->toolTip());
+}
+
 void DetailsPane::showPreview(const ProjectRecord& record) {
     if (m_shown.size() > 1) {
         clearPreview();
         // Not "No picture": each may have one.
         m_preview->setImage({}, m_name->text());
+        emit filled();
+        return;
+    }
+    if (isMissing()) {
+        clearPreview();
+        m_preview->setImage({}, NotFound::text());
         emit filled();
         return;
     }

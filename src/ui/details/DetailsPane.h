@@ -6,11 +6,13 @@
 #include <QDeadlineTimer>
 #include <QList>
 #include <QMetaObject>
+#include <QSet>
 #include <QWidget>
 
 class ElidedLabel;
 class FolderTreeItemModel;
 class ImageView;
+class NotFoundNotice;
 class PreviewLoader;
 class ProgressSlider;
 class ProjectLoader;
@@ -41,8 +43,8 @@ public:
     void reload();
     /// Tries again to read what could not be read; else nothing.
     void retry();
-    /// As reload(), when the project's bundle may have gone or come back.
-    void reloadPicture();
+    /// By the ids of their records: of these the bundle is not there.
+    void setMissingProjects(const QSet<qint64>& projects);
     void setEntries(const FolderTreeItemModel& entries);
 
     /// While edits are being written, a record that arrives may be older than what the user has set, and is
@@ -60,11 +62,14 @@ public:
 
     const SelectionSummary& summary() const { return m_summary; }
 
+    /// Whether the bundle of project() is not there.
+    bool isMissing() const { return m_missing.contains(m_project.id); }
+
     /// Whether the details of the selected projects have come.
     bool showsSelection() const;
 
 signals:
-    /// The details of the selected projects have come, or there are none.
+    /// The details of the selected projects have come, or there are none; or a bundle has gone or come back.
     void projectShown(const ProjectRecord& record);
     /// The selected projects are not in the database, or cannot be read; none are shown now.
     void notAvailable();
@@ -81,6 +86,7 @@ private:
     void showLoaded(const ProjectRecord& record, const SelectionSummary& summary);
     void showNameAndPlace();
     void showUserData();
+    void showMissing();
     void showPreview(const ProjectRecord& record);
     void clearPreview();
     void showNothing();
@@ -98,6 +104,7 @@ private:
     SelectionSummary m_summary;
     QList<qint64> m_selected;
     QList<qint64> m_shown;
+    QSet<qint64> m_missing;
     QDeadlineTimer m_openPause{0}; ///< until it ends, a click is the second of a double click
     bool m_isBeingWritten = false;
     bool m_isUnreadable = false;
@@ -108,6 +115,7 @@ private:
     ElidedLabel* m_name;
     ElidedLabel* m_details;
     ElidedLabel* m_path;
+    NotFoundNotice* m_notFound;
     QLabel* m_selectedCountLabel;
     StarEditor* m_stars;
     QLabel* m_mixedStarsLabel;

@@ -3,15 +3,9 @@
 #include "project/ProjectInformation.h"
 #include "ui/widgets/PreviewImage.h"
 
-#include <QFileInfo>
 #include <QtConcurrent>
 
 namespace {
-
-struct Preview {
-    QImage image;
-    bool isProjectThere = true;
-};
 
 /// The active alternative's picture. Null where any of it cannot be read: the bundle may be damaged, or gone.
 QImage readPictureOf(const QString& bundlePath, QSize size) {
@@ -25,11 +19,6 @@ QImage readPictureOf(const QString& bundlePath, QSize size) {
         qDebug() << "No picture of" << bundlePath << error.what();
         return {};
     }
-}
-
-Preview readPreviewOf(const QString& bundlePath, QSize size) {
-    const QImage image = readPictureOf(bundlePath, size);
-    return {image, !image.isNull() || QFileInfo::exists(bundlePath)};
 }
 
 } // namespace
@@ -55,11 +44,11 @@ void PreviewLoader::cancel() {
 
 void PreviewLoader::start() {
     m_isBusy = true;
-    QtConcurrent::run(&m_pool, readPreviewOf, m_wantedPath, m_wantedSize)
-        .then(this, [this, request = m_request](const Preview& preview) {
+    QtConcurrent::run(&m_pool, readPictureOf, m_wantedPath, m_wantedSize)
+        .then(this, [this, request = m_request](const QImage& picture) {
             m_isBusy = false;
             if (request == m_request)
-                emit loaded(preview.image, preview.isProjectThere);
+                emit loaded(picture);
             else if (!m_wantedPath.isEmpty())
                 start();
         });

@@ -22,8 +22,8 @@ public:
     void cancel();
 
 signals:
-    /// The picture that was asked for last; null where the project has none, or is not there itself.
-    void loaded(const QImage& image, bool isProjectThere);
+    /// The picture that was asked for last; null where the project has none.
+    void loaded(const QImage& image);
 
 private:
     void start();

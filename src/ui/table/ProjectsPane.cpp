@@ -243,6 +243,10 @@ void ProjectsPane::showMissingFolders(const QStringList& folders) {
     m_statusLine->showMissingFolders(folders);
 }
 
+void ProjectsPane::setMissingProjects(const QSet<qint64>& projects) {
+    m_model->setMissingProjects(projects);
+}
+
 void ProjectsPane::request(ReloadScheduler::Reason reason) {
     Stemhaven::guarded(tr("Reload projects failed."), [&] { m_reloads->request(reason); });
 }

@@ -3,6 +3,7 @@
 #include "ui/table/ReloadScheduler.h"
 
 #include <QDeadlineTimer>
+#include <QSet>
 #include <QStringList>
 #include <QWidget>
 
@@ -79,6 +80,8 @@ public:
     void setWatchedFolders(const QStringList& folders);
     /// Says which of the watched folders are not there.
     void showMissingFolders(const QStringList& folders);
+    /// By the ids of their records.
+    void setMissingProjects(const QSet<qint64>& projects);
     /// Not by a focus proxy, for which the Tab key would leave out the search field.
     void focusProjects();
     void focusSearch();

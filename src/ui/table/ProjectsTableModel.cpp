@@ -5,6 +5,7 @@
 #include "database/SimpleTask.h"
 #include "database/SqlQueryModelTask.h"
 #include "database/TaskManager.h"
+#include "ui/NotFound.h"
 #include "ui/table/CellValue.h"
 
 #include <QAccessible>
@@ -150,7 +151,7 @@ QVariant ProjectsTableModel::headerData(int section, Qt::Orientation orientation
     const std::lock_guard lock(projectsModelMutex);
     // A screen reader calls a row by its project, not by its number.
     if (orientation == Qt::Vertical && role == Qt::AccessibleTextRole)
-        return data(index(section, nameColumn()));
+        return data(index(section, nameColumn()), role);
     return (*m_queryModel)->headerData(section, orientation, role);
 }
 
@@ -165,9 +166,39 @@ QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {
     if (index.row() < 0 || index.row() >= rows.rowCount() || index.column() < 0 ||
         index.column() >= rows.columnCount())
         return {};
+    // For what a screen reader asks the query's model has nothing, which would be read as no stars, or "No".
+    switch (role) {
+    case NotFoundRole:
+        return isMissing(index.row());
+    case Qt::AccessibleTextRole:
+        return accessibleText(index);
+    case Qt::AccessibleDescriptionRole:
+        return isMissing(index.row()) ? NotFound::text() : QString();
+    default:
+        break;
+    }
     const auto format =
         static_cast<Stemhaven::Format>(rows.headerData(index.column(), Qt::Horizontal, FormatRole).toUInt());
     return cellValue(rows.data(rows.index(index.row(), index.column()), role), format, index);
+}
+
+/// The name says it, too, as few listen to descriptions.
+QVariant ProjectsTableModel::accessibleText(const QModelIndex& index) const {
+    const QString text = data(index).toString();
+    return index.column() == nameColumn() && isMissing(index.row())
+        ? text + QStringLiteral(", ") + NotFound::text()
+        : text;
+}
+
+void ProjectsTableModel::setMissingProjects(const QSet<qint64>& projects) {
+    m_missing = projects;
+    const QModelIndex first = index(0, 0);
+    if (first.isValid())
+        emit dataChanged(first, index(rowCount() - 1, columnCount() - 1));
+}
+
+bool ProjectsTableModel::isMissing(int row) const {
+    return !m_missing.isEmpty() && m_missing.contains(projectIDForRow(row));
 }
 
 int ProjectsTableModel::rowForProjectID(qint64 id) const {

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModel>
 #include <QList>
+#include <QSet>
 
 #include <memory>
 #include <mutex>
@@ -27,6 +28,9 @@ class ProjectsTableModel : public QAbstractItemModel {
     Q_OBJECT
 
 public:
+    /// Of every cell: whether the project's bundle is not there.
+    static constexpr int NotFoundRole = Qt::UserRole + 1;
+
     /// tasks and builder outlive the model. Loads nothing yet: until the first reload there are -1 columns.
     ProjectsTableModel(
         Stemhaven::TaskManager& tasks, Stemhaven::QueryBuilder* builder, QObject* parent = nullptr);
@@ -52,8 +56,12 @@ public:
     bool hasChildren(const QModelIndex& parent = {}) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    /// The value as the format of its column wants it, whatever the role.
+    /// The value as the format of its column wants it, whatever the role, but for NotFoundRole and what a
+    /// screen reader asks for.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+    /// By the ids of their records, whether they have rows or not.
+    void setMissingProjects(const QSet<qint64>& projects);
 
     /// 0 where the names are not shown.
     int nameColumn() const;
@@ -71,6 +79,8 @@ signals:
     void reloadFailed();
 
 private:
+    bool isMissing(int row) const;
+    QVariant accessibleText(const QModelIndex& index) const;
     void finishReload();
     void forgetReload();
 
@@ -78,5 +88,6 @@ private:
     Stemhaven::QueryBuilder* m_builder;
     std::shared_ptr<QSqlQueryModel*> m_queryModel;
     const QSqlQueryModel* m_announcedModel;
+    QSet<qint64> m_missing;
     int m_pendingReloads = 0;
 };

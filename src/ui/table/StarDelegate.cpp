@@ -1,10 +1,13 @@
 #include "ui/table/StarDelegate.h"
 
+#include "ui/NotFound.h"
 #include "ui/table/BoolDot.h"
 #include "ui/table/CellAlignment.h"
 #include "ui/table/ProgressBar.h"
+#include "ui/table/ProjectsTableModel.h"
 #include "ui/table/StarEditor.h"
 #include "ui/table/StarRating.h"
+#include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedTip.h"
 #include "ui/widgets/TextOrder.h"
 
@@ -24,11 +27,31 @@ void paintBackground(QPainter* painter, const QStyleOptionViewItem& option) {
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
 }
 
+bool isDimmed(const QModelIndex& index) {
+    return index.data(ProjectsTableModel::NotFoundRole).toBool();
+}
+
 /// The view leaves the palette of an inactive window's cells at the active colours.
 QPalette cellPalette(const QStyleOptionViewItem& option) {
     QPalette palette = option.palette;
     if (palette.currentColorGroup() == QPalette::Active && !option.state.testFlag(QStyle::State_Active))
         palette.setCurrentColorGroup(QPalette::Inactive);
+    return palette;
+}
+
+/// A dimmed row has one colour for its texts and its marks.
+QPalette rowPalette(const QStyleOptionViewItem& option, const QModelIndex& index) {
+    QPalette palette = cellPalette(option);
+    if (!isDimmed(index))
+        return palette;
+    auto ground = QPalette::Base;
+    if (option.state.testFlag(QStyle::State_Selected))
+        ground = QPalette::Highlight;
+    else if (option.features.testFlag(QStyleOptionViewItem::Alternate))
+        ground = QPalette::AlternateBase;
+    const QColor color = Contrast::dimmedText(palette, ground);
+    palette.setColor(QPalette::Text, color);
+    palette.setColor(QPalette::HighlightedText, color);
     return palette;
 }
 
@@ -47,23 +70,34 @@ double rounded(double number) {
     return std::round(number * hundredths) / hundredths;
 }
 
+/// The number that a cell stands for, where it does not show all of it.
+QString hiddenNumber(const QVariant& value, const QLocale& locale) {
+    if (value.canConvert<ProgressBar>())
+        return value.toString();
+    if (value.typeId() != QMetaType::Double || rounded(value.toDouble()) == value.toDouble())
+        return {};
+    return locale.toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+}
+
 } // namespace
 
 void StarDelegate::paint(
     QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const QVariant value = index.data(Qt::DisplayRole);
     const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const QPalette palette = rowPalette(option, index);
+    const bool inTextColor = selected || isDimmed(index);
     painter->setLayoutDirection(option.direction);
     if (value.canConvert<StarRating>()) {
         paintBackground(painter, option);
         value.value<StarRating>().paint(
-            painter, option.rect, cellPalette(option), StarRating::EditMode::ReadOnly, selected);
+            painter, option.rect, palette, StarRating::EditMode::ReadOnly, inTextColor);
     } else if (value.canConvert<ProgressBar>()) {
         paintBackground(painter, option);
-        value.value<ProgressBar>().paint(painter, cellPalette(option), option.rect, selected);
+        value.value<ProgressBar>().paint(painter, palette, option.rect, inTextColor);
     } else if (value.canConvert<BoolDot>()) {
         paintBackground(painter, option);
-        value.value<BoolDot>().paint(painter, cellPalette(option), option.rect, selected);
+        value.value<BoolDot>().paint(painter, palette, option.rect, inTextColor);
     } else {
         QStyledItemDelegate::paint(painter, option, index);
     }
@@ -86,6 +120,7 @@ void StarDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     option->text = isolated(option->text, option->direction, TextOrder::OfItsOwn);
     option->displayAlignment = cellAlignment(index.data(Qt::DisplayRole));
+    option->palette = rowPalette(*option, index);
     // The base class would mark the cell in rows that are not selected, too.
     option->state &= ~QStyle::State_HasFocus;
 }
@@ -99,21 +134,21 @@ QString StarDelegate::displayText(const QVariant& value, const QLocale& locale) 
 bool StarDelegate::helpEvent(
     QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
     const QModelIndex& index) {
-    const QVariant value = index.data(Qt::DisplayRole);
-    if (event->type() != QEvent::ToolTip || value.canConvert<StarRating>() || value.canConvert<BoolDot>())
+    if (event->type() != QEvent::ToolTip)
         return false;
-    if (value.canConvert<ProgressBar>()) {
-        QToolTip::showText(event->globalPos(), value.toString(), view->viewport(), option.rect);
-        return true;
-    }
-    if (value.typeId() == QMetaType::Double && rounded(value.toDouble()) != value.toDouble()) {
-        const QString exact = option.locale.toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
-        QToolTip::showText(event->globalPos(), exact, view->viewport(), option.rect);
-        return true;
-    }
+    const QVariant value = index.data(Qt::DisplayRole);
+    QString tip = hiddenNumber(value, option.locale);
     QStyleOptionViewItem item(option);
     initStyleOption(&item, index);
-    return showElidedTip(*event, *view, item);
+    const bool isText = !value.canConvert<StarRating>() && !value.canConvert<BoolDot>();
+    if (tip.isEmpty() && isText && isElided(*view, item))
+        tip = wrappingTip(item.text);
+    if (isDimmed(index))
+        tip = tip.isEmpty() ? NotFound::text() : tip + wrappingTip(NotFound::text());
+    if (tip.isEmpty())
+        return false;
+    QToolTip::showText(event->globalPos(), tip, view->viewport(), option.rect);
+    return true;
 }
 
 QWidget* StarDelegate::createEditor(

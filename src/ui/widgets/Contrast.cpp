@@ -100,6 +100,21 @@ QColor secondaryText(const QPalette& palette, QPalette::ColorRole ground) {
     return readable(wish, below, shapeRatio(palette) == more ? more : text);
 }
 
+QColor dimmedText(const QPalette& palette, QPalette::ColorRole ground) {
+    constexpr float weakest = 0.5F;
+    constexpr float step = 0.04F;
+    const QColor below = palette.color(ground);
+    const QColor own = palette.color(textRoleOn(ground));
+    const double ratio = shapeRatio(palette) == more ? more : text;
+    // Towards the text itself: the other way it would look like another kind of text.
+    for (float strength = weakest; strength < 1; strength += step) {
+        const QColor color(ControlPainting::mixed(below, own, strength).rgb());
+        if (between(color, below) >= ratio)
+            return color;
+    }
+    return own;
+}
+
 void makeSecondary(QLabel& label) {
     new SecondaryLabel(label);
 }

@@ -23,7 +23,9 @@ double shapeRatio(const QPalette& palette);
 
 /// Text that stands back, on the ground of a role: between that role's own text and it.
 QColor secondaryText(const QPalette& palette, QPalette::ColorRole ground);
-/// Lets a label show such text, whatever palette and ground it gets.
+/// Text of what is not there at the moment: weaker than any other that can be read.
+QColor dimmedText(const QPalette& palette, QPalette::ColorRole ground);
+/// Lets a label show secondary text, whatever palette and ground it gets.
 void makeSecondary(QLabel& label);
 
 /// What has to be replaced in a palette that a desktop brings for its texts to be readable: only those roles

@@ -92,10 +92,12 @@ protected:
         m_request.latency = 100ms;
     }
 
-    ~WatchedFolder() override {
+    ~WatchedFolder() override { std::filesystem::current_path("/"); }
+
+    /// The stream may use members of the test's own class.
+    void TearDown() override {
         m_stream.reset();
         EXPECT_FALSE(FileEventStream::earlierStreamIsClosing());
-        std::filesystem::current_path("/");
     }
 
     std::filesystem::path top() const { return m_top; }
