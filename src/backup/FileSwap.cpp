@@ -127,9 +127,8 @@ bool FileSwap::takeBack(const Journal& journal) const {
         // A file that was there before, and is not aside, has not been touched.
         if (!isAside && !journal.missing.contains(QFileInfo(file).fileName()))
             continue;
-        if (isThere(file) && !QFile::remove(file))
-            done = false;
-        else if (isAside && !rename(last, file))
+        const bool isAway = !isThere(file) || QFile::remove(file);
+        if (!isAway || (isAside && !rename(last, file)))
             done = false;
     }
     if (done && flushFolders())
