@@ -16,6 +16,7 @@
 #include "platform/TerminationSignals.h"
 #include "ui/MainWindow.h"
 #include "ui/Screenshot.h"
+#include "ui/Translation.h"
 #include "ui/dialogs/AlertQueue.h"
 #include "ui/widgets/FontIcons.h"
 #include "ui/widgets/ScreenFitting.h"
@@ -56,13 +57,8 @@ void startLog(const QSettings& settings) {
 }
 
 void installTranslation(QTranslator& translator) {
-    const auto languages = QLocale::system().uiLanguages();
-    for (const auto& language : languages) {
-        if (translator.load(QStringLiteral(":/i18n/Stemhaven_") + QLocale(language).name())) {
-            QCoreApplication::installTranslator(&translator);
-            return;
-        }
-    }
+    if (loadTranslation(translator, QLocale::system().uiLanguages()))
+        QCoreApplication::installTranslator(&translator);
 }
 
 QString profileFolder() {

@@ -628,6 +628,18 @@
         <source>&amp;Descending</source>
         <translation>A&amp;bsteigend</translation>
     </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>&amp;Anzeigen</translation>
+    </message>
+    <message>
+        <source>Move &amp;Left</source>
+        <translation>Nach &amp;links</translation>
+    </message>
+    <message>
+        <source>Move &amp;Right</source>
+        <translation>Nach &amp;rechts</translation>
+    </message>
 </context>
 <context>
     <name>HeaderSorting</name>
@@ -990,6 +1002,71 @@
     </message>
 </context>
 <context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>QMessageBox</name>
+    <message>
+        <source>Show Details...</source>
+        <translation>Details einblenden ...</translation>
+    </message>
+    <message>
+        <source>Hide Details...</source>
+        <translation>Details ausblenden ...</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Nein</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>RemoveFilter</name>
     <message>
         <source>Saved Search</source>
@@ -1124,6 +1201,14 @@
     <message>
         <source>The command xdg-open is missing, which opens files with the programs of your desktop. Install the package xdg-utils, then try again.</source>
         <translation>Der Befehl xdg-open fehlt, der Dateien mit den Programmen des Desktops öffnet. Installiere das Paket xdg-utils und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>No program is set up to open Logic Pro projects. Install one, choose it for files of this kind in your file manager under &quot;Open With&quot;, then try again.</source>
+        <translation>Für Projekte von Logic Pro ist kein Programm eingerichtet. Installiere eines, wähle es im Dateimanager unter „Öffnen mit“ für Dateien dieser Art, und versuche es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>No file manager is set up to show folders. Install one, such as the package nautilus or dolphin, then try again.</source>
+        <translation>Es ist kein Dateimanager eingerichtet, der Ordner zeigt. Installiere einen, etwa mit dem Paket nautilus oder dolphin, und versuche es dann noch einmal.</translation>
     </message>
 </context>
 <context>
@@ -1801,6 +1886,13 @@
     <message>
         <source>An import of a backup was interrupted, and its files could not be put right. Check that you may write to the folders of Stemhaven and that the disk is not full, and start it again.</source>
         <translation>Das Einspielen einer Sicherung wurde unterbrochen, und seine Dateien ließen sich nicht in Ordnung bringen. Prüfe, ob du in die Ordner von Stemhaven schreiben darfst und der Datenträger nicht voll ist, und starte es noch einmal.</translation>
+    </message>
+</context>
+<context>
+    <name>TableColumns</name>
+    <message>
+        <source>Could not save column settings</source>
+        <translation>Die Spalten konnten nicht gespeichert werden</translation>
     </message>
 </context>
 <context>

@@ -28,6 +28,7 @@ inline const QString windowGeo = QStringLiteral("windowGeo");
 inline const QString lastSortOrder = QStringLiteral("lastSortOrder");
 inline const QString lastSortOrderIndex = QStringLiteral("lastSortOrderIndex");
 inline const QString columnWidths = QStringLiteral("columnWidths");
+inline const QString columnLayout = QStringLiteral("columnLayout");
 inline const QString lastSortOrderName = QStringLiteral("lastSortOrderName");
 
 } // namespace Stemhaven::SettingsKeys

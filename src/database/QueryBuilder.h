@@ -53,6 +53,9 @@ public:
     void sortBy(const QString& column, Qt::SortOrder order);
     void clearSorting();
 
+    /// Empty where nothing is sorted.
+    const QString& sortColumn() const { return m_sortColumn; }
+
     /// Sorted by their order.
     QList<Field> getFields() const;
     void setFields(const QList<Field>& fields);

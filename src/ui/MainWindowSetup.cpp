@@ -19,6 +19,7 @@
 #include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/table/KeyEventTableView.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/widgets/Splitter.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QAction>
@@ -26,7 +27,6 @@
 #include <QCoreApplication>
 #include <QMenu>
 #include <QShortcut>
-#include <QSplitter>
 
 #include <chrono>
 
@@ -55,8 +55,8 @@ void MainWindow::layOut() {
     m_projects->setTopButtons(m_sidebarToggle, m_detailsToggle);
 
     // Put together in the order in which the Tab key goes through them.
-    auto* sidebarSplitter = new QSplitter(Qt::Horizontal);
-    auto* detailsSplitter = new QSplitter(Qt::Horizontal);
+    auto* sidebarSplitter = new Splitter;
+    auto* detailsSplitter = new Splitter;
     sidebarSplitter->setObjectName(QStringLiteral("sidebarSplitter"));
     detailsSplitter->setObjectName(QStringLiteral("projectInfoSplitter"));
     detailsSplitter->addWidget(m_projects.get());
@@ -182,7 +182,9 @@ void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
     connect(m_editor, &SelectionEditor::cancelled, m_details, &DetailsPane::reload);
     m_projects->setEditor(*m_details);
+    connect(m_editor, &SelectionEditor::editing, m_projects.get(), &ProjectsPane::noteEdit);
     connect(m_history, &EditHistory::wentBackOrForth, m_projects.get(), &ProjectsPane::selectAfterReload);
+    connect(m_history, &EditHistory::entryCameBack, m_sidebar, &FilterSidebar::activateAfterReload);
     connect(m_history, &EditHistory::written, this, &MainWindow::editsWritten);
     connect(m_history, &EditHistory::refused, this, &MainWindow::editRefused);
     connect(m_history, &EditHistory::changed, this, &MainWindow::historyChanged);
@@ -219,7 +221,7 @@ void MainWindow::setupMonitorEvents() {
 
 void MainWindow::setupMenus() {
     m_actions->setupMenus(m_menus->associationMenus());
-    auto* header = new HeaderMenus(m_projects->table(), *this);
+    auto* header = new HeaderMenus(m_projects->table(), m_projects->columns(), *this);
     auto* panes = new PaneKeys(*this, *m_sidePanes, {m_sidebar, m_projects.get(), m_details});
     QAction* before = m_actions->hideCompleted;
     m_actions->viewMenu()->insertMenu(before, header->sortMenu());

@@ -19,10 +19,15 @@ public:
     void showPackageContents() const;
 
 private:
-    /// command gives a status, 0 for success.
+    using Command = std::function<int(const std::function<void(int)>& failed)>;
+
+    /// command gives a status, 0 for success, and may tell of a failure later. withoutProgram is what the
+    /// user can do where the desktop has no program for it.
     void
-    run(const QString& titleWhenGone, const QString& titleWhenRefused,
-        const std::function<int()>& command) const;
+    run(const QString& titleWhenGone, const QString& titleWhenRefused, const QString& withoutProgram,
+        const Command& command) const;
+    static QString withoutFileManager();
+    static void throwFailure(int status, const QString& withoutProgram);
 
     QString m_path;
     bool m_isMissing;

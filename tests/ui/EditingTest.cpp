@@ -4,6 +4,7 @@
 #include "app/errors/ErrorHandler.h"
 #include "ui/actions/AssociationMenu.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QDialog>
 #include <QLineEdit>
@@ -194,6 +195,33 @@ TEST_F(EditingTest, AClickOnTheRestingHandleChangesNothing) {
     }
 }
 
+TEST_F(EditingTest, OtherButtonsThanTheLeftOneEditNothing) {
+    for (const QList<int>& rows : {QList<int>{0}, QList<int>{0, 1, 2}}) {
+        select(rows);
+        const QStringList before = values("*");
+        for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+            for (QWidget* field : {static_cast<QWidget*>(&stars()), static_cast<QWidget*>(&slider())}) {
+                for (const QPoint place : {QPoint(3, 12), field->rect().center()}) {
+                    QTest::mouseMove(field, place);
+                    QTest::mouseClick(field, button, {}, place);
+                }
+            }
+            lyrics().showPopup();
+            auto& list = *lyrics().view();
+            const QPoint place = list.visualRect(list.model()->index(2, 0)).center();
+            QTest::mouseMove(list.viewport(), place);
+            // The list takes no click soon after it has opened.
+            QTest::qWait(QApplication::doubleClickInterval() + 50);
+            QTest::mouseClick(list.viewport(), button, {}, place);
+            EXPECT_TRUE(list.isVisible());
+            lyrics().hidePopup();
+            settle();
+            EXPECT_EQ(values("*"), before);
+        }
+        EXPECT_FALSE(actions().undo->isEnabled());
+    }
+}
+
 TEST_F(EditingTest, OnlyThoseThatAreStillSelectedAreEditedWhileTheDetailsAreOnTheirWay) {
     select({0, 1, 2});
     ASSERT_TRUE(stopWorker());
@@ -292,7 +320,10 @@ TEST_F(EditingTest, UndoBringsTheSidebarBackAndTheTableFollows) {
     EXPECT_EQ(actions().undo->text(), "Undo Remove Tag");
     trigger(actions().undo);
     EXPECT_EQ(database.rows("SELECT project_id FROM project_tag_map WHERE tag_id=2"), QStringList("3"));
-    ASSERT_TRUE(waitUntil([this] { return activate(TAGS, "#second") == "Tag '#second' (1 found)"; }));
+    // What has come back is shown, and the keyboard is there.
+    ASSERT_TRUE(waitUntil([this] { return status() == "Tag '#second' (1 found)"; }));
+    EXPECT_EQ(child<FilterSidebar>().currentName(), "#second");
+    EXPECT_EQ(child<FilterSidebar>().shownEntryId(), 2);
     trigger(actions().redo);
     ASSERT_TRUE(waitUntil([this] { return status() == "All projects (3 found)"; }));
 }
@@ -342,4 +373,19 @@ TEST_F(EditingTest, AValueSetByAssistiveTechnologyIsAnEditLikeOneByKey) {
     trigger(actions().undo);
     trigger(actions().undo);
     expect("0.1");
+
+    // Where the handle rests is one project's value; for the others it is another one.
+    select({1, 2, 0});
+    ASSERT_EQ(slider().value(), 10);
+    face->valueInterface()->setCurrentValue(10);
+    settle();
+    EXPECT_EQ(of("progress"), "0.1 0.1 0.1");
+    trigger(actions().undo);
+    EXPECT_EQ(of("progress"), "0.1 0.2 0.3");
+    face->valueInterface()->setCurrentValue(10);
+    settle();
+    face->valueInterface()->setCurrentValue(10);
+    settle();
+    trigger(actions().undo);
+    EXPECT_FALSE(actions().undo->isEnabled());
 }

@@ -7,6 +7,7 @@
 #include "ui/widgets/ZFontIcon.h"
 
 #include <QScreen>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QTranslator>
 
@@ -89,6 +90,8 @@ TEST_F(GeometryTest, TheMainWindowFitsSmallScreensInEveryLanguage) {
         const QSize smallest = window->minimumSizeHint();
         EXPECT_LE(smallest.width(), 680);
         EXPECT_LE(smallest.height(), 340);
+        window->resize(800, smallest.height());
+        EXPECT_TRUE(waitUntil([&] { return emptyState().horizontalScrollBar()->maximum() == 0; }));
 
         // Left on a large screen, restored on this one.
         window->setGeometry(0, 0, 2159, 1290);

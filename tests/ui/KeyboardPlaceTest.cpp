@@ -4,6 +4,7 @@
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/table/SelectionKeeper.h"
+#include "ui/table/StarEditor.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -162,6 +163,29 @@ TEST_F(KeyboardPlaceTest, AnEditInTheDetailsGoesOnToNoOtherProject) {
         child<ProjectsPane>().clearSelection();
         EXPECT_TRUE(waitUntil([this] { return !details().project().isValid(); }));
     }
+}
+
+TEST_F(KeyboardPlaceTest, AnEditByAMenuGoesOnWhereverTheKeyboardIs) {
+    insert({"Amber", "Bold", "Camera", "Dime"});
+    open();
+    select({1});
+    child<StarEditor>().setFocus();
+    answered(actions().ignore, "Ignore");
+    EXPECT_EQ(selectedNames(), QStringList("Camera"));
+    EXPECT_TRUE(waitUntil([&] { return details().project().name == "Camera"; }));
+    EXPECT_TRUE(child<StarEditor>().hasFocus());
+
+    // The next one leaves by a key of the details, though a menu has changed it before.
+    window->associateProjectWithFilter(FilterType::GENRES, 1, 3);
+    emit child<FilterSidebar>().activated(FilterType::LYRICS_STATUS, defaultStatusId, {});
+    settle();
+    auto& lyrics = child<QComboBox>("lyricsCombo");
+    lyrics.setFocus();
+    QTest::keyClick(&lyrics, Qt::Key_Down);
+    settle();
+    EXPECT_EQ(names(), (QStringList{"Amber", "Dime"}));
+    EXPECT_EQ(selectedNames(), QStringList());
+    EXPECT_EQ(details().project().name, "Camera");
 }
 
 TEST_F(KeyboardPlaceTest, ANewOrderIsShownFromItsTopAndMovesNothingElse) {

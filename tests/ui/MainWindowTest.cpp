@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 #include "app/errors/ErrorHandler.h"
+#include "support/FakeCommand.h"
 #include "support/TestBundle.h"
 #include "ui/Screenshot.h"
 #include "ui/SelectedBundle.h"
@@ -257,6 +258,18 @@ TEST_F(MainWindowTest, OpeningWithoutTheDesktopsCommandSaysWhatIsMissing) {
     handler.setPresenter([](const auto& /*details*/) {});
     qputenv("PATH", path);
     EXPECT_TRUE(messages.contains("Error code: 127"));
+
+    // The command is there, but finds no program.
+    for (const int status : {1, 3, 4}) {
+        messages.clear();
+        handler.setPresenter([&](const auto& details) { messages += details.message; });
+        const FakeCommand opener("xdg-open", status);
+        SelectedBundle(database.folder.path()).open();
+        EXPECT_TRUE(waitUntil([&] { return messages.contains(QString("Error code: %1").arg(status)); }))
+            << status;
+        EXPECT_EQ(messages.contains("No program is set up to open Logic Pro projects."), status != 1);
+        handler.setPresenter([](const auto& /*details*/) {});
+    }
 }
 
 TEST_F(MainWindowTest, TheKeyboardReachesPanesMenusSortingAndWidths) {

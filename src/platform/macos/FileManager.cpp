@@ -17,7 +17,7 @@ int run(const QString& command) {
 
 } // namespace
 
-int openProject(const QString& path) {
+int openProject(const QString& path, const OpeningFailed& /*failed*/) {
     return run(QStringLiteral("open ") + quotedForShell(path));
 }
 
@@ -25,7 +25,11 @@ bool hasFinder() {
     return true;
 }
 
-int revealInFileManager(const QString& path) {
+bool isWithoutProgram(int /*status*/) {
+    return false; // the system has told of it itself
+}
+
+int revealInFileManager(const QString& path, const OpeningFailed& /*failed*/) {
     return run(QStringLiteral("open -R ") + quotedForShell(path));
 }
 

@@ -1,5 +1,7 @@
 #include "ui/details/ProgressSlider.h"
 
+#include "ui/details/AccessibleProgressSlider.h"
+
 #include <QKeyEvent>
 #include <QStyleOptionSlider>
 
@@ -7,6 +9,7 @@
 
 ProgressSlider::ProgressSlider(QWidget* parent) : QSlider(Qt::Horizontal, parent) {
     constexpr int largeStep = 10;
+    AccessibleProgressSlider::install();
     setRange(0, 100);
     setPageStep(largeStep);
     connect(this, &QSlider::actionTriggered, this, [this] { m_wasMoved = true; });
@@ -27,6 +30,12 @@ void ProgressSlider::setStoredValue(int percent, bool isMixed) {
     setValue(percent);
 }
 
+void ProgressSlider::give(int percent) {
+    m_wasMoved = true;
+    setValue(percent);
+    commit();
+}
+
 void ProgressSlider::commit() {
     if (isSliderDown())
         return;
@@ -45,6 +54,10 @@ QRect ProgressSlider::handle() const {
 }
 
 void ProgressSlider::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
     const QRect place = handle();
     const bool isOnHandle = place.contains(event->position().toPoint());
     m_grip = isOnHandle ? event->position() - QRectF(place).center() : QPointF();
@@ -67,6 +80,10 @@ void ProgressSlider::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ProgressSlider::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
     QSlider::mouseReleaseEvent(event);
     m_mouseIsDown = false;
     commit();

@@ -4,8 +4,8 @@
 
 /// Sets the progress of projects in percent. edited() comes once a change is made: when the mouse or the key
 /// is let go, but not while the slider moves, nor for a click that does not move it. A value that assistive
-/// technology sets is such a change, too. The wheel belongs to
-/// what the slider stands in.
+/// technology sets is such a change, too. The wheel belongs to what the slider stands in, and only the left
+/// button moves anything.
 class ProgressSlider : public QSlider {
     Q_OBJECT
 
@@ -15,6 +15,8 @@ public:
     /// Sets the value as the one that is known, so that nothing of it is reported. Of several projects that
     /// differ it is one's: to move the slider there is then a change for the others.
     void setStoredValue(int percent, bool isMixed = false);
+    /// Takes the value as given by the user, also the one that the slider has.
+    void give(int percent);
     /// Reports a change that has not been reported yet.
     void commit();
 

@@ -11,6 +11,7 @@
 #include <QEvent>
 #include <QFormLayout>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QStyleOptionComboBox>
 
@@ -72,6 +73,13 @@ void keepTip(QComboBox& combo) {
     combo.setToolTip(fits ? QString() : wrappingTip(text));
 }
 
+/// An open list would take any button for the one that chooses.
+bool isOfOtherButton(const QEvent& event) {
+    const bool isClick = event.type() == QEvent::MouseButtonPress ||
+        event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::MouseButtonDblClick;
+    return isClick && static_cast<const QMouseEvent&>(event).button() != Qt::LeftButton;
+}
+
 } // namespace
 
 StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
@@ -89,6 +97,7 @@ StatusFields::StatusFields(QWidget* parent) : QWidget(parent) {
         combo->setMinimumContentsLength(shortestEntry);
         combo->installEventFilter(this);
         combo->view()->installEventFilter(this);
+        combo->view()->viewport()->installEventFilter(this);
         connect(combo, &QComboBox::currentIndexChanged, this, [this, type] {
             Stemhaven::guarded(tr(textsOf(type).failureTitle), [&] { statusChosen(type); });
         });
@@ -150,7 +159,7 @@ bool StatusFields::eventFilter(QObject* watched, QEvent* event) {
         // The Return key that chooses from an open list would open the project as well.
         if (event->type() == QEvent::ShortcutOverride)
             event->accept();
-        return false;
+        return isOfOtherButton(*event);
     }
     if (event->type() == QEvent::Wheel) {
         // The wheel scrolls the pane; a status changed in passing would not be noticed.

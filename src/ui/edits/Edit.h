@@ -63,6 +63,14 @@ public:
     /// The projects that the last step has changed, or brought back. Asked when no statements are being made.
     virtual QList<qint64> changedProjects() const { return {}; }
 
+    struct Entry {
+        FilterType type;
+        qint64 id;
+    };
+
+    /// The entry of the sidebar that the last step has brought back, if it did. Asked as changedProjects().
+    virtual std::optional<Entry> broughtEntry() const { return {}; }
+
     virtual void logFailure(const Stemhaven::DbException& error) const;
 
 private:

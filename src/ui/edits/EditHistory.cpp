@@ -127,13 +127,18 @@ void EditHistory::finish(const std::shared_ptr<Step>& step) {
     if (step->ended)
         step->ended(true);
     if (step->direction != Direction::Perform && !step->changesNothing)
-        emit wentBackOrForth(changedProjects(*edit));
+        tellOfChange(*edit);
     emit written();
 }
 
-QList<qint64> EditHistory::changedProjects(const Edit& edit) const {
-    const std::lock_guard lock(*m_editMutex);
-    return edit.changedProjects();
+void EditHistory::tellOfChange(const Edit& edit) {
+    std::unique_lock lock(*m_editMutex);
+    const QList<qint64> projects = edit.changedProjects();
+    const auto entry = edit.broughtEntry();
+    lock.unlock();
+    emit wentBackOrForth(projects);
+    if (entry)
+        emit entryCameBack(entry->type, entry->id);
 }
 
 void EditHistory::fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/FilterType.h"
+
 #include <QList>
 #include <QObject>
 
@@ -51,6 +53,8 @@ signals:
     void changed();
     /// An edit was undone or redone, which changed these projects, or brought them back. Before written().
     void wentBackOrForth(const QList<qint64>& projects);
+    /// An entry of the sidebar came back by it. Before written().
+    void entryCameBack(FilterType type, qint64 id);
     /// A step is in the database.
     void written();
     /// The database refused a step, which the user has been told, and holds what it held before.
@@ -63,7 +67,7 @@ private:
 
     void start(const EditPointer& edit, Direction direction, std::shared_ptr<Step> step);
     static void followNewNumbers(const Step& step);
-    QList<qint64> changedProjects(const Edit& edit) const;
+    void tellOfChange(const Edit& edit);
     void finish(const std::shared_ptr<Step>& step);
     void fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error);
     void revert(const Step& step);

@@ -51,6 +51,7 @@ QStringList EntryPresenceEdit::undo(const QList<QStringList>& state) {
 
 QStringList EntryPresenceEdit::takeAway(const QList<QStringList>& state) {
     m_idBefore = m_id;
+    m_isThere = false;
     if (state.isEmpty() || !state.constFirst().constFirst().isEmpty())
         return {};
     m_literals = state.constFirst().sliced(1);
@@ -66,6 +67,7 @@ QStringList EntryPresenceEdit::takeAway(const QList<QStringList>& state) {
 
 QStringList EntryPresenceEdit::bringBack(const QList<QStringList>& state) {
     m_idBefore = m_id;
+    m_isThere = true;
     m_id = state.value(0).value(0).toLongLong();
     QStringList statements{FilterStatements::insertLiterals(m_type, m_id, m_literals)};
     if (!m_projects.isEmpty())
@@ -80,6 +82,10 @@ QList<Edit::Renumbering> EntryPresenceEdit::renumberings() const {
     const auto scope =
         m_kind == Kind::Addition ? Renumbering::Scope::LaterEdits : Renumbering::Scope::EarlierEdits;
     return {{scope, m_type, m_idBefore, m_id}};
+}
+
+std::optional<Edit::Entry> EntryPresenceEdit::broughtEntry() const {
+    return m_isThere ? std::optional(Entry{m_type, m_id}) : std::nullopt;
 }
 
 void EntryPresenceEdit::renumber(const Renumbering& renumbering) {

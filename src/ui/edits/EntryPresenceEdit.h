@@ -23,6 +23,7 @@ public:
     QString undoStateStatement() const override;
     QStringList undo(const QList<QStringList>& state) override;
     QList<Renumbering> renumberings() const override;
+    std::optional<Entry> broughtEntry() const override;
     void renumber(const Renumbering& renumbering) override;
     void logFailure(const Stemhaven::DbException& error) const override;
 
@@ -37,7 +38,8 @@ private:
     const FilterType m_type;
     QString m_referencesFailureLog;
     qint64 m_id;
-    qint64 m_idBefore; ///< what the entry was brought back from; the same unless it was given out again
+    qint64 m_idBefore;      ///< what the entry was brought back from; the same unless it was given out again
+    bool m_isThere = false; ///< after the last step
     QStringList m_literals;
     QList<qint64> m_projects; ///< those that referred to it when it was taken away
 };

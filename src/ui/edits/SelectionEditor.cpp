@@ -10,6 +10,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -37,7 +38,7 @@ void SelectionEditor::setSelection(const QList<qint64>& projects, bool areIgnore
 
 void SelectionEditor::setStarRating(int stars) {
     if (!m_projects.isEmpty())
-        m_history.perform(ProjectEdits::starRating(m_projects, stars));
+        performInDetails(ProjectEdits::starRating(m_projects, stars));
 }
 
 void SelectionEditor::setProgress(int percent) {
@@ -45,7 +46,7 @@ void SelectionEditor::setProgress(int percent) {
     if (m_projects.isEmpty())
         return;
     if (percent < done || !m_mayAsk) {
-        m_history.perform(ProjectEdits::progress(m_projects, percent, false));
+        performInDetails(ProjectEdits::progress(m_projects, percent, false));
         return;
     }
     QMessageBox* question =
@@ -59,7 +60,7 @@ void SelectionEditor::setProgress(int percent) {
     question->button(QMessageBox::Cancel)->hide();
     connect(question, &QMessageBox::finished, this, [this, projects = m_projects](int answer) {
         if (answer == QMessageBox::Yes || answer == QMessageBox::No)
-            m_history.perform(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
+            performInDetails(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
         else
             emit cancelled();
     });
@@ -68,14 +69,14 @@ void SelectionEditor::setProgress(int percent) {
 
 void SelectionEditor::setStatus(FilterType type, qint64 statusId) {
     if (!m_projects.isEmpty())
-        m_history.perform(ProjectEdits::status(m_projects, type, statusId));
+        performInDetails(ProjectEdits::status(m_projects, type, statusId));
 }
 
 void SelectionEditor::ignoreSelectedProject() {
     if (m_projects.isEmpty())
         return;
     if (m_areIgnored) {
-        m_history.perform(ProjectEdits::ignored(m_projects, false));
+        performByMenu(ProjectEdits::ignored(m_projects, false));
         return;
     }
     QMessageBox* question =
@@ -88,7 +89,7 @@ void SelectionEditor::ignoreSelectedProject() {
     question->addButton(QMessageBox::Cancel);
     connect(question, &QMessageBox::finished, this, [this, question, ignore, projects = m_projects] {
         if (question->clickedButton() == ignore)
-            m_history.perform(ProjectEdits::ignored(projects, true));
+            performByMenu(ProjectEdits::ignored(projects, true));
     });
     question->open();
 }
@@ -107,9 +108,19 @@ void SelectionEditor::deleteSelectedProjectRecord() {
     question->setDefaultButton(question->addButton(tr("Cancel"), QMessageBox::RejectRole));
     connect(question, &QMessageBox::finished, this, [this, question, deletion, projects = m_projects] {
         if (question->clickedButton() == deletion)
-            m_history.perform(ProjectEdits::deletion(projects));
+            performByMenu(ProjectEdits::deletion(projects));
     });
     question->open();
+}
+
+void SelectionEditor::performByMenu(std::unique_ptr<ProjectEdit> edit) {
+    emit editing(true);
+    m_history.perform(std::move(edit));
+}
+
+void SelectionEditor::performInDetails(std::unique_ptr<ProjectEdit> edit) {
+    emit editing(false);
+    m_history.perform(std::move(edit));
 }
 
 QMessageBox* SelectionEditor::ask(const QString& text, const QString& details) {
@@ -130,7 +141,7 @@ void SelectionEditor::associateProjectsWithFilter(
                 .arg(filterTypeDebugText(type), QString::number(filterId), QString::number(project)));
     }
     if (canBeAssociated(type))
-        m_history.perform(ProjectEdits::association(projects, type, filterId));
+        performByMenu(ProjectEdits::association(projects, type, filterId));
     else
         qCritical().nospace() << "Attempted to associate project_id:" << project
                               << " with unsupported filter: " << type;
@@ -146,7 +157,7 @@ void SelectionEditor::disassociateProjectsWithFilter(
                 .arg(project));
     }
     if (canBeAssociated(type))
-        m_history.perform(ProjectEdits::disassociation(projects, type, filterId));
+        performByMenu(ProjectEdits::disassociation(projects, type, filterId));
     else
         qCritical().nospace() << "Attempted to disassociate project_id:" << project
                               << " with unsupported filter: " << type;

@@ -5,7 +5,10 @@
 #include <QList>
 #include <QObject>
 
+#include <memory>
+
 class EditHistory;
+class ProjectEdit;
 class QMessageBox;
 
 /// Edits the selected projects: asks where the user is to be asked, and hands the edit to the history.
@@ -37,10 +40,14 @@ public:
     void disassociateProjectsWithFilter(FilterType type, qint64 filterId, const QList<qint64>& projects);
 
 signals:
+    /// An edit begins: by a menu, or in the details.
+    void editing(bool byMenu);
     /// The user has taken back an edit that the window shows already.
     void cancelled();
 
 private:
+    void performByMenu(std::unique_ptr<ProjectEdit> edit);
+    void performInDetails(std::unique_ptr<ProjectEdit> edit);
     QMessageBox* ask(const QString& text, const QString& details);
 
     EditHistory& m_history;

@@ -66,6 +66,7 @@ void FilterSidebar::setUpEvents() {
     connect(m_tree, &FilterTreeView::menuWished, this, &FilterSidebar::showMenu);
     connect(m_tree, &FilterTreeView::restored, this, &FilterSidebar::markShown);
     connect(m_tree, &FilterTreeView::restored, this, &FilterSidebar::updateButtons);
+    connect(&m_model, &FolderTreeItemModel::changed, this, &FilterSidebar::activateAwaited);
     connect(
         m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, &FilterSidebar::updateButtons);
 
@@ -118,8 +119,22 @@ void FilterSidebar::activate(const QModelIndex& index) {
     if (id < 0 && !filtersByItself(type))
         return;
     const QString name = id < 0 ? QString() : index.data().toString();
+    m_awaitedId = -1;
     setCurrent(type, id);
     emit activated(type, id, name);
+}
+
+void FilterSidebar::activateAfterReload(FilterType type, qint64 id) {
+    m_awaitedType = type;
+    m_awaitedId = id;
+}
+
+void FilterSidebar::activateAwaited() {
+    if (m_awaitedId < 0)
+        return;
+    const QModelIndex entry = m_model.indexOf(m_awaitedType, m_awaitedId);
+    if (entry.isValid())
+        activate(entry);
 }
 
 void FilterSidebar::requestRemoval() {

@@ -28,6 +28,9 @@ public:
     /// brings it. Groups have the id -1.
     void setCurrent(FilterType type, qint64 id = -1);
 
+    /// Activates the entry as a click does, once a reload brings it.
+    void activateAfterReload(FilterType type, qint64 id);
+
     /// What setCurrent() has marked last.
     FilterType shownType() const { return m_shownType; }
 
@@ -55,6 +58,7 @@ private:
     void requestRenaming();
     void showMenu(const QPoint& globalPosition);
     void markShown();
+    void activateAwaited();
     void updateButtons();
 
     FolderTreeItemModel& m_model;
@@ -63,4 +67,6 @@ private:
     QPushButton* m_removeButton;
     FilterType m_shownType = FilterType::ALL;
     qint64 m_shownId = -1;
+    FilterType m_awaitedType = FilterType::ALL;
+    qint64 m_awaitedId = -1; ///< -1: none is
 };

@@ -1,7 +1,7 @@
 #include "ui/table/ColumnWidths.h"
 
 #include "app/SettingsKeys.h"
-#include "database/QueryBuilder.h"
+#include "ui/table/ProjectsTableModel.h"
 #include "ui/table/StarRating.h"
 
 #include <QEvent>
@@ -22,10 +22,10 @@ constexpr int widestChosen = 4000;
 
 } // namespace
 
-ColumnWidths::ColumnWidths(QTableView& table, const Stemhaven::QueryBuilder& builder, QObject* parent)
+ColumnWidths::ColumnWidths(QTableView& table, const ProjectsTableModel& model, QObject* parent)
     : QObject(parent),
       m_table(table),
-      m_builder(builder) {
+      m_model(model) {
     m_settings.beginGroup(Stemhaven::SettingsKeys::columnWidths);
     const QStringList names = m_settings.childKeys();
     for (const QString& name : names) {
@@ -45,11 +45,11 @@ void ColumnWidths::fit() {
     const QScopedValueRollback fitting(m_isFitting, true);
     m_table.resizeColumnsToContents();
     auto* header = m_table.horizontalHeader();
-    m_nameColumn = m_builder.fieldIndexByName(QStringLiteral("name"));
-    if (m_nameColumn >= header->count() || m_chosen.contains(nameOf(m_nameColumn)))
+    m_nameColumn = m_model.columnOf(QStringLiteral("name"));
+    if (m_chosen.contains(m_model.fieldAt(m_nameColumn)))
         m_nameColumn = -1;
     for (int column = 0; column < header->count(); ++column) {
-        const auto chosen = m_chosen.constFind(nameOf(column));
+        const auto chosen = m_chosen.constFind(m_model.fieldAt(column));
         if (chosen != m_chosen.constEnd())
             header->resizeSection(column, *chosen);
         else
@@ -76,7 +76,7 @@ void ColumnWidths::stretchNames() {
 }
 
 void ColumnWidths::remember(int column, int width) {
-    const QString name = nameOf(column);
+    const QString name = m_model.fieldAt(column);
     if (m_isFitting || name.isEmpty() || width <= 0)
         return;
     m_chosen[name] = width;
@@ -86,13 +86,12 @@ void ColumnWidths::remember(int column, int width) {
 }
 
 void ColumnWidths::forget(int column) {
-    m_chosen.remove(nameOf(column));
-    m_settings.remove(nameOf(column));
+    const QString name = m_model.fieldAt(column);
+    if (name.isEmpty())
+        return;
+    m_chosen.remove(name);
+    m_settings.remove(name);
     fit();
-}
-
-QString ColumnWidths::nameOf(int column) const {
-    return column < 0 ? QString() : m_builder.visibleFieldAt(static_cast<unsigned short>(column)).name;
 }
 
 bool ColumnWidths::eventFilter(QObject* watched, QEvent* event) {

@@ -4,11 +4,8 @@
 #include <QObject>
 #include <QSettings>
 
+class ProjectsTableModel;
 class QTableView;
-
-namespace Stemhaven {
-class QueryBuilder;
-}
 
 /// Makes the table's columns as wide as what they show, judged by a sample of the rows, and gives the room
 /// that is left to the names. A column that the user has made wider or narrower stays so, at the next start
@@ -18,7 +15,7 @@ class ColumnWidths : public QObject {
 
 public:
     /// Both outlive this object.
-    ColumnWidths(QTableView& table, const Stemhaven::QueryBuilder& builder, QObject* parent);
+    ColumnWidths(QTableView& table, const ProjectsTableModel& model, QObject* parent);
 
     void fit();
 
@@ -29,10 +26,9 @@ private:
     void stretchNames();
     void remember(int column, int width);
     void forget(int column);
-    QString nameOf(int column) const;
 
     QTableView& m_table;
-    const Stemhaven::QueryBuilder& m_builder;
+    const ProjectsTableModel& m_model;
     QSettings m_settings;
     QHash<QString, int> m_chosen; ///< the widths that the user gave, by the field's name
     int m_nameColumn = -1;

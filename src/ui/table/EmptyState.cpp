@@ -13,7 +13,8 @@
 
 namespace {
 
-constexpr int textWidth = 320;
+constexpr int widestText = 320;
+constexpr int narrowestText = 160;
 constexpr int longestTerm = 60;
 constexpr qsizetype mostFolders = 3;
 
@@ -23,7 +24,7 @@ QLabel* makeLabel() {
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
-    label->setFixedWidth(textWidth);
+    label->setFixedWidth(widestText);
     return label;
 }
 
@@ -77,6 +78,14 @@ EmptyState::EmptyState(QWidget* parent)
     setFocusProxy(m_action);
     connect(m_action, &QPushButton::clicked, this, &EmptyState::performAction);
     present(m_reason);
+}
+
+void EmptyState::resizeEvent(QResizeEvent* event) {
+    const QMargins around = widget()->layout()->contentsMargins();
+    const int room = viewport()->width() - around.left() - around.right();
+    for (QLabel* label : {m_title, m_help})
+        label->setFixedWidth(std::clamp(room, narrowestText, widestText));
+    QScrollArea::resizeEvent(event);
 }
 
 void EmptyState::present(Reason reason, const QString& name) {

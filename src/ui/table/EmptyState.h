@@ -43,6 +43,10 @@ signals:
     void showAllRequested();
     void reloadRequested();
 
+protected:
+    /// The texts wrap in what room there is.
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void performAction();
     void setTexts(const QString& title, const QString& help, const QString& action);

@@ -3,16 +3,20 @@
 #include "app/SettingsKeys.h"
 #include "app/errors/Guarded.h"
 #include "database/QueryBuilder.h"
+#include "ui/table/ProjectsTableModel.h"
 
 #include <QDebug>
 #include <QHeaderView>
+#include <QSignalBlocker>
 #include <QTableView>
 
 namespace SettingsKeys = Stemhaven::SettingsKeys;
 
-HeaderSorting::HeaderSorting(QTableView& table, Stemhaven::QueryBuilder& builder, QObject* parent)
+HeaderSorting::HeaderSorting(
+    QTableView& table, const ProjectsTableModel& model, Stemhaven::QueryBuilder& builder, QObject* parent)
     : QObject(parent),
       m_table(table),
+      m_model(model),
       m_builder(builder) {
     auto* header = table.horizontalHeader();
     header->setSortIndicatorClearable(true);
@@ -44,18 +48,37 @@ void HeaderSorting::restore() {
 void HeaderSorting::projectsHeaderSortChanged(int column, Qt::SortOrder order) {
     if (column < 0) {
         m_builder.clearSorting();
-        store({}, column, order);
+        store(column, order);
     } else {
-        const QString name = m_builder.visibleFieldAt(static_cast<unsigned short>(column)).name;
-        store(name, column, order);
+        // The rows may still have columns that the builder shows no more, or in another order.
+        const QString name = m_model.fieldAt(column);
         qDebug().nospace().noquote() << "Should sort '" << name << "' " << order;
         m_builder.sortBy(name, order);
+        store(m_builder.fieldIndexByName(name), order);
     }
     emit changed();
 }
 
-void HeaderSorting::store(const QString& name, int column, Qt::SortOrder order) {
-    m_settings.setValue(SettingsKeys::lastSortOrderName, name);
+void HeaderSorting::followFields() {
+    const QString sorted = m_builder.sortColumn();
+    if (sorted.isEmpty())
+        return;
+    const Qt::SortOrder order = m_table.horizontalHeader()->sortIndicatorOrder();
+    const int column = m_builder.fieldIndexByName(sorted);
+    const bool isShown = !m_builder.visibleFieldAt(static_cast<unsigned short>(column)).name.isEmpty();
+    if (!isShown)
+        m_builder.clearSorting();
+    store(isShown ? column : -1, order);
+}
+
+void HeaderSorting::followColumns() {
+    auto* header = m_table.horizontalHeader();
+    const QSignalBlocker blocker(header);
+    header->setSortIndicator(m_model.columnOf(m_builder.sortColumn()), header->sortIndicatorOrder());
+}
+
+void HeaderSorting::store(int column, Qt::SortOrder order) {
+    m_settings.setValue(SettingsKeys::lastSortOrderName, m_builder.sortColumn());
     m_settings.setValue(SettingsKeys::lastSortOrderIndex, column);
     m_settings.setValue(SettingsKeys::lastSortOrder, static_cast<int>(order));
 }

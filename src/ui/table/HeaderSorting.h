@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QSettings>
 
+class ProjectsTableModel;
 class QTableView;
 
 namespace Stemhaven {
@@ -15,8 +16,16 @@ class HeaderSorting : public QObject {
     Q_OBJECT
 
 public:
-    /// Starts with the remembered sort. Both outlive this object.
-    HeaderSorting(QTableView& table, Stemhaven::QueryBuilder& builder, QObject* parent);
+    /// Starts with the remembered sort. All outlive this object; model is the table's.
+    HeaderSorting(
+        QTableView& table, const ProjectsTableModel& model, Stemhaven::QueryBuilder& builder,
+        QObject* parent);
+
+    /// The builder shows other columns, or in another order, from now on. A column that is hidden sorts
+    /// nothing any more.
+    void followFields();
+    /// The table has the columns of the moment: marks the one that the builder sorts by.
+    void followColumns();
 
 signals:
     void changed();
@@ -24,9 +33,10 @@ signals:
 private:
     void restore();
     void projectsHeaderSortChanged(int column, Qt::SortOrder order);
-    void store(const QString& name, int column, Qt::SortOrder order);
+    void store(int column, Qt::SortOrder order);
 
     QTableView& m_table;
+    const ProjectsTableModel& m_model;
     Stemhaven::QueryBuilder& m_builder;
     QSettings m_settings;
 };

@@ -143,7 +143,8 @@ QModelIndex KeyEventTableView::indexInRow(int row) const {
     const auto* projects = qobject_cast<ProjectsTableModel*>(model());
     const QModelIndex current = currentIndex();
     const int first = projects ? projects->nameColumn() : 0;
-    return model()->index(row, current.isValid() ? current.column() : first);
+    const bool hasColumn = current.isValid() && current.column() < model()->columnCount();
+    return model()->index(row, hasColumn ? current.column() : first);
 }
 
 void KeyEventTableView::selectFirst() {

@@ -13,6 +13,7 @@
 #include "ui/table/SelectionKeeper.h"
 #include "ui/table/StarDelegate.h"
 #include "ui/table/StatusLine.h"
+#include "ui/table/TableColumns.h"
 #include "ui/table/TableHeader.h"
 #include "ui/table/TableSearch.h"
 
@@ -75,8 +76,9 @@ ProjectsPane::ProjectsPane(
       m_reloads(new ReloadScheduler(*m_model, this)),
       m_hidden(new HiddenCount(tasks, builder, this)),
       m_search(new TableSearch(*m_searchEdit, builder, this)),
-      m_sorting(new HeaderSorting(*m_table, builder, this)),
-      m_columns(new ColumnWidths(*m_table, builder, this)),
+      m_columns(new TableColumns(*m_table, *m_model, builder, this)),
+      m_sorting(new HeaderSorting(*m_table, *m_model, builder, this)),
+      m_widths(new ColumnWidths(*m_table, *m_model, this)),
       m_selection(new SelectionKeeper(*m_table, *m_model, this)) {
     layOut();
     setUpEvents();
@@ -119,6 +121,10 @@ void ProjectsPane::setUpEvents() {
         emit searchTermChanged();
     });
     connect(m_sorting, &HeaderSorting::changed, this, [this] { request(Reason::NewOrder); });
+    connect(m_columns, &TableColumns::changed, this, [this] {
+        m_sorting->followFields();
+        request(Reason::Refresh);
+    });
     connect(m_reloads, &ReloadScheduler::reloaded, this, &ProjectsPane::showReloaded);
     connect(m_reloads, &ReloadScheduler::failed, this, &ProjectsPane::showUnreadable);
     connect(m_hidden, &HiddenCount::counted, this, &ProjectsPane::showHidden);
@@ -195,6 +201,10 @@ void ProjectsPane::setEditor(const QWidget& editor) {
     m_selection->setEditor(editor);
 }
 
+void ProjectsPane::noteEdit(bool byMenu) {
+    m_selection->noteEdit(byMenu);
+}
+
 void ProjectsPane::clearSelection() {
     m_selection->clear();
 }
@@ -255,7 +265,9 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
     Stemhaven::guarded(tr("Table restoration has failed"), [&] {
         auto* horizontal = m_table->horizontalScrollBar();
         const int position = horizontal->value();
-        m_columns->fit();
+        m_columns->arrange();
+        m_sorting->followColumns();
+        m_widths->fit();
         m_selection->restore(reason);
         horizontal->setValue(position);
         // The rows of a reload that began before may lack what was brought back.

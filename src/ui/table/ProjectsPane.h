@@ -17,6 +17,7 @@ class HiddenCount;
 class KeyEventTableView;
 class ProjectsTableModel;
 class StatusLine;
+class TableColumns;
 class TableSearch;
 class QHBoxLayout;
 class QStackedLayout;
@@ -51,6 +52,8 @@ public:
 
     KeyEventTableView& table() const { return *m_table; }
 
+    TableColumns& columns() const { return *m_columns; }
+
     QString searchTerm() const;
     /// The last one that was more than a step on the way to another one.
     QString lastSearchTerm() const;
@@ -66,6 +69,8 @@ public:
     /// Where the selected projects are edited; outlives the pane. While the keyboard is there, projects whose
     /// rows an edit takes away stay selected, for the next key must not edit another project.
     void setEditor(const QWidget& editor);
+    /// The selected projects are being changed. After a menu's change there is no such key.
+    void noteEdit(bool byMenu);
     void clearSelection();
     /// Returns whether there is one.
     bool selectFirst();
@@ -128,8 +133,9 @@ private:
     ReloadScheduler* m_reloads;
     HiddenCount* m_hidden;
     TableSearch* m_search;
+    TableColumns* m_columns; ///< before what goes by the order of the columns
     HeaderSorting* m_sorting;
-    ColumnWidths* m_columns;
+    ColumnWidths* m_widths;
     SelectionKeeper* m_selection;
     QDeadlineTimer m_nextFill;          ///< when what a search has found is shown next
     std::chrono::seconds m_fillTime{0}; ///< 0 while there is no search

@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QSqlQueryModel>
 
+#include <algorithm>
 #include <utility>
 
 std::recursive_mutex projectsModelMutex; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
@@ -22,7 +23,8 @@ namespace {
 /// Of a header in the query's model: the column's Format.
 constexpr int FormatRole = Qt::UserRole;
 
-constexpr const char* nameColumnProperty = "nameColumn";
+/// Of the query's model: the names of its fields.
+constexpr const char* fieldsProperty = "fields";
 
 constexpr Qt::ItemFlags rowFlags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
 
@@ -68,9 +70,12 @@ void ProjectsTableModel::reload() {
     auto task = std::make_shared<Stemhaven::SqlQueryModelTask>(
         m_builder->select(), projectsModelMutex, m_queryModel, m_tasks.mainDatabase());
     // Rows are shown with the columns that they were read with, whatever the builder's are by then.
-    const int names = m_builder->fieldIndexByName(QStringLiteral("name"));
-    task->setPreparation([formats = m_builder->visibleFieldFormats(), names](QSqlQueryModel& rows) {
-        rows.setProperty(nameColumnProperty, names < formats.size() ? names : 0);
+    const QList<Stemhaven::Format> formats = m_builder->visibleFieldFormats();
+    QStringList fields;
+    for (int column = 0; column < formats.size(); ++column)
+        fields.append(m_builder->visibleFieldAt(static_cast<unsigned short>(column)).name);
+    task->setPreparation([formats, fields](QSqlQueryModel& rows) {
+        rows.setProperty(fieldsProperty, fields);
         for (int column = 0; column < formats.size(); ++column)
             rows.setHeaderData(
                 column, Qt::Horizontal, QVariant::fromValue(static_cast<uint>(formats[column])), FormatRole);
@@ -96,6 +101,8 @@ void ProjectsTableModel::finishReload() {
     {
         const std::lock_guard lock(projectsModelMutex);
         m_announcedModel = *m_queryModel;
+        m_fields = (*m_queryModel)->property(fieldsProperty).toStringList();
+        m_columnCount = (*m_queryModel)->columnCount() - 1;
     }
     emit layoutChanged();
     forgetReload();
@@ -135,8 +142,18 @@ int ProjectsTableModel::rowCount(const QModelIndex& parent) const {
 }
 
 int ProjectsTableModel::columnCount(const QModelIndex& parent) const {
-    const std::lock_guard lock(projectsModelMutex);
-    return parent.isValid() ? 0 : (*m_queryModel)->columnCount() - 1;
+    return parent.isValid() ? 0 : m_columnCount;
+}
+
+/// Where the rows have what the views take for this column, who learn later of rows with other columns. -1
+/// where they do not have it.
+int ProjectsTableModel::columnInRows(int column) const {
+    const QSqlQueryModel& rows = **m_queryModel;
+    if (&rows == m_announcedModel)
+        return column;
+    if (column == m_columnCount)
+        return rows.columnCount() - 1;
+    return static_cast<int>(rows.property(fieldsProperty).toStringList().indexOf(fieldAt(column)));
 }
 
 bool ProjectsTableModel::hasChildren(const QModelIndex& /*parent*/) const {
@@ -152,19 +169,19 @@ QVariant ProjectsTableModel::headerData(int section, Qt::Orientation orientation
     // A screen reader calls a row by its project, not by its number.
     if (orientation == Qt::Vertical && role == Qt::AccessibleTextRole)
         return data(index(section, nameColumn()), role);
-    return (*m_queryModel)->headerData(section, orientation, role);
+    const int place = orientation == Qt::Horizontal ? columnInRows(section) : section;
+    return (*m_queryModel)->headerData(place, orientation, role);
 }
 
 int ProjectsTableModel::nameColumn() const {
-    const std::lock_guard lock(projectsModelMutex);
-    return (*m_queryModel)->property(nameColumnProperty).toInt();
+    return std::max(0, columnOf(QStringLiteral("name")));
 }
 
 QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {
     const std::lock_guard lock(projectsModelMutex);
     const QSqlQueryModel& rows = **m_queryModel;
-    if (index.row() < 0 || index.row() >= rows.rowCount() || index.column() < 0 ||
-        index.column() >= rows.columnCount())
+    const int column = columnInRows(index.column());
+    if (index.row() < 0 || index.row() >= rows.rowCount() || column < 0 || column >= rows.columnCount())
         return {};
     // For what a screen reader asks the query's model has nothing, which would be read as no stars, or "No".
     switch (role) {
@@ -178,8 +195,8 @@ QVariant ProjectsTableModel::data(const QModelIndex& index, int role) const {
         break;
     }
     const auto format =
-        static_cast<Stemhaven::Format>(rows.headerData(index.column(), Qt::Horizontal, FormatRole).toUInt());
-    return cellValue(rows.data(rows.index(index.row(), index.column()), role), format, index);
+        static_cast<Stemhaven::Format>(rows.headerData(column, Qt::Horizontal, FormatRole).toUInt());
+    return cellValue(rows.data(rows.index(index.row(), column), role), format, index);
 }
 
 /// The name says it, too, as few listen to descriptions.

@@ -3,6 +3,7 @@
 #include <QAbstractItemModel>
 #include <QList>
 #include <QSet>
+#include <QStringList>
 
 #include <memory>
 #include <mutex>
@@ -22,8 +23,8 @@ extern std::recursive_mutex projectsModelMutex;
 ///
 /// The rows are a query's result, made on the worker and exchanged there as a whole; until layoutChanged() is
 /// emitted a view may ask for rows that are gone, and gets nothing. Used on the GUI thread. Column i is the
-/// builder's i-th visible field; the last column of the query, the project's id, comes after them and is
-/// hidden.
+/// i-th of the fields that the builder showed when the rows that the views know of were asked for; the last
+/// column of the query, the project's id, comes after them and is hidden.
 class ProjectsTableModel : public QAbstractItemModel {
     Q_OBJECT
 
@@ -60,6 +61,12 @@ public:
     /// screen reader asks for.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
+    /// The name of the field in a column; empty where there is none.
+    QString fieldAt(int column) const { return m_fields.value(column); }
+
+    /// -1 where the field is not shown.
+    int columnOf(const QString& field) const { return static_cast<int>(m_fields.indexOf(field)); }
+
     /// By the ids of their records, whether they have rows or not.
     void setMissingProjects(const QSet<qint64>& projects);
 
@@ -83,11 +90,15 @@ private:
     QVariant accessibleText(const QModelIndex& index) const;
     void finishReload();
     void forgetReload();
+    int columnInRows(int column) const;
 
     Stemhaven::TaskManager& m_tasks;
     Stemhaven::QueryBuilder* m_builder;
     std::shared_ptr<QSqlQueryModel*> m_queryModel;
     const QSqlQueryModel* m_announcedModel;
+    QStringList m_fields; ///< of the columns, as the views know them
+    int m_columnCount = -1;
+
     QSet<qint64> m_missing;
     int m_pendingReloads = 0;
 };

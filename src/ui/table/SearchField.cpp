@@ -1,5 +1,6 @@
 #include "ui/table/SearchField.h"
 
+#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -7,6 +8,7 @@ namespace {
 
 constexpr int lensDiameter = 9;
 constexpr int lensMargin = 12;
+constexpr int smallestTarget = 24;
 
 } // namespace
 
@@ -25,6 +27,16 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
         clear();
     else
         QLineEdit::keyPressEvent(event);
+}
+
+void SearchField::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    // The button that empties the field, which the base class makes little larger than its icon.
+    if (auto* button = findChild<QAbstractButton*>()) {
+        QRect place = QRect({}, button->size().expandedTo({smallestTarget, smallestTarget}));
+        place.moveCenter(button->geometry().center());
+        button->setGeometry(place);
+    }
 }
 
 void SearchField::paintEvent(QPaintEvent* event) {

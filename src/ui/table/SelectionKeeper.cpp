@@ -53,6 +53,7 @@ void SelectionKeeper::update() {
     if (project == m_project && selected == m_selected)
         return;
     m_wanted.clear();
+    m_goesOnFrom = -1;
     m_project = project;
     m_selected = selected;
     if (project >= 0)
@@ -89,7 +90,7 @@ qint64 SelectionKeeper::successor(const QList<qint64>& order, const QSet<qint64>
 }
 
 bool SelectionKeeper::isBeingEdited() const {
-    return m_editor && m_editor->isAncestorOf(m_table.window()->focusWidget());
+    return m_editor && m_goesOnFrom != m_project && m_editor->isAncestorOf(m_table.window()->focusWidget());
 }
 
 /// Exchanges those of the selected projects that have left the rows.

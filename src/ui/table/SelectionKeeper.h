@@ -40,6 +40,10 @@ public:
     /// Projects are being edited while the keyboard is in there. It outlives this object.
     void setEditor(const QWidget& editor) { m_editor = &editor; }
 
+    /// The selected projects are being changed, by a menu or in the editor. Where a menu's change takes their
+    /// rows away the selection goes on, wherever the keyboard is.
+    void noteEdit(bool byMenu) { m_goesOnFrom = byMenu ? m_project : -1; }
+
     void clear();
 
     /// Takes over what is selected in the table by now.
@@ -69,5 +73,6 @@ private:
     QList<qint64> m_order;   ///< of all rows, by which the neighbours of a row that is gone are known
     QList<qint64> m_wanted;
     const QWidget* m_editor = nullptr;
+    qint64 m_goesOnFrom = -1; ///< the project that was changed by a menu last
     bool m_restoring = false;
 };

@@ -5,6 +5,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <array>
 
 namespace ControlPainting {
@@ -14,13 +15,27 @@ namespace {
 constexpr double focusWidth = 2.0;
 constexpr double strokeWidth = 1.5;
 
+/// Of the smallest icons, for which the marks are drawn; in larger ones they grow.
+constexpr int smallestIcon = 16;
+
 template <std::size_t N>
-void drawStroke(QPainter* painter, const std::array<QPointF, N>& points, const QColor& color) {
+void drawStroke(
+    QPainter* painter, const std::array<QPointF, N>& points, const QColor& color,
+    double width = strokeWidth) {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(color, strokeWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->drawPolyline(points.data(), static_cast<int>(N));
     painter->restore();
+}
+
+/// The points are from the middle of the place.
+template <std::size_t N>
+void drawMark(QPainter* painter, const QRectF& place, std::array<QPointF, N> points, const QColor& color) {
+    const double scale = std::min(place.width(), place.height()) / smallestIcon;
+    for (QPointF& point : points)
+        point = place.center() + scale * point;
+    drawStroke(painter, points, color, scale * strokeWidth);
 }
 
 bool isOn(const QStyleOption& option) {
@@ -62,6 +77,10 @@ QColor indicatorMark(const QStyleOption& option) {
 }
 
 } // namespace
+
+int iconSide(const QFontMetrics& text) {
+    return std::max(smallestIcon, text.height() - 2);
+}
 
 QColor mixed(const QColor& from, const QColor& to, float share) {
     const auto mix = [share](float a, float b) {
@@ -165,16 +184,12 @@ void drawChevron(QPainter* painter, const QRect& rect, Qt::ArrowType direction, 
     drawStroke(painter, std::array{center - along - across, center + across, center + along - across}, color);
 }
 
-void drawCheckMark(QPainter* painter, const QRect& rect, const QColor& color) {
-    const QPointF center = QRectF(rect).center();
-    drawStroke(
-        painter,
-        std::array{center + QPointF(-4, 0.5), center + QPointF(-1.25, 3.25), center + QPointF(4, -3)}, color);
+void drawCheckMark(QPainter* painter, const QRectF& rect, const QColor& color) {
+    drawMark(painter, rect, std::array{QPointF(-4, 0.5), QPointF(-1.25, 3.25), QPointF(4, -3)}, color);
 }
 
-void drawPartialMark(QPainter* painter, const QRect& rect, const QColor& color) {
-    const QPointF center = QRectF(rect).center();
-    drawStroke(painter, std::array{center - QPointF(3.5, 0), center + QPointF(3.5, 0)}, color);
+void drawPartialMark(QPainter* painter, const QRectF& rect, const QColor& color) {
+    drawMark(painter, rect, std::array{QPointF(-3.5, 0), QPointF(3.5, 0)}, color);
 }
 
 void drawLineEdit(const QStyleOption& option, QPainter* painter) {
@@ -223,9 +238,9 @@ void drawCheckBox(const QStyleOption& option, QPainter* painter) {
     const QColor fill = indicatorFill(option, chosen);
     drawBox(painter, box, fill, chosen ? fill : indicatorLine(option), 1.0, smallRadius);
     if (partly) {
-        drawPartialMark(painter, option.rect, indicatorMark(option));
+        drawPartialMark(painter, box, indicatorMark(option));
     } else if (chosen) {
-        drawCheckMark(painter, option.rect, indicatorMark(option));
+        drawCheckMark(painter, box, indicatorMark(option));
     }
 }
 
@@ -237,7 +252,7 @@ void drawRadioButton(const QStyleOption& option, QPainter* painter) {
     const QColor fill = indicatorFill(option, isOn(option));
     drawBox(painter, circle, fill, isOn(option) ? fill : indicatorLine(option), 1.0, round);
     if (isOn(option)) {
-        constexpr double dotRadius = 3;
+        const double dotRadius = circle.width() * 3 / smallestIcon;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);

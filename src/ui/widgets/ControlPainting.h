@@ -15,6 +15,9 @@ constexpr int haloWidth = 2;        ///< around small things that have the focus
 constexpr int controlHeight = 32;
 constexpr int rowHeight = 28;
 
+/// The side of a square icon or mark beside a text, which it grows with.
+int iconSide(const QFontMetrics& text);
+
 /// The colour that lies between two.
 QColor mixed(const QColor& from, const QColor& to, float share);
 /// Dividing lines and the edges of what is no control.
@@ -44,10 +47,10 @@ void drawHalo(QPainter* painter, const QRectF& around, const QPalette& palette, 
 
 /// A chevron of 8 by 4 units.
 void drawChevron(QPainter* painter, const QRect& rect, Qt::ArrowType direction, const QColor& color);
-/// The mark of something chosen, in a place of some 16 units.
-void drawCheckMark(QPainter* painter, const QRect& rect, const QColor& color);
+/// The mark of something chosen, as large as the place allows.
+void drawCheckMark(QPainter* painter, const QRectF& rect, const QColor& color);
 /// The mark of something that is chosen in part.
-void drawPartialMark(QPainter* painter, const QRect& rect, const QColor& color);
+void drawPartialMark(QPainter* painter, const QRectF& rect, const QColor& color);
 
 void drawLineEdit(const QStyleOption& option, QPainter* painter);
 /// Whether it is the button of a dialog that Return presses.

@@ -15,17 +15,23 @@ namespace MenuPainting {
 namespace {
 
 constexpr int sidePadding = 10;
-constexpr int checkColumn = 20;
-constexpr int iconSide = 16;
-constexpr int iconColumn = 24;
+constexpr int checkGap = 4;
+constexpr int iconGap = 8;
 constexpr int shortcutGap = 32;
 constexpr int arrowColumn = 16;
 constexpr int separatorHeight = 9;
 constexpr int titlePadding = 10;
 
+int sideOfIcon(const QStyleOptionMenuItem& option) {
+    return iconSide(QFontMetrics(option.font));
+}
+
+int iconStart(const QStyleOptionMenuItem& option) {
+    return sidePadding + (option.menuHasCheckableItems ? sideOfIcon(option) + checkGap : 0);
+}
+
 int textStart(const QStyleOptionMenuItem& option) {
-    return sidePadding + (option.menuHasCheckableItems ? checkColumn : 0) +
-        (option.maxIconWidth > 0 ? iconColumn : 0);
+    return iconStart(option) + (option.maxIconWidth > 0 ? sideOfIcon(option) + iconGap : 0);
 }
 
 /// The order of a row, mirrored where one reads from right to left.
@@ -55,7 +61,7 @@ Colors colorsOf(const QStyleOptionMenuItem& option, bool selected) {
 void drawMark(const QStyleOptionMenuItem& option, const QColor& color, QPainter* painter) {
     if (option.checkType == QStyleOptionMenuItem::NotCheckable || !option.checked)
         return;
-    const QRect place = placed(option, sidePadding - 2, iconSide);
+    const QRect place = placed(option, sidePadding - 2, sideOfIcon(option));
     if (option.state.testFlag(QStyle::State_NoChange))
         drawPartialMark(painter, place, color);
     else
@@ -70,9 +76,9 @@ void drawIcon(const QStyleOptionMenuItem& option, bool selected, QPainter* paint
         mode = QIcon::Disabled;
     else if (selected)
         mode = QIcon::Selected;
-    const int left = sidePadding + (option.menuHasCheckableItems ? checkColumn : 0);
-    QRect place(0, 0, iconSide, iconSide);
-    place.moveCenter(placed(option, left, iconSide).center());
+    const int side = sideOfIcon(option);
+    QRect place(0, 0, side, side);
+    place.moveCenter(placed(option, iconStart(option), side).center());
     option.icon.paint(painter, place, Qt::AlignCenter, mode, option.checked ? QIcon::On : QIcon::Off);
 }
 

@@ -13,7 +13,7 @@ namespace SliderPainting {
 
 namespace {
 
-constexpr int grooveThickness = 4;
+constexpr int scrollHandleThickness = 8;
 constexpr int shortestScrollHandle = 32;
 
 bool isHorizontal(const QStyleOptionSlider& option) {
@@ -82,20 +82,32 @@ void drawScrollBar(const QStyleOptionSlider& option, const QColor& ground, QPain
         return;
     const bool isTouched =
         option.state.testFlag(QStyle::State_MouseOver) || option.state.testFlag(QStyle::State_Sunken);
-    constexpr int inset = 3;
-    const QRect handle = scrollBarPart(option, QStyle::SC_ScrollBarSlider);
+    const QRect part = scrollBarPart(option, QStyle::SC_ScrollBarSlider);
+    constexpr int endGap = 3;
+    const QRect handle = centered(
+        part,
+        isHorizontal(option) ? QSize(part.width() - 2 * endGap, scrollHandleThickness)
+                             : QSize(scrollHandleThickness, part.height() - 2 * endGap));
     fillBox(
-        painter, handle.adjusted(inset, inset, -inset, -inset),
-        mixed(ground, option.palette.color(QPalette::Text), isTouched ? 0.5F : 0.25F),
-        (scrollBarExtent - 2 * inset) / 2.0);
+        painter, handle, mixed(ground, option.palette.color(QPalette::Text), isTouched ? 0.5F : 0.25F),
+        scrollHandleThickness / 2.0);
+}
+
+int handleSide(const QFontMetrics& text) {
+    return iconSide(text) + 2 * haloWidth;
+}
+
+int sliderThickness(const QFontMetrics& text) {
+    return handleSide(text) + 4;
 }
 
 QRect sliderPart(const QStyleOptionSlider& option, QStyle::SubControl part) {
     const bool horizontal = isHorizontal(option);
+    const int side = handleSide(option.fontMetrics);
     switch (part) {
     case QStyle::SC_SliderHandle: {
-        QRect handle = centered(option.rect, {handleSide, handleSide});
-        const int start = handleStart(option, handleSide);
+        QRect handle = centered(option.rect, {side, side});
+        const int start = handleStart(option, side);
         if (horizontal)
             handle.moveLeft(option.rect.left() + start);
         else
@@ -104,8 +116,7 @@ QRect sliderPart(const QStyleOptionSlider& option, QStyle::SubControl part) {
     }
     case QStyle::SC_SliderGroove:
         return centered(
-            option.rect,
-            horizontal ? QSize(option.rect.width(), handleSide) : QSize(handleSide, option.rect.height()));
+            option.rect, horizontal ? QSize(option.rect.width(), side) : QSize(side, option.rect.height()));
     default:
         return option.rect;
     }
@@ -116,11 +127,12 @@ void drawSlider(const QStyleOptionSlider& option, QPainter* painter) {
     const QColor window = palette.color(QPalette::Window);
     const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
     const QRect handle = sliderPart(option, QStyle::SC_SliderHandle);
+    const int grooveThickness = handle.height() / 5;
     const QRect groove = centered(
         option.rect,
         isHorizontal(option) ? QSize(option.rect.width() - 2 * haloWidth, grooveThickness)
                              : QSize(grooveThickness, option.rect.height() - 2 * haloWidth));
-    constexpr double grooveRadius = grooveThickness / 2.0;
+    const double grooveRadius = grooveThickness / 2.0;
     fillBox(painter, groove, mixed(window, text, isEnabled(option) ? 0.16F : 0.08F), grooveRadius);
     fillBox(
         painter, filledGroove(option, groove, handle.center()),

@@ -2,16 +2,18 @@
 
 #include <QStyle>
 
+class QFontMetrics;
 class QPainter;
 class QStyleOptionSlider;
 
 /// What slides: the places and looks of scroll bars and sliders.
 namespace SliderPainting {
 
-constexpr int scrollBarExtent = 12;
-/// The handle with the room for its halo.
-constexpr int handleSide = 20;
-constexpr int sliderThickness = 24;
+/// Of what can be clicked; what is painted of the handle is thinner.
+constexpr int scrollBarExtent = 24;
+/// The handle with the room for its halo, which grow with the text beside the slider.
+int handleSide(const QFontMetrics& text);
+int sliderThickness(const QFontMetrics& text);
 
 /// The parts of a scroll bar, which has no buttons at its ends: together they cover it.
 QRect scrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part);

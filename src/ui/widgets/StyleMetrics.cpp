@@ -7,8 +7,6 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 
-#include <algorithm>
-
 namespace {
 
 std::optional<int> distance(QStyle::PixelMetric metric) {
@@ -45,27 +43,28 @@ std::optional<int> distance(QStyle::PixelMetric metric) {
 }
 
 std::optional<int> size(QStyle::PixelMetric metric) {
+    const QFontMetrics text(QGuiApplication::font());
     switch (metric) {
     case QStyle::PM_SmallIconSize:
     case QStyle::PM_ButtonIconSize:
     case QStyle::PM_ListViewIconSize:
-        return std::max(16, QFontMetrics(QGuiApplication::font()).height() - 2);
+        return ControlPainting::iconSide(text);
     case QStyle::PM_IndicatorWidth:
     case QStyle::PM_IndicatorHeight:
     case QStyle::PM_ExclusiveIndicatorWidth:
     case QStyle::PM_ExclusiveIndicatorHeight:
-        return 16 + 2 * ControlPainting::haloWidth;
+        return ControlPainting::iconSide(text) + 2 * ControlPainting::haloWidth;
     case QStyle::PM_ScrollBarExtent:
         return SliderPainting::scrollBarExtent;
     case QStyle::PM_SliderThickness:
     case QStyle::PM_SliderControlThickness:
-        return SliderPainting::sliderThickness;
+        return SliderPainting::sliderThickness(text);
     case QStyle::PM_SliderLength:
-        return SliderPainting::handleSide;
+        return SliderPainting::handleSide(text);
     case QStyle::PM_HeaderMarkSize:
         return HeaderPainting::sortArrowSide;
     case QStyle::PM_SplitterWidth:
-        return 7; // the line in the middle, three to grab on either side
+        return 7; // the line in the middle; Splitter adds what it takes to grab it
     case QStyle::PM_ComboBoxFrameWidth:
     case QStyle::PM_MenuPanelWidth:
         return 1;

@@ -45,6 +45,13 @@ TEST(FileManagerTest, OpensWithTheDesktopsProgram) {
         ASSERT_TRUE(waitUntil([&] { return xdgOpen.wasCalled(); }));
         EXPECT_EQ(xdgOpen.takeArguments(), QStringList{bundle});
     }
+    {
+        const FakeCommand xdgOpen("xdg-open", 3);
+        int status = 0;
+        EXPECT_EQ(openProject(bundle, [&](int told) { status = told; }), 0);
+        EXPECT_EQ(status, 0) << "waited for the command";
+        EXPECT_TRUE(waitUntil([&] { return status == 3; }));
+    }
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", "/nowhere");
     EXPECT_NE(openProject(bundle), 0);

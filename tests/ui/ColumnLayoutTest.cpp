@@ -1,0 +1,68 @@
+#include "ui/table/ColumnLayout.h"
+
+#include "app/SettingsKeys.h"
+#include "database/QueryBuilder.h"
+
+#include <QSettings>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+/// The first fields and how many there are: those that are shown as they are, "-" before the others.
+QStringList firstAfterRestart(int count) {
+    const std::unique_ptr<Stemhaven::QueryBuilder> builder(
+        Stemhaven::QueryBuilder::defaultProjectsTableBuilder());
+    ColumnLayout::restore(*builder);
+    QStringList names;
+    const auto fields = builder->getFields();
+    for (const auto& field : fields.first(count))
+        names.append((field.visible != 0 ? "" : "-") + field.name);
+    return names << QString::number(fields.size());
+}
+
+} // namespace
+
+TEST(ColumnLayoutTest, ComesBackAfterARestart) {
+    QSettings().clear();
+    const QStringList byDefault{"progress", "name", "-release_name", "22"};
+    EXPECT_EQ(firstAfterRestart(3), byDefault);
+
+    const std::unique_ptr<Stemhaven::QueryBuilder> builder(
+        Stemhaven::QueryBuilder::defaultProjectsTableBuilder());
+    auto fields = builder->getFields();
+    fields.move(6, 0);
+    fields[1].visible = 0;
+    fields[3].visible = 1;
+    ColumnLayout::save(fields);
+    builder->saveSettings();
+    EXPECT_EQ(
+        firstAfterRestart(5), (QStringList{"bpm", "-progress", "name", "release_name", "-artist", "22"}));
+}
+
+TEST(ColumnLayoutTest, WhatIsStoredWronglyLosesNoColumn) {
+    struct Case {
+        QVariant stored;
+        QStringList first;
+    };
+
+    const QStringList byDefault{"progress", "name", "-release_name", "22"};
+    const Case cases[] = {
+        {{}, byDefault},
+        {QStringList(), byDefault},
+        {12, byDefault},
+        {QByteArray("\xff\xfe\0", 3), byDefault},
+        {QStringList{"no_such_column", "", "-", "project_id"}, byDefault},
+        // Nothing would be left to see.
+        {QStringList{"-name", "-progress"}, byDefault},
+        {QString("name"), {"name", "progress", "-release_name", "22"}},
+        {QStringList{"bpm", "-name", "name", "bpm", "gone"}, {"bpm", "-name", "progress", "22"}},
+    };
+    for (const auto& [stored, first] : cases) {
+        QSettings().setValue(Stemhaven::SettingsKeys::columnLayout, stored);
+        EXPECT_EQ(firstAfterRestart(3), first) << qPrintable(first.join(' '));
+    }
+    QSettings().clear();
+}
