@@ -249,7 +249,7 @@ int run(int argc, char** argv) {
     if (commandLine->size)
         window.resize(*commandLine->size);
     if (!commandLine->screenshot.isEmpty())
-        screenshot.emplace(window, commandLine->screenshot);
+        screenshot.emplace(window, commandLine->screenshot, commandLine->action);
     window.show();
     const int status = QApplication::exec();
     Stemhaven::ProjectMonitor::stop();

@@ -805,6 +805,14 @@
         <source>Could not add folder</source>
         <translation>Der Ordner konnte nicht hinzugefügt werden</translation>
     </message>
+    <message>
+        <source>Showing release dialog failed.</source>
+        <translation>Der Dialog zur Veröffentlichung konnte nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Showing the calendar failed.</source>
+        <translation>Der Kalender konnte nicht angezeigt werden.</translation>
+    </message>
 </context>
 <context>
     <name>NotFound</name>
@@ -953,6 +961,18 @@
     <message>
         <source>Could not delete record</source>
         <translation>Der Eintrag konnte nicht gelöscht werden</translation>
+    </message>
+    <message>
+        <source>Release Details</source>
+        <translation>Veröffentlichungsdetails</translation>
+    </message>
+    <message>
+        <source>Release Date</source>
+        <translation>Veröffentlichungsdatum</translation>
+    </message>
+    <message>
+        <source>Could not save project release details</source>
+        <translation>Die Veröffentlichungsdetails des Projekts konnten nicht gespeichert werden</translation>
     </message>
 </context>
 <context>
@@ -2044,6 +2064,10 @@
         <source>Look for projects in another folder, too</source>
         <translation>Projekte auch in einem weiteren Ordner suchen</translation>
     </message>
+    <message>
+        <source>Release Calendar</source>
+        <translation>Veröffentlichungskalender</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
@@ -2054,6 +2078,220 @@
     <message>
         <source>Stemhaven is already running.</source>
         <translation>Stemhaven läuft bereits.</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarPane</name>
+    <message>
+        <source>Previous</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>Today (T)</source>
+        <translation>Heute (T)</translation>
+    </message>
+    <message>
+        <source>Previous Month</source>
+        <translation>Voriger Monat</translation>
+    </message>
+    <message>
+        <source>Previous Week</source>
+        <translation>Vorige Woche</translation>
+    </message>
+    <message>
+        <source>Next Month</source>
+        <translation>Nächster Monat</translation>
+    </message>
+    <message>
+        <source>Next Week</source>
+        <translation>Nächste Woche</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarView</name>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>MMM d, yyyy</source>
+        <translation>d. MMM yyyy</translation>
+    </message>
+    <message>
+        <source>%1 – %2</source>
+        <translation>%1 – %2</translation>
+    </message>
+    <message>
+        <source>+%1 more</source>
+        <translation>+%1 weitere</translation>
+    </message>
+    <message>
+        <source>today</source>
+        <translation>heute</translation>
+    </message>
+    <message>
+        <source>1 event</source>
+        <translation>1 Eintrag</translation>
+    </message>
+    <message>
+        <source>%1 events</source>
+        <translation>%1 Einträge</translation>
+    </message>
+    <message>
+        <source>not completed</source>
+        <translation>nicht abgeschlossen</translation>
+    </message>
+</context>
+<context>
+    <name>ReleaseCalendar</name>
+    <message>
+        <source>Month</source>
+        <translation>Monat</translation>
+    </message>
+    <message>
+        <source>Week</source>
+        <translation>Woche</translation>
+    </message>
+    <message>
+        <source>Release Calendar</source>
+        <translation>Veröffentlichungskalender</translation>
+    </message>
+    <message>
+        <source>Showing the calendar failed.</source>
+        <translation>Der Kalender konnte nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>The releases could not be read.</source>
+        <translation>Die Veröffentlichungen konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>No release on these days. A project comes here once it is marked as publicly released, with a date, in its release details.</source>
+        <translation>Keine Veröffentlichung an diesen Tagen. Ein Projekt erscheint hier, sobald es in seinen Veröffentlichungsdetails mit einem Datum als veröffentlicht markiert ist.</translation>
+    </message>
+    <message>
+        <source>1 release on these days</source>
+        <translation>1 Veröffentlichung an diesen Tagen</translation>
+    </message>
+    <message>
+        <source>%1 releases on these days</source>
+        <translation>%1 Veröffentlichungen an diesen Tagen</translation>
+    </message>
+    <message>
+        <source>Could not update project release details</source>
+        <translation>Die Veröffentlichungsdetails des Projekts konnten nicht geändert werden</translation>
+    </message>
+</context>
+<context>
+    <name>ReleaseDialog</name>
+    <message>
+        <source>Song name</source>
+        <translation>Name des Songs</translation>
+    </message>
+    <message>
+        <source>The name of the publicly released track</source>
+        <translation>Der Name des veröffentlichten Titels</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <translation>Künstler</translation>
+    </message>
+    <message>
+        <source>The name of the artist this track was released as</source>
+        <translation>Der Künstlername, unter dem der Titel veröffentlicht wurde</translation>
+    </message>
+    <message>
+        <source>The name of the album the track was released on</source>
+        <translation>Der Name des Albums, auf dem der Titel veröffentlicht wurde</translation>
+    </message>
+    <message>
+        <source>ISRC </source>
+        <translation>ISRC </translation>
+    </message>
+    <message>
+        <source>The ISRC registration code for the released track</source>
+        <translation>Der ISRC-Code des veröffentlichten Titels</translation>
+    </message>
+    <message>
+        <source>The UPC code for the album or released track</source>
+        <translation>Der UPC-Code des Albums oder des veröffentlichten Titels</translation>
+    </message>
+    <message>
+        <source>  Completed</source>
+        <translation>  Abgeschlossen</translation>
+    </message>
+    <message>
+        <source>  Publicly released</source>
+        <translation>  Veröffentlicht</translation>
+    </message>
+    <message>
+        <source>Release Details</source>
+        <translation>Veröffentlichungsdetails</translation>
+    </message>
+    <message>
+        <source>Release date</source>
+        <translation>Veröffentlicht am</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Release name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Release Artist</source>
+        <translation>Künstler</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>ISRC</source>
+        <translation>ISRC</translation>
+    </message>
+    <message>
+        <source>UPC</source>
+        <translation>UPC</translation>
+    </message>
+    <message>
+        <source>The release details could not be read.</source>
+        <translation>Die Veröffentlichungsdetails konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Could not update project release details</source>
+        <translation>Die Veröffentlichungsdetails des Projekts konnten nicht geändert werden</translation>
+    </message>
+    <message>
+        <source>Closing release dialog failed.</source>
+        <translation>Der Dialog zur Veröffentlichung konnte nicht geschlossen werden.</translation>
+    </message>
+</context>
+<context>
+    <name>ReleaseEdit</name>
+    <message>
+        <source>The project has no record any more.</source>
+        <translation>Das Projekt hat keinen Eintrag mehr.</translation>
+    </message>
+</context>
+<context>
+    <name>Releases</name>
+    <message>
+        <source>Showing release dialog failed.</source>
+        <translation>Der Dialog zur Veröffentlichung konnte nicht angezeigt werden.</translation>
     </message>
 </context>
 </TS>

@@ -1,8 +1,11 @@
 #include "monitor/BundleMatching.h"
 
 #include "app/errors/Guarded.h"
+#include "platform/RemoteCalls.h"
 #include "project/BundleSuffixes.h"
+#include "project/NoteFile.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 
 #include <algorithm>
@@ -25,9 +28,24 @@ bool isSameOnSomeDisks(const QString& a, const QString& b) {
     return a == b || folded(a) == folded(b);
 }
 
+/// As a project is called before its first save.
+bool isUntitled(const QString& name) {
+    return name.startsWith(QCoreApplication::translate("Stemhaven::ProjectMonitor", "Untitled"));
+}
+
+/// Whether the record's bundle is where the record says.
+bool isInPlace(const ProjectRecord& record) {
+    const auto recorded = SystemUniqueFileID::fromString(record.sufid);
+    return recorded.valid && Places::bundleAt(record.path()) == recorded;
+}
+
+bool isSameSave(const FoundBundle& bundle, const ProjectRecord& record) {
+    return bundle.savedAt != 0 && bundle.savedAt == record.lastModified;
+}
+
 /// Whether another catalogue wrote the note, so that the id in it means another song. Otherwise the record
 /// with that id has or had the identity that the note names, or the bundle was last saved when the record
-/// says.
+/// says, or has its name: a backup can be older than the record's identity and its last save.
 bool isForeign(
     const RecordCandidates::Note& note, const FoundBundle& bundle, const RecordCandidates& candidates) {
     if (!candidates.byNotedId)
@@ -37,8 +55,7 @@ bool isForeign(
     const auto recorded = SystemUniqueFileID::fromString(record.lastSufid);
     // The number of a device can change from one start of the machine to the next.
     const bool isIdentityNoted = noted.valid && recorded.valid && noted.inode == recorded.inode;
-    const bool isSameSave = bundle.savedAt != 0 && bundle.savedAt == record.lastModified;
-    return !isIdentityNoted && !isSameSave;
+    return !isIdentityNoted && !isSameSave(bundle, record) && bundle.details.filename != record.filename;
 }
 
 } // namespace
@@ -69,11 +86,15 @@ BundleMatching::Outcome BundleMatching::match(
         return insert(subject);
     if (knowledge == Knowledge::Partial)
         return Outcome::Undecided;
-    // Put back by a sync client or a backup, or replaced by a document program.
-    if (!atItsPath.isEmpty())
-        return knowledge == Knowledge::Settled ? update(subject, atItsPath.first()) : Outcome::Undecided;
-
     const auto origin = originByNote(subject);
+    // Exchanged with another one by a sync client or between volumes, which make new folders.
+    const bool hasCome = origin && !origin->isAway && !isInPlace(origin->record) &&
+        origin->record.sufid.toStdString() == subject.note->second;
+    // Put back by a sync client or a backup, or replaced by a document program.
+    if (!atItsPath.isEmpty()) {
+        return knowledge == Knowledge::Settled ? update(subject, hasCome ? origin->record : atItsPath.first())
+                                               : Outcome::Undecided;
+    }
     if (!origin)
         return insert(subject);
     if (origin->isAway) {
@@ -114,20 +135,39 @@ std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subjec
     }
     const bool isIdentityNoted =
         note && !subject.candidates.byNotedId && note->second == subject.sufid.toStdString();
+    if (isIdentityNoted)
+        return firstThat([](const auto&) { return true; });
+    // A note that could not be written anew still names the record of what the bundle was copied from.
+    if (note && subject.candidates.byNotedId) {
+        const auto noted = current(*subject.candidates.byNotedId);
+        if (isSameSave(subject.bundle, noted) && !isInPlace(noted))
+            return std::nullopt;
+    }
+    // New bundles have no note either, and two of them can be saved within a second.
+    const bool mayBeNew = !records.isEmpty() && !subject.bundle.note && !subject.bundle.noteFailure &&
+        RemoteCalls::run(subject.path, [path = subject.path] { return lacksNote(path); }).value_or(true);
     return firstThat([&](const auto& it) {
-        return note || subject.bundle.noteFailure
-            ? isIdentityNoted
-            : it.filename == subject.bundle.details.filename && it.lastModified == subject.bundle.savedAt;
+        return isSameSave(subject.bundle, it) &&
+            (!mayBeNew || it.filename == subject.bundle.details.filename);
     });
 }
 
-/// The record of a path from which the bundle was seen to move, unless that record is another bundle's.
+/// The record of a path from which the bundle was seen to move, unless that record is another bundle's. What
+/// moved out of sight and was deleted there may have left its number to what comes next.
 std::optional<ProjectRecord> BundleMatching::movedRecord(const Subject& subject) const {
-    const auto records = withIdentity(subject);
+    auto records = withIdentity(subject);
+    records.removeIf([&](const ProjectRecord& record) {
+        const bool isNoted = subject.note && subject.note->first == record.id;
+        return !isNoted && !subject.bundle.noteFailure && !isSameSave(subject.bundle, record);
+    });
+    const auto isAmong = [&](const ProjectRecord& record) {
+        return std::any_of(
+            records.begin(), records.end(), [&](const auto& it) { return it.id == record.id; });
+    };
     for (const auto& prior : subject.candidates.byPriorPath) {
         const auto record = current(prior);
         const bool isStillThere = subject.priorPaths.contains(record.path());
-        if (isStillThere && (record.sufid == subject.sufid || (record.sufid.isEmpty() && records.isEmpty())))
+        if (isStillThere && (isAmong(record) || (record.sufid.isEmpty() && records.isEmpty())))
             return record;
     }
     // Another bundle came to its path before this one was looked at.
@@ -231,6 +271,8 @@ BundleMatching::Outcome BundleMatching::update(const Subject& subject, const Pro
 
 BundleMatching::Outcome
 BundleMatching::insert(const Subject& subject, std::optional<long long> sameUserDataAs) {
+    if (isUntitled(subject.bundle.details.name))
+        return Outcome::Decided;
     std::exception_ptr failure = subject.bundle.dataFailure;
     if (!failure) {
         try {

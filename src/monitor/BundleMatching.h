@@ -18,10 +18,11 @@ namespace Stemhaven {
 /// Decides for a group of bundles which record each has: an existing one that changed or moved, a new one
 /// for a copy or for what was never seen, and gathers the changes of the records.
 ///
-/// What speaks for a record, in this order: the bundle's identity, confirmed by its path, its note, its name
-/// and last save, or by having been seen moving there; its path; the id in its note; the identity in its
-/// note. An identity alone proves nothing, since file systems give freed inode numbers to new bundles. Each
-/// decision is known to the next ones of the same group.
+/// What speaks for a record, in this order: the bundle's identity, confirmed by its path, by having been seen
+/// moving there, by its note or by its last save; its path, unless its note names the last identity of a
+/// record whose bundle is gone; the id in its note; the identity in its note. An identity alone proves
+/// nothing, since file systems give freed inode numbers to new bundles. Each decision is known to the next
+/// ones of the same group.
 class BundleMatching {
 public:
     enum class Outcome {

@@ -77,8 +77,12 @@ void ProjectMonitor::followProject(const ChangedPath& changed, const Ticket& tic
     }
     QStringList priorPaths;
     const auto priors = changed.getPriorPaths();
-    for (const auto& prior : priors)
+    for (const auto& prior : priors) {
+        // Two volumes may have files of the same number, so this can be another bundle.
+        if (prior.path != *latest && pathExists(prior.path))
+            check(prior.path, priorPaths, true, ticket);
         priorPaths.append(prior.path);
+    }
     if (!pathExists(*latest)) {
         qDebug() << "Searching for moved/renamed project. Not found at:";
         qDebug() << "\tPrevious: " << priorPaths;
@@ -149,8 +153,7 @@ void ProjectMonitor::directoryChanged(const QString& bundlePath, bool fromEvent)
 
 void ProjectMonitor::check(
     const QString& bundlePath, const QStringList& priorPaths, bool fromEvent, const Ticket& ticket) {
-    if (!isBundlePath(bundlePath) ||
-        QStringView(bundlePath).mid(bundlePath.lastIndexOf(u'/') + 1).startsWith(tr("Untitled")))
+    if (!isBundlePath(bundlePath))
         return;
     CheckRequest request{bundlePath, priorPaths, fromEvent, {}};
     if (ticket)

@@ -14,7 +14,6 @@
 #include <QtConcurrent/QtConcurrentRun>
 
 #include <algorithm>
-#include <cerrno>
 #include <system_error>
 #include <utility>
 
@@ -37,13 +36,6 @@ bool isAsRecorded(const QString& path, const RecordedBundles::ByPath& recorded) 
     });
     // Where there is no answer now, the next search will ask.
     return answer.value_or(true);
-}
-
-/// A remote file system that does not answer holds up neither the other roots nor the end.
-FolderListing listWithPatience(const std::string& folder) {
-    auto listing =
-        RemoteCalls::run(QFile::decodeName(folder.c_str()), [folder] { return FolderListing::of(folder); });
-    return listing ? std::move(*listing) : FolderListing{{}, ETIMEDOUT};
 }
 
 /// What is on record below the roots and was not seen by a walk, because it is not there.
@@ -158,7 +150,8 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
                        << QString::fromLocal8Bit(std::generic_category().message(error));
     };
     walk.isStopped = giveUp;
-    walk.list = &listWithPatience;
+    // A remote file system that does not answer holds up neither the other roots nor the end.
+    walk.list = &FolderListing::withPatience;
     const BundleNames names(bundleSuffixes());
     const auto roots = m_callbacks.roots();
     for (const auto& root : roots)

@@ -39,6 +39,8 @@ struct FolderListing {
 
     /// Without "." and "..", in no particular order.
     static FolderListing of(const std::string& folder);
+    /// As of(), but gives up after a while, with ETIMEDOUT, where a remote file system does not answer.
+    static FolderListing withPatience(const std::string& folder);
 
     std::vector<Entry> entries;
     /// The errno of a folder that cannot be read to its end, else 0.

@@ -16,6 +16,7 @@
 #include "ui/dialogs/FolderDrop.h"
 #include "ui/edits/EditHistory.h"
 #include "ui/edits/SelectionEditor.h"
+#include "ui/release/Releases.h"
 #include "ui/sidebar/AddFilterForm.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
@@ -68,6 +69,7 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
       m_editor(new SelectionEditor(*m_history, *this)),
       m_menus(new ProjectMenus(*m_actions, *m_editor, *m_filter, *this)),
       m_folders(new FolderAdder(tasks, *this)),
+      m_releases(new Releases(tasks, *m_history, monitor, *this)),
       m_sidebarToggle(new ToolButton(Glyph::SidebarToggle, tr("Filter Sidebar"))),
       m_detailsToggle(new ToolButton(Glyph::DetailsToggle, tr("Project Details"))) {
     setWindowTitle(QStringLiteral("Stemhaven"));
@@ -413,6 +415,7 @@ void MainWindow::storeState() {
     QSettings().setValue(SettingsKeys::windowGeo, saveGeometry());
     m_projects->storeState();
     m_sidePanes->store();
+    m_releases->storeState();
     storeShown();
 }
 

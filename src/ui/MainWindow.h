@@ -16,6 +16,7 @@ class FolderAdder;
 class FolderTreeItemModel;
 class ProjectMenus;
 class ProjectsPane;
+class Releases;
 class SelectionEditor;
 class SidePanes;
 class ToolButton;
@@ -112,6 +113,7 @@ private:
     SelectionEditor* m_editor;
     ProjectMenus* m_menus;
     FolderAdder* m_folders;
+    Releases* m_releases;
     ToolButton* m_sidebarToggle;
     ToolButton* m_detailsToggle;
     SidePanes* m_sidePanes = nullptr;

@@ -15,6 +15,7 @@
 #include "ui/dialogs/FolderAdder.h"
 #include "ui/edits/EditHistory.h"
 #include "ui/edits/SelectionEditor.h"
+#include "ui/release/Releases.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/table/KeyEventTableView.h"
@@ -89,6 +90,9 @@ void MainWindow::setupActions() {
     performOnSelected(m_actions->showPackageContents, tr("Show package contents failed."), [this] {
         showSelectedPackageContents();
     });
+    performOnSelected(m_actions->release, tr("Showing release dialog failed."), [this] {
+        m_releases->openDialog(m_details->project().id);
+    });
     // The mark comes from the record alone.
     connect(m_actions->ignore, &QAction::triggered, this, [this] { m_actions->ignore->setChecked(false); });
     performOnSelected(
@@ -115,6 +119,9 @@ void MainWindow::setupActions() {
     });
     perform(m_actions->hideDetails, tr("Hiding project details failed."), [this] {
         m_sidePanes->showProjectDetails(false);
+    });
+    perform(m_actions->releaseCalendar, tr("Showing the calendar failed."), [this] {
+        m_releases->showCalendar({m_actions->undo, m_actions->redo, m_actions->quit});
     });
     perform(m_actions->addFolder, tr("Could not add folder"), [this] { m_folders->choose(); });
     // Toggled, so that the program may do it as well as the user.
@@ -177,6 +184,7 @@ void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::projectShown, this, &MainWindow::projectShown);
     connect(m_details, &DetailsPane::notAvailable, this, &MainWindow::selectedNotAvailable);
     connect(m_details, &DetailsPane::openRequested, m_actions->open, &QAction::trigger);
+    connect(m_details, &DetailsPane::releaseRequested, m_actions->release, &QAction::trigger);
     connect(m_details, &DetailsPane::starRatingEdited, m_editor, &SelectionEditor::setStarRating);
     connect(m_details, &DetailsPane::progressEdited, m_editor, &SelectionEditor::setProgress);
     connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);

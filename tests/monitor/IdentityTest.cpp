@@ -1,5 +1,6 @@
 // Which record a bundle has after it was moved, exchanged, copied, deleted and put back.
 
+#include "monitor/BundleMatching.h"
 #include "monitor/MonitorFixture.h"
 #include "plist/PropertyList.h"
 #include "project/NoteFile.h"
@@ -80,6 +81,12 @@ protected:
         TestBundle::writeList(
             bundle / "Resources/Stemhaven.plist",
             Plist::Dictionary{{"project_id", std::int64_t{id}}, {"SUFID", sufid}});
+    }
+
+    void setSaved(const QString& relativePath, std::chrono::hours ago) const {
+        fs::last_write_time(
+            path(relativePath) / "Resources/ProjectInformation.plist",
+            fs::file_time_type::clock::now() - ago);
     }
 
     /// Each record as its path, seen from the root, and its stars.
@@ -167,6 +174,17 @@ TEST_F(Identity, FollowsEachBundleWhetherItIsWatchedOrNot) {
              rename(path("../new"), path("Song.logicx"));
          },
          {"Song.logicx|1"}},
+        {"exchanged by copying, as between two volumes",
+         {"F/Song.logicx", "G/Song.logicx"},
+         [&] {
+             copy(path("F"), path("../F"));
+             copy(path("G"), path("../G"));
+             fs::remove_all(path("F"));
+             fs::remove_all(path("G"));
+             rename(path("../G"), path("F"));
+             rename(path("../F"), path("G"));
+         },
+         {"F/Song.logicx|2", "G/Song.logicx|1"}},
         {"two apostrophes, renamed above",
          {"It''s/Song (12'' Mix).logicx"},
          [&] { rename(path("It''s"), path("It''s'''new")); },
@@ -357,6 +375,84 @@ TEST_F(Identity, BundlesWithoutANoteThatExchangeTheirNames) {
     rename(path("B.logicx"), path("A.logicx"));
     rename(path("t.logicx"), path("B.logicx"));
     EXPECT_TRUE(becomes({"A.logicx|2", "B.logicx|1"}));
+}
+
+TEST_F(Identity, ABackupThatIsOlderThanTheRecordsIdentityHasItsRecord) {
+    start();
+    make("Song.logicx", 5);
+    settle();
+    const fs::path backup = m_disk.path().toStdString() + "/backup";
+    restart([&] {
+        rename(path("Song.logicx"), backup);
+        copy(backup, path("Song.logicx"));
+        setSaved("Song.logicx", std::chrono::hours(2));
+    });
+    restart([&] {
+        fs::remove_all(path("Song.logicx"));
+        copy(backup, path("restored/Song.logicx"));
+    });
+    EXPECT_TRUE(becomes({"restored/Song.logicx|5"}));
+}
+
+TEST_F(Identity, ABundleWithoutANoteOfItsOwnIsKnownByItsNumberAndItsLastSave) {
+    enum Notes { None, Foreign, ForeignWithUnknownId, OfTheOriginal, OfTheOriginalAndAsOld };
+
+    for (const auto notes : {None, Foreign, ForeignWithUnknownId, OfTheOriginal, OfTheOriginalAndAsOld}) {
+        SCOPED_TRACE(notes);
+        restart([&] {
+            fs::remove_all(path(""));
+            m_database.rows("DELETE FROM projects");
+            // Where a folder has the note's place, none can be written.
+            for (const auto* name : {"A.logicx", "B.logicx"}) {
+                if (notes == None)
+                    fs::create_directories(path(name) / "Resources/Stemhaven.plist/x");
+                makeBundle(name);
+            }
+            makeBundle("Original.logicx");
+            if (notes != OfTheOriginalAndAsOld)
+                setSaved("Original.logicx", std::chrono::hours(2));
+        });
+        for (int i = 0; i < 3; ++i)
+            rate(QStringList{"A.logicx", "B.logicx", "Original.logicx"}[i], i + 1);
+        restart([&] {
+            const auto id = idOf("Original");
+            for (const auto* name : {"A.logicx", "B.logicx"}) {
+                if (notes == Foreign || notes == ForeignWithUnknownId)
+                    writeNote(path(name), id + (notes == Foreign ? 0 : 1000), "4242-4242");
+                else if (notes != None)
+                    writeNote(
+                        path(name), id, ProjectDetails(at("Original.logicx")).sufid.toString().toStdString());
+            }
+            rename(path("A.logicx"), path("t.logicx"));
+            rename(path("B.logicx"), path("A.logicx"));
+            rename(path("t.logicx"), path("B.logicx"));
+        });
+        EXPECT_TRUE(becomes({"A.logicx|2", "B.logicx|1", "Original.logicx|3"}));
+    }
+}
+
+TEST_F(Identity, AProjectThatIsCalledUntitledAgainKeepsItsRecord) {
+    start();
+    make("Song.logicx", 5);
+    settle();
+    rename(path("Song.logicx"), path("Untitled idea.logicx"));
+    makeBundle("Song.logicx");
+    EXPECT_TRUE(becomes({"Song.logicx|0", "Untitled idea.logicx|5"}));
+}
+
+TEST_F(Identity, WhatMovedOutOfSightLeavesItsNumberButNotItsRecord) {
+    makeBundle("In.logicx");
+    const auto found = FoundBundle::read(at("In.logicx"));
+    RecordCandidates candidates;
+    const QString out = at("Out.logicx");
+    candidates.byIdentity = {{1, at(""), "Out.logicx", found.details.sufid.toString(), {}, 0}};
+    for (const bool isSameSave : {false, true}) {
+        candidates.byIdentity[0].lastModified = found.savedAt - (isSameSave ? 0 : 3600);
+        candidates.byPriorPath = candidates.byIdentity;
+        BundleMatching matching(Places({}), [](const QString&) { return true; });
+        matching.match(found, candidates, {out}, BundleMatching::Knowledge::Partial);
+        EXPECT_EQ(matching.vacatedPaths(), isSameSave ? QStringList(out) : QStringList());
+    }
 }
 
 TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {

@@ -1,6 +1,7 @@
 #include "ui/edits/EditHistory.h"
 
 #include "ProjectsFixture.h"
+#include "database/ReleaseStatements.h"
 #include "ui/edits/EntryPresenceEdit.h"
 #include "ui/edits/EntryRenaming.h"
 #include "ui/edits/ProjectEdit.h"
@@ -85,6 +86,11 @@ TEST_F(EditHistoryTest, EveryKindOfEditGoesBackAndForth) {
         return QStringList(3, text);
     };
     database.rows("INSERT INTO saved_searches VALUES(4, 'term')");
+    Stemhaven::ReleaseDetails details;
+    details.artist = "It's";
+    details.upc = "0";
+    details.isPubliclyReleased = true;
+    details.date = {2026, 3, 27};
 
     struct {
         const char* name;
@@ -97,6 +103,11 @@ TEST_F(EditHistoryTest, EveryKindOfEditGoesBackAndForth) {
         {"Progress", progress(both, 100, true), bothOfProgress, {"1.01", "1.01", "NULL0"}},
         {"Lyrics Status", status(both, LYRICS_STATUS, 1), "lyrics_status", {"1", "1", "0"}},
         {"Mix/Master Status", status(both, MIX_MASTER_STATUS, 4), "mix_master_status", {"4", "4", "0"}},
+        {"Release Details",
+         release(1, details),
+         "coalesce(artist, '-') || UPC || publicly_released || (release_date > 0)",
+         {"It's011", "", ""}},
+        {"Release Date", releaseDate(3, {1969, 3, 27}), "release_date < 0", {"", "", "1"}},
         {"Ignore", ignored(both, true), "ignored", {"1", "1", "0"}},
         {"Set Genre", association(both, GENRES, 2), genre, {"2", "2", "NULL"}},
         {"Remove from Genre", disassociation(both, GENRES, 1), genre, {"NULL", "NULL", "NULL"}},

@@ -33,9 +33,10 @@ void CatalogueWriter::checkProfile() {
         throw std::runtime_error("There can be no catalogue in " + folder.toStdString());
 }
 
-CatalogueWriter::CatalogueWriter(QString library, bool userData)
+CatalogueWriter::CatalogueWriter(QString library, bool userData, QDate today)
     : m_library(std::move(library)),
       m_userData(userData),
+      m_today(today),
       m_tasks(Stemhaven::mainDatabasePath(), Stemhaven::rootPathsDatabasePath()) {}
 
 void CatalogueWriter::write(const std::vector<Song>& songs) {
@@ -70,7 +71,7 @@ void CatalogueWriter::addSong(const Song& song) {
         Stemhaven::ProjectDetails(m_library + QLatin1Char('/') + song.bundle()), {},
         [this, &song](const std::shared_ptr<Task>& inserted, long long projectId) {
             if (m_userData)
-                addStatements(UserEdits::edits(song, projectId), inserted);
+                addStatements(UserEdits::edits(song, projectId, m_today), inserted);
         },
         [this](const DbException& error) { fail(error.what()); });
 }

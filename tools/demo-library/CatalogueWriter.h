@@ -3,6 +3,7 @@
 #include "Song.h"
 #include "database/TaskManager.h"
 
+#include <QDate>
 #include <QEventLoop>
 #include <QString>
 #include <QStringList>
@@ -21,8 +22,8 @@ public:
     /// have one.
     static void checkProfile();
 
-    /// library is absolute, without a trailing "/".
-    CatalogueWriter(QString library, bool userData);
+    /// library is absolute, without a trailing "/". today is what the releases are made up for.
+    CatalogueWriter(QString library, bool userData, QDate today);
 
     /// Returns when everything is in the databases. Throws std::runtime_error for the first failure. Needs
     /// the application object and runs its events.
@@ -39,6 +40,7 @@ private:
 
     QString m_library;
     bool m_userData;
+    QDate m_today;
     Stemhaven::TaskManager m_tasks;
     QEventLoop m_loop;
     std::string m_failure;

@@ -2,7 +2,10 @@
 
 #include "Random.h"
 #include "SongIdeas.h"
+#include "database/ReleaseDate.h"
 #include "database/SqlText.h"
+
+#include <QDateTime>
 
 #include <algorithm>
 #include <array>
@@ -77,10 +80,32 @@ void setProgress(Record& record, Random& random, double stage) {
     record.set("star_rating", random.pick(ratings));
 }
 
-void setRelease(Record& record, Random& random, const Song& song) {
+/// Most releases are near today, so that a calendar has something to show.
+QDate releaseDay(Random& random, const Song& song, QDate today) {
+    if (random.chance(30)) {
+        const auto saved = QDateTime::fromSecsSinceEpoch(song.modified, Qt::UTC).date();
+        return saved.addDays(random.between(10, 120));
+    }
+    // Songs come out on Fridays, but for one in five.
+    const QDate day = today.addDays(random.between(-35, 55));
+    return random.chance(80) ? day.addDays(Qt::Friday - day.dayOfWeek()) : day;
+}
+
+/// From numbers of its own: what else is made up of the song does not depend on today.
+void setRelease(Record& record, const Song& song, QDate today) {
+    Random random(song.seed + 1);
+    if (!random.chance(60))
+        return;
+    const bool isReleased = random.chance(80);
     record.set("release_name", quoted(song.name));
-    record.set("publicly_released", random.chance(60) ? 1 : 0);
-    record.set("release_date", static_cast<long long>(song.modified) + random.between(10, 120) * 86400LL);
+    record.set("publicly_released", isReleased ? 1 : 0);
+    if (!isReleased)
+        return;
+    record.set("release_date", Stemhaven::storedReleaseDate(releaseDay(random, song, today)));
+    record.set(
+        "ISRC",
+        quoted(QStringLiteral("QZ-DM0-26-%1").arg(random.between(1, 99999), 5, 10, QLatin1Char('0'))));
+    record.set("UPC", quoted(QString::number(100000000000LL + random.between(0, 999999999))));
 }
 
 } // namespace
@@ -93,7 +118,7 @@ QStringList filters() {
     return statements;
 }
 
-QStringList edits(const Song& song, long long projectId) {
+QStringList edits(const Song& song, long long projectId, QDate today) {
     Random random(song.seed);
     Record record(projectId);
     // The file system keeps no time of birth that could be set.
@@ -110,8 +135,8 @@ QStringList edits(const Song& song, long long projectId) {
     record.set("artist", quoted(song.artist));
     if (!song.album.isEmpty())
         record.set("album", quoted(song.album));
-    if (stage >= 0.75 && random.chance(50))
-        setRelease(record, random, song);
+    if (stage >= 0.75)
+        setRelease(record, song, today);
     if (random.chance(20))
         record.set("notes", quoted(random.pick(notes)));
 

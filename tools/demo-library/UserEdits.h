@@ -2,6 +2,7 @@
 
 #include "Song.h"
 
+#include <QDate>
 #include <QStringList>
 
 namespace DemoLibrary::UserEdits {
@@ -10,7 +11,7 @@ namespace DemoLibrary::UserEdits {
 QStringList filters();
 
 /// Statements for what the owner of the library has noted about a song: how good it is, how far it is, what
-/// it lacks. Some songs have been left alone.
-QStringList edits(const Song& song, long long projectId);
+/// it lacks. Some songs have been left alone. Most releases are near today.
+QStringList edits(const Song& song, long long projectId, QDate today);
 
 } // namespace DemoLibrary::UserEdits

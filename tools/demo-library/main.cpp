@@ -5,6 +5,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDate>
 #include <QDir>
 #include <QLoggingCategory>
 
@@ -20,6 +21,7 @@ struct Order {
     std::uint64_t seed = 1;
     bool plain = false;
     bool catalogue = false;
+    QDate today;
     DemoLibrary::BundleWriter::Options bundles;
     /// Absolute.
     QString library;
@@ -28,7 +30,8 @@ struct Order {
 Order readOrder(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
-        "Writes a library of made-up Logic Pro projects. The same arguments give the same library."));
+        "Writes a library of made-up Logic Pro projects. The same arguments give the same library, and with "
+        "the same day the same catalogue."));
     parser.addHelpOption();
     parser.addOptions({
         {QStringLiteral("projects"), QStringLiteral("How many projects."), QStringLiteral("N"),
@@ -41,6 +44,9 @@ Order readOrder(const QCoreApplication& application) {
         {QStringLiteral("catalogue"),
          QStringLiteral(
              "Also record the projects in the current profile, which must not have a catalogue yet.")},
+        {QStringLiteral("today"),
+         QStringLiteral("The day near which projects of the catalogue are released."),
+         QStringLiteral("YYYY-MM-DD"), QDate::currentDate().toString(Qt::ISODate)},
     });
     parser.addPositionalArgument(
         QStringLiteral("LIBRARY_FOLDER"), QStringLiteral("A new or an empty folder."));
@@ -53,6 +59,9 @@ Order readOrder(const QCoreApplication& application) {
     order.seed = static_cast<std::uint64_t>(numberOption(parser, QStringLiteral("seed"), 0));
     order.plain = parser.isSet(QStringLiteral("plain"));
     order.catalogue = parser.isSet(QStringLiteral("catalogue"));
+    order.today = QDate::fromString(parser.value(QStringLiteral("today")), Qt::ISODate);
+    if (!order.today.isValid())
+        throw std::runtime_error("--today wants a day, for example 2026-03-27");
     order.bundles.entriesPerBundle = numberOption(parser, QStringLiteral("entries-per-bundle"), 7);
     order.bundles.pictures = !order.plain;
     order.library =
@@ -80,7 +89,7 @@ void writeLibrary(const Order& order) {
         static_cast<long long>(bundles.entriesWritten()), qUtf8Printable(order.library));
 
     if (order.catalogue) {
-        DemoLibrary::CatalogueWriter catalogue(order.library, !order.plain);
+        DemoLibrary::CatalogueWriter catalogue(order.library, !order.plain, order.today);
         catalogue.write(songs);
         std::printf("All of them recorded in %s\n", qUtf8Printable(catalogue.databasePath()));
     }

@@ -1,5 +1,6 @@
 #include "platform/TreeWalk.h"
 
+#include "platform/RemoteCalls.h"
 #include "platform/posix/PathText.h"
 
 #include <QFile>
@@ -71,6 +72,11 @@ FolderListing FolderListing::of(const std::string& folder) {
     }
     listing.error = errno;
     return listing;
+}
+
+FolderListing FolderListing::withPatience(const std::string& folder) {
+    auto listing = RemoteCalls::run(QFile::decodeName(folder.c_str()), [folder] { return of(folder); });
+    return listing ? std::move(*listing) : FolderListing{{}, ETIMEDOUT};
 }
 
 int readFolders(const std::string& folder, const std::function<void(const std::string&)>& onFolder) {

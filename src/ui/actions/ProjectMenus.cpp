@@ -46,6 +46,8 @@ void ProjectMenus::setEntries(const FolderTreeItemModel& entries) {
 void ProjectMenus::setSelection(const SelectionSummary& summary, bool isMissing) {
     m_hasSelection = summary.count > 0;
     m_actions.enableForSelection(m_hasSelection, isMissing);
+    // The details of a release are of one project.
+    m_actions.release->setEnabled(summary.count == 1);
     m_actions.ignore->setChecked(summary.areAllIgnored());
     for (AssociationMenu* menu : std::as_const(m_menus)) {
         menu->setEnabled(m_hasSelection);

@@ -41,6 +41,7 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     showPackageContents = make(tr("Show &Package Contents"), QKeySequence::keyBindings(QKeySequence::Print));
     showPackageContents->setAutoRepeat(false);
     release = make(tr("Release"), {QKeySequence(Qt::CTRL | Qt::Key_R)});
+    release->setObjectName(QStringLiteral("release"));
     ignore = make(tr("Ignore"));
     ignore->setCheckable(true);
     deleteRecord = make(tr("Delete record"));
@@ -69,6 +70,8 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
         hide->setCheckable(true);
         hide->setChecked(true);
     }
+    releaseCalendar = make(tr("Release Calendar"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R)});
+    releaseCalendar->setObjectName(QStringLiteral("releaseCalendar"));
     search = make(tr("Search"), {QKeySequence(Qt::CTRL | Qt::Key_F)});
     checkForUpdates = make(tr("Check for Updates..."));
     checkForUpdates->setMenuRole(QAction::ApplicationSpecificRole);
@@ -80,9 +83,10 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     importBackup = make(tr("Import backup..."));
 
     // What these open does not exist yet.
-    for (QAction* action : {settings, release, checkForUpdates, recoverProjects, backup, importBackup})
+    for (QAction* action : {settings, checkForUpdates, recoverProjects, backup, importBackup})
         action->setEnabled(false);
     enableForSelection(false, false);
+    release->setEnabled(false);
 }
 
 void WindowActions::enableForSelection(bool isSelected, bool isMissing) {
@@ -132,6 +136,8 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
     view->addActions({showSidebar, hideSidebar, collapseAllFilters, showDetails, hideDetails});
     view->addSeparator();
     view->addActions({hideCompleted, hideIgnored});
+    view->addSeparator();
+    view->addAction(releaseCalendar);
     view->addSeparator();
     view->addAction(checkForUpdates);
     m_viewMenu = view;

@@ -41,6 +41,7 @@ public:
     QAction* hideDetails;
     QAction* hideCompleted;
     QAction* hideIgnored;
+    QAction* releaseCalendar;
     QAction* search;
     QAction* checkForUpdates;
 

@@ -86,6 +86,7 @@ DetailsPane::DetailsPane(Stemhaven::TaskManager& tasks, QWidget* parent)
             emit openRequested();
         m_openPause.setRemainingTime(QApplication::doubleClickInterval());
     });
+    connect(m_release, &QPushButton::clicked, this, &DetailsPane::releaseRequested);
     connectProjectEvents();
 }
 
@@ -113,7 +114,6 @@ QWidget* DetailsPane::makeProjectPage() {
     m_stars->setObjectName(QStringLiteral("projectStarEditWidget"));
     m_open->setObjectName(QStringLiteral("openProjectButton"));
     m_release->setObjectName(QStringLiteral("releaseButton"));
-    m_release->setEnabled(false);
     // Outside dialogs only an auto-default button takes the Return key.
     m_open->setAutoDefault(true);
     m_release->setAutoDefault(true);
@@ -248,6 +248,7 @@ void DetailsPane::showLoaded(const ProjectRecord& record, const SelectionSummary
 void DetailsPane::showNameAndPlace() {
     const auto count = m_shown.size();
     m_selectedCountLabel->setVisible(count > 1);
+    m_release->setEnabled(count == 1);
     if (count == 1) {
         m_name->setText(m_project.name);
         m_details->setText(m_project.details);

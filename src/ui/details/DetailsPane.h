@@ -79,6 +79,8 @@ signals:
     void progressEdited(int percent);
     void statusEdited(FilterType type, qint64 statusId);
     void openRequested();
+    /// Of the one project that is shown.
+    void releaseRequested();
 
 private:
     QWidget* makeNothingSelectedPage();

@@ -1,8 +1,10 @@
 #include "ui/edits/ProjectEdits.h"
 
+#include "database/ReleaseDate.h"
 #include "ui/edits/AssociationEdit.h"
 #include "ui/edits/ColumnEdit.h"
 #include "ui/edits/RecordDeletion.h"
+#include "ui/edits/ReleaseEdit.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -89,6 +91,14 @@ ProjectEdit::Texts disassociationTexts(const QList<qint64>& projects, FilterType
     return texts;
 }
 
+ProjectEdit::Texts releaseTexts(const QString& name) {
+    return {
+        name,
+        Text::tr("Could not save project release details"),
+        QStringLiteral("Could not update project release details! "),
+        {}};
+}
+
 /// As the database writes the value of a REAL column.
 QString realLiteral(double value) {
     const QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);
@@ -157,6 +167,17 @@ std::unique_ptr<ProjectEdit> disassociation(const QList<qint64>& projects, Filte
     return std::make_unique<AssociationEdit>(
         disassociationTexts(projects, type, filterId), projects, type, filterId,
         AssociationEdit::Direction::Disassociate);
+}
+
+std::unique_ptr<ProjectEdit> release(qint64 project, const Stemhaven::ReleaseDetails& details) {
+    return std::make_unique<ReleaseEdit>(releaseTexts(Text::tr("Release Details")), project, details);
+}
+
+std::unique_ptr<ProjectEdit> releaseDate(qint64 project, QDate day) {
+    return std::make_unique<ColumnEdit>(
+        releaseTexts(Text::tr("Release Date")), QList{project},
+        ColumnEdit::Change{
+            {QStringLiteral("release_date")}, {QString::number(Stemhaven::storedReleaseDate(day))}, {}});
 }
 
 std::unique_ptr<ProjectEdit> deletion(const QList<qint64>& projects) {

@@ -7,6 +7,11 @@
 #include <memory>
 
 class ProjectEdit;
+class QDate;
+
+namespace Stemhaven {
+struct ReleaseDetails;
+}
 
 /// The edits of user data that the window offers, each over one or several projects.
 namespace ProjectEdits {
@@ -20,6 +25,10 @@ std::unique_ptr<ProjectEdit> ignored(const QList<qint64>& projects, bool ignored
 /// type is collections, genres or tags.
 std::unique_ptr<ProjectEdit> association(const QList<qint64>& projects, FilterType type, qint64 filterId);
 std::unique_ptr<ProjectEdit> disassociation(const QList<qint64>& projects, FilterType type, qint64 filterId);
+/// Of a project that has a record.
+std::unique_ptr<ProjectEdit> release(qint64 project, const Stemhaven::ReleaseDetails& details);
+/// Of one that is publicly released.
+std::unique_ptr<ProjectEdit> releaseDate(qint64 project, QDate day);
 std::unique_ptr<ProjectEdit> deletion(const QList<qint64>& projects);
 
 } // namespace ProjectEdits

@@ -34,6 +34,8 @@ enum class Glyph : char16_t {
     Backup = 0xe00c,
     ImportBackup = 0xe20c,
     ProjectPicture = 0xe2ca,
+    Previous = 0xe138,
+    Next = 0xe13a,
 };
 
 /// The icon of a glyph, sharp at any size and in the colours of the moment. Null where the icon font is

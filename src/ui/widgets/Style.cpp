@@ -224,7 +224,10 @@ void Style::drawComplexControl(
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     const auto* toolButton = qstyleoption_cast<const QStyleOptionToolButton*>(option);
     const auto* comboBox = qstyleoption_cast<const QStyleOptionComboBox*>(option);
-    if (control == CC_ScrollBar && slider)
+    const auto* spinBox = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+    if (control == CC_SpinBox && spinBox && spinBox->buttonSymbols == QAbstractSpinBox::NoButtons)
+        drawLineEdit(*option, painter); // nothing tells it from one
+    else if (control == CC_ScrollBar && slider)
         SliderPainting::drawScrollBar(*slider, groundOf(*option, widget), painter);
     else if (control == CC_Slider && slider)
         SliderPainting::drawSlider(*slider, painter);
@@ -274,6 +277,7 @@ QSize Style::sizeFromContents(
         }
         return size.expandedTo({0, controlHeight});
     case CT_LineEdit:
+    case CT_SpinBox:
         return size.expandedTo({0, controlHeight});
     case CT_PushButton:
         return QSize(size.width() + 16, size.height()).expandedTo({88, controlHeight});
