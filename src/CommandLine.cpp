@@ -12,6 +12,9 @@ const QString screenshotOption = QStringLiteral("screenshot");
 const QString actionOption = QStringLiteral("screenshot-of");
 const QString sizeOption = QStringLiteral("size");
 const QString colorSchemeOption = QStringLiteral("color-scheme");
+const QString exportOption = QStringLiteral("export-backup");
+const QString importOption = QStringLiteral("import-backup");
+const QString yesOption = QStringLiteral("yes");
 
 void describe(QCommandLineParser& parser) {
     parser.setApplicationDescription(QStringLiteral("Keeps a catalogue of your Logic Pro projects."));
@@ -25,6 +28,13 @@ void describe(QCommandLineParser& parser) {
     parser.addOption(
         {colorSchemeOption, "Light or dark whatever the desktop wishes: <scheme> is light or dark.",
          "scheme"});
+    parser.addOption(
+        {exportOption, "Write a backup of the catalogue and the settings into <folder>, without a window.",
+         "folder"});
+    parser.addOption(
+        {importOption,
+         "Replace the catalogue and the settings by those of the backup <file>, without a window.", "file"});
+    parser.addOption({yesOption, "Answer the question before an import with Yes."});
     parser.addOption({sizeOption, "Size of the main window in that picture, for example 1200x760.", "WxH"});
 }
 
@@ -63,6 +73,13 @@ bool CommandLine::printText(int argc, char** argv) {
     return true;
 }
 
+bool CommandLine::asksForNoWindow(int argc, char** argv) {
+    return std::any_of(argv + 1, argv + argc, [](const char* argument) {
+        const QString text = QString::fromLocal8Bit(argument).section(QLatin1Char('='), 0, 0);
+        return text == QStringLiteral("--") + exportOption || text == QStringLiteral("--") + importOption;
+    });
+}
+
 std::optional<CommandLine> CommandLine::parse() {
     QCommandLineParser parser;
     describe(parser);
@@ -78,6 +95,13 @@ std::optional<CommandLine> CommandLine::parse() {
     commandLine.colorScheme = colorSchemeFrom(parser.value(colorSchemeOption));
     if (parser.isSet(colorSchemeOption) && !commandLine.colorScheme) {
         std::fputs("--color-scheme wants light or dark.\n", stderr);
+        return std::nullopt;
+    }
+    commandLine.exportBackup = parser.value(exportOption);
+    commandLine.importBackup = parser.value(importOption);
+    commandLine.yes = parser.isSet(yesOption);
+    if (parser.isSet(exportOption) && parser.isSet(importOption)) {
+        std::fputs("--export-backup and --import-backup are two commands.\n", stderr);
         return std::nullopt;
     }
     return commandLine;

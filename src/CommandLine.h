@@ -13,6 +13,9 @@ struct CommandLine {
     /// is passed over, Qt's own options included, so that a text needs neither a display nor a profile.
     static bool printText(int argc, char** argv);
 
+    /// Whether there is something to be done without a window, so that no display is needed.
+    static bool asksForNoWindow(int argc, char** argv);
+
     /// Once there is an application object, which takes Qt's own options out. Tells what is wrong on the
     /// standard error stream and gives nothing then; ends the process where an option is unknown.
     static std::optional<CommandLine> parse();
@@ -23,4 +26,10 @@ struct CommandLine {
     QString action;
     std::optional<QSize> size;
     std::optional<Stemhaven::ColorScheme> colorScheme;
+    /// The folder that a backup is to be written to, or empty.
+    QString exportBackup;
+    /// The backup that is to be imported, or empty.
+    QString importBackup;
+    /// Whether questions are answered by that.
+    bool yes = false;
 };

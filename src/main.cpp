@@ -1,5 +1,6 @@
 // The start of the program: its order, its profile's lock and the signals that end it.
 
+#include "BackupCommands.h"
 #include "CommandLine.h"
 #include "app/Paths.h"
 #include "app/SettingsKeys.h"
@@ -7,6 +8,7 @@
 #include "app/errors/ErrorHandler.h"
 #include "app/errors/Guarded.h"
 #include "app/logging/Log.h"
+#include "backup/StartCheck.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
 #include "platform/ActivationSocket.h"
@@ -22,6 +24,7 @@
 #include "ui/wizard/Wizard.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDebug>
 #include <QDir>
@@ -54,8 +57,17 @@ void startLog(const QSettings& settings) {
     Logging::Log::setLevel(level);
 }
 
+void installTranslation(QTranslator& translator) {
+    if (loadTranslation(translator, QLocale::system().uiLanguages()))
+        QCoreApplication::installTranslator(&translator);
+}
+
 QString profileFolder() {
     return QFileInfo(Stemhaven::mainDatabasePath()).absolutePath();
+}
+
+QString lockPath() {
+    return profileFolder() + QStringLiteral("/stemhaven.lock");
 }
 
 QString activationSocketPath() {
@@ -161,6 +173,39 @@ void sayAlreadyRunning(bool inWindow) {
         QMessageBox::information(nullptr, QStringLiteral("Stemhaven"), text);
 }
 
+/// Puts right what the last run left. False where that cannot be done, and the databases may not be opened.
+bool prepareProfile() {
+    using namespace Stemhaven;
+    const auto report = checkAtStart(LiveFiles::ofProgram(), QDateTime::currentDateTime());
+    if (!report.isRemarkable())
+        return true;
+    const QString text = textOf(report);
+    if (report.import == FileSwap::Repair::Failed) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+        if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+            QMessageBox::critical(nullptr, QStringLiteral("Stemhaven"), text);
+        return false;
+    }
+    ErrorHandler::instance().reportError(
+        QCoreApplication::translate("main", "A database was damaged"), Exception(text), QtWarningMsg);
+    return true;
+}
+
+int runWithoutWindow(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const auto commandLine = CommandLine::parse();
+    if (!commandLine)
+        return 1;
+    QTranslator translator;
+    installTranslation(translator);
+    Stemhaven::ProfileLock lock(lockPath());
+    if (!lock.tryToTake()) {
+        sayAlreadyRunning(false);
+        return 1;
+    }
+    return runBackupCommand(*commandLine) ? 0 : 1;
+}
+
 int run(int argc, char** argv) {
     QCoreApplication::setOrganizationDomain(QStringLiteral("stemhaven.app"));
     QCoreApplication::setApplicationName(QStringLiteral("Stemhaven"));
@@ -173,6 +218,9 @@ int run(int argc, char** argv) {
     Logging::Log::setPrefix(QStringLiteral("stemhaven"));
     const QSettings settings;
     startLog(settings);
+
+    if (CommandLine::asksForNoWindow(argc, argv))
+        return runWithoutWindow(argc, argv);
 
     const QByteArray activationToken = activationTokenOfThisProcess();
     const QApplication application(argc, argv);
@@ -190,12 +238,11 @@ int run(int argc, char** argv) {
 
     registerFonts();
     QTranslator translator;
-    if (loadTranslation(translator, QLocale::system().uiLanguages()))
-        QCoreApplication::installTranslator(&translator);
+    installTranslation(translator);
     const Theme theme(commandLine->colorScheme);
 
     // Static, to be given up only after the singletons have closed the databases.
-    static Stemhaven::ProfileLock lock(profileFolder() + QStringLiteral("/stemhaven.lock"));
+    static Stemhaven::ProfileLock lock(lockPath());
     const auto access = openProfile(lock, *commandLine, activationToken);
     if (access == ProfileAccess::Refused)
         sayAlreadyRunning(commandLine->screenshot.isEmpty());
@@ -206,6 +253,8 @@ int run(int argc, char** argv) {
     AlertQueue alerts;
     Stemhaven::ErrorHandler::instance().setPresenter(alerts.presenter());
 
+    if (!prepareProfile())
+        return 1;
     const MonitorGuard monitor;
     // A size that is asked for holds on any screen.
     std::optional<ScreenFitting> screens;

@@ -2171,6 +2171,10 @@
         <source>Stemhaven is already running.</source>
         <translation>Stemhaven läuft bereits.</translation>
     </message>
+    <message>
+        <source>A database was damaged</source>
+        <translation>Eine Datenbank war beschädigt</translation>
+    </message>
 </context>
 <context>
     <name>CalendarPane</name>
@@ -2384,6 +2388,305 @@
     <message>
         <source>Showing release dialog failed.</source>
         <translation>Der Dialog zur Veröffentlichung konnte nicht angezeigt werden.</translation>
+    </message>
+</context>
+<context>
+    <name>BackupCommands</name>
+    <message>
+        <source>There is no terminal to ask. Give --yes if that is what you want.</source>
+        <translation>Es gibt kein Terminal für die Frage. Gib --yes an, wenn du das willst.</translation>
+    </message>
+    <message>
+        <source>There is a folder or a file missing on the command line.</source>
+        <translation>In der Befehlszeile fehlt ein Ordner oder eine Datei.</translation>
+    </message>
+</context>
+<context>
+    <name>Stemhaven::BackupContents</name>
+    <message>
+        <source>Decompression failed! Verify backup integrity.</source>
+        <translation>Entpacken fehlgeschlagen! Prüfe, ob die Sicherung unversehrt ist.</translation>
+    </message>
+    <message>
+        <source>Error while importing backup. Decompression failed!</source>
+        <translation>Fehler beim Einspielen der Sicherung. Entpacken fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>The backup holds something other than the three files of a backup: %1. Stopping backup import...</source>
+        <translation>Die Sicherung enthält etwas anderes als die drei Dateien einer Sicherung: %1. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Required file not found: %1</source>
+        <translation>Benötigte Datei nicht gefunden: %1</translation>
+    </message>
+    <message>
+        <source>Could not open database from backup. Stopping backup import...</source>
+        <translation>Die Datenbank der Sicherung konnte nicht geöffnet werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Could not get database version from backup. Stopping backup import...</source>
+        <translation>Die Version der Datenbank der Sicherung wurde nicht gefunden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Backup database version is newer than the current db version that is supported. Try updating Stemhaven. Stopping backup import...</source>
+        <translation>Die Datenbank der Sicherung ist neuer als die Versionen, die unterstützt werden. Versuche, Stemhaven zu aktualisieren. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Could not open monitored paths database from backup. Stopping backup import...</source>
+        <translation>Die Datenbank der überwachten Ordner aus der Sicherung konnte nicht geöffnet werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>The settings file of the backup is not one. Stopping backup import...</source>
+        <translation>Die Einstellungsdatei der Sicherung ist keine. Das Einspielen wird abgebrochen …</translation>
+    </message>
+</context>
+<context>
+    <name>Stemhaven::BackupExport</name>
+    <message>
+        <source>Beginning backup export...</source>
+        <translation>Die Sicherung beginnt …</translation>
+    </message>
+    <message>
+        <source>Exporting backup to '%1'. Please wait...</source>
+        <translation>Die Sicherung wird in „%1“ geschrieben. Bitte warten …</translation>
+    </message>
+    <message>
+        <source>Creating the backup folder</source>
+        <translation>Ordner der Sicherung anlegen</translation>
+    </message>
+    <message>
+        <source>Removing the temporary files</source>
+        <translation>Temporäre Dateien entfernen</translation>
+    </message>
+    <message>
+        <source>Finished exporting backup!</source>
+        <translation>Die Sicherung ist fertig!</translation>
+    </message>
+    <message>
+        <source>Could not export backup!</source>
+        <translation>Die Sicherung konnte nicht geschrieben werden!</translation>
+    </message>
+    <message>
+        <source>Could not create backup folder!</source>
+        <translation>Der Ordner der Sicherung konnte nicht angelegt werden!</translation>
+    </message>
+    <message>
+        <source>Copying the main database</source>
+        <translation>Hauptdatenbank kopieren</translation>
+    </message>
+    <message>
+        <source>Backup export: Could not copy stemhaven-main.db!</source>
+        <translation>Sicherung: stemhaven-main.db konnte nicht kopiert werden!</translation>
+    </message>
+    <message>
+        <source>Copying the database of the monitored folders</source>
+        <translation>Datenbank der überwachten Ordner kopieren</translation>
+    </message>
+    <message>
+        <source>Backup export: Could not copy stemhaven-root-paths.db!</source>
+        <translation>Sicherung: stemhaven-root-paths.db konnte nicht kopiert werden!</translation>
+    </message>
+    <message>
+        <source>Copying the settings</source>
+        <translation>Einstellungen kopieren</translation>
+    </message>
+    <message>
+        <source>Backup export: The database %1 is damaged. A backup of it could not be imported. Start Stemhaven again to have it checked.</source>
+        <translation>Sicherung: Die Datenbank %1 ist beschädigt. Eine Sicherung von ihr ließe sich nicht einspielen. Starte Stemhaven neu, damit sie geprüft wird.</translation>
+    </message>
+    <message>
+        <source>Compressing the backup</source>
+        <translation>Sicherung packen</translation>
+    </message>
+    <message>
+        <source>Error occurred while exporting backup. Compression failed!</source>
+        <translation>Fehler beim Schreiben der Sicherung. Das Packen ist fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Reading the backup back</source>
+        <translation>Sicherung zur Prüfung lesen</translation>
+    </message>
+</context>
+<context>
+    <name>Stemhaven::BackupImport</name>
+    <message>
+        <source>Not a valid Stemhaven backup!</source>
+        <translation>Keine gültige Sicherung von Stemhaven!</translation>
+    </message>
+    <message>
+        <source>Valid backups should end with .hvbk extension.</source>
+        <translation>Gültige Sicherungen enden auf .hvbk.</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to import this backup? </source>
+        <translation>Soll diese Sicherung wirklich eingespielt werden? </translation>
+    </message>
+    <message>
+        <source>This will replace the current database and settings!</source>
+        <translation>Das ersetzt die jetzige Datenbank und die jetzigen Einstellungen!</translation>
+    </message>
+    <message>
+        <source>Beginning backup import...</source>
+        <translation>Das Einspielen der Sicherung beginnt …</translation>
+    </message>
+    <message>
+        <source>Importing backup from '%1'. Please wait.</source>
+        <translation>Die Sicherung „%1“ wird eingespielt. Bitte warten.</translation>
+    </message>
+    <message>
+        <source>Copying the current databases aside</source>
+        <translation>Jetzige Datenbanken beiseite kopieren</translation>
+    </message>
+    <message>
+        <source>Finished importing backup!</source>
+        <translation>Die Sicherung ist eingespielt!</translation>
+    </message>
+    <message>
+        <source>Error importing backup</source>
+        <translation>Fehler beim Einspielen der Sicherung</translation>
+    </message>
+    <message>
+        <source>Could not find backup file: </source>
+        <translation>Sicherung nicht gefunden: </translation>
+    </message>
+    <message>
+        <source>Verify the file path is correct and try again.</source>
+        <translation>Prüfe, ob der Pfad der Datei stimmt, und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Checking the backup</source>
+        <translation>Sicherung prüfen</translation>
+    </message>
+    <message>
+        <source>The folder %1 exists already. Stopping backup import...</source>
+        <translation>Den Ordner %1 gibt es schon. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>The backup is unpacked into a folder of its name. Move or rename the one that is there.</source>
+        <translation>Die Sicherung wird in einen Ordner ihres Namens entpackt. Verschiebe den vorhandenen oder benenne ihn um.</translation>
+    </message>
+    <message>
+        <source>Could not create the folder %1. Stopping backup import...</source>
+        <translation>Der Ordner %1 konnte nicht angelegt werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>The backup is unpacked beside its file. Copy it to a folder that you may write to.</source>
+        <translation>Die Sicherung wird neben ihrer Datei entpackt. Kopiere sie in einen Ordner, in den du schreiben darfst.</translation>
+    </message>
+    <message>
+        <source>Unpacking the backup</source>
+        <translation>Sicherung entpacken</translation>
+    </message>
+    <message>
+        <source>Comparing the files with the backup</source>
+        <translation>Dateien mit der Sicherung vergleichen</translation>
+    </message>
+    <message>
+        <source>Checking the databases and the settings</source>
+        <translation>Datenbanken und Einstellungen prüfen</translation>
+    </message>
+    <message>
+        <source>An earlier import could not be taken back yet. Stopping backup import...</source>
+        <translation>Ein früheres Einspielen konnte noch nicht rückgängig gemacht werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Start Stemhaven again: it then puts back what was there before.</source>
+        <translation>Starte Stemhaven neu: Dann wird wiederhergestellt, was vorher da war.</translation>
+    </message>
+    <message>
+        <source>Could not copy the current databases aside. Stopping backup import...</source>
+        <translation>Die jetzigen Datenbanken konnten nicht beiseite kopiert werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Preparing the replacement</source>
+        <translation>Ersetzen vorbereiten</translation>
+    </message>
+    <message>
+        <source>Could not prepare the replacement of the current files. Stopping backup import...</source>
+        <translation>Das Ersetzen der jetzigen Dateien konnte nicht vorbereitet werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Setting the main database aside</source>
+        <translation>Hauptdatenbank beiseite legen</translation>
+    </message>
+    <message>
+        <source>Could not rename main database. Stopping backup import...</source>
+        <translation>Die Hauptdatenbank konnte nicht umbenannt werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Importing the main database</source>
+        <translation>Hauptdatenbank einspielen</translation>
+    </message>
+    <message>
+        <source>Could not copy main database from backup! Stopping backup import...</source>
+        <translation>Die Hauptdatenbank der Sicherung konnte nicht kopiert werden! Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Setting the database of the monitored folders aside</source>
+        <translation>Datenbank der überwachten Ordner beiseite legen</translation>
+    </message>
+    <message>
+        <source>Could not rename monitored paths database! Stopping backup import...</source>
+        <translation>Die Datenbank der überwachten Ordner konnte nicht umbenannt werden! Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Importing the database of the monitored folders</source>
+        <translation>Datenbank der überwachten Ordner einspielen</translation>
+    </message>
+    <message>
+        <source>Could not copy monitored paths database! Stopping backup import...</source>
+        <translation>Die Datenbank der überwachten Ordner konnte nicht kopiert werden! Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Setting the settings aside</source>
+        <translation>Einstellungen beiseite legen</translation>
+    </message>
+    <message>
+        <source>Could not rename last settings file. Stopping backup import...</source>
+        <translation>Die bisherige Einstellungsdatei konnte nicht umbenannt werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Importing the settings</source>
+        <translation>Einstellungen einspielen</translation>
+    </message>
+    <message>
+        <source>Could not copy settings from backup. Stopping backup import...</source>
+        <translation>Die Einstellungen der Sicherung konnten nicht kopiert werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Making the replacement final</source>
+        <translation>Ersetzen abschließen</translation>
+    </message>
+    <message>
+        <source>Could not make the replacement of the current files final.</source>
+        <translation>Das Ersetzen der jetzigen Dateien konnte nicht abgeschlossen werden.</translation>
+    </message>
+    <message>
+        <source>Removing the unpacked backup</source>
+        <translation>Entpackte Sicherung entfernen</translation>
+    </message>
+    <message>
+        <source>Removing the files from before</source>
+        <translation>Bisherige Dateien entfernen</translation>
+    </message>
+    <message>
+        <source>Reading the settings again</source>
+        <translation>Einstellungen neu lesen</translation>
+    </message>
+</context>
+<context>
+    <name>Stemhaven::StartCheck</name>
+    <message>
+        <source>The file %1 was damaged. Its newest good copy, of %2, has taken its place, so what was changed since then is not in it. The damaged file is kept as %3.</source>
+        <translation>Die Datei %1 war beschädigt. Ihre neueste gute Kopie vom %2 ist an ihre Stelle getreten; was seitdem geändert wurde, fehlt darin. Die beschädigte Datei liegt jetzt unter %3.</translation>
+    </message>
+    <message>
+        <source>The file %1 is damaged, and there is no good copy of it. Import a backup to replace it.</source>
+        <translation>Die Datei %1 ist beschädigt, und es gibt keine gute Kopie von ihr. Spiele eine Sicherung ein, um sie zu ersetzen.</translation>
+    </message>
+    <message>
+        <source>An import of a backup was interrupted, and its files could not be put right. Check that you may write to the folders of Stemhaven and that the disk is not full, and start it again.</source>
+        <translation>Das Einspielen einer Sicherung wurde unterbrochen, und seine Dateien ließen sich nicht in Ordnung bringen. Prüfe, ob du in die Ordner von Stemhaven schreiben darfst und der Datenträger nicht voll ist, und starte es noch einmal.</translation>
     </message>
 </context>
 </TS>

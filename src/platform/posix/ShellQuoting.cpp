@@ -14,4 +14,12 @@ QString quotedForShell(const QString& text) {
     return quoted + QLatin1Char('"');
 }
 
+QString singleQuotedForShell(const QString& text) {
+    QString quoted = text;
+    // Nothing has a meaning between single quotes but their end, so each one in the text stands outside of
+    // them.
+    quoted.replace(QLatin1Char('\''), QLatin1String("'\\''"));
+    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
+}
+
 } // namespace Stemhaven

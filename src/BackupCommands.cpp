@@ -1,0 +1,101 @@
+#include "BackupCommands.h"
+
+#include "CommandLine.h"
+#include "backup/BackupExport.h"
+#include "backup/BackupImport.h"
+#include "backup/StartCheck.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+
+using namespace Stemhaven;
+
+namespace {
+
+class Texts {
+    Q_DECLARE_TR_FUNCTIONS(BackupCommands)
+};
+
+void print(const QString& line) {
+    std::printf("%s\n", qUtf8Printable(line));
+    std::fflush(stdout);
+}
+
+void printError(const QString& text) {
+    if (!text.isEmpty())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+bool printStep(const BackupProgress& progress) {
+    print(QStringLiteral("[%1/%2] %3").arg(progress.step).arg(progress.steps).arg(progress.text));
+    return true;
+}
+
+bool isConfirmed() {
+    if (isatty(STDIN_FILENO) == 0) {
+        printError(BackupImport::questionText() + BackupImport::questionAdvice());
+        printError(Texts::tr("There is no terminal to ask. Give --yes if that is what you want."));
+        return false;
+    }
+    std::printf(
+        "%s%s [y/N] ", qUtf8Printable(BackupImport::questionText()),
+        qUtf8Printable(BackupImport::questionAdvice()));
+    std::fflush(stdout);
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+bool report(const BackupResult& result) {
+    if (result.isFinished()) {
+        print(result.message);
+        return true;
+    }
+    printError(result.message);
+    printError(result.advice);
+    return false;
+}
+
+bool exportBackup(const LiveFiles& live, const QString& folder) {
+    BackupExport command(live, folder, QDateTime::currentDateTime());
+    print(command.workingText());
+    const auto result = command.run(printStep);
+    if (result.isFinished())
+        print(result.archive);
+    return report(result);
+}
+
+bool importBackup(const LiveFiles& live, const QString& file, bool isAgreed) {
+    if (!BackupImport::hasNameOfBackup(file)) {
+        printError(BackupImport::notABackupText());
+        printError(BackupImport::notABackupAdvice());
+        return false;
+    }
+    if (!isAgreed && !isConfirmed())
+        return false;
+    BackupImport command(live, file, QDateTime::currentDateTime());
+    print(command.workingText());
+    return report(command.run(printStep));
+}
+
+} // namespace
+
+bool runBackupCommand(const CommandLine& commandLine) {
+    const auto live = LiveFiles::ofProgram();
+    const auto start = checkAtStart(live, QDateTime::currentDateTime());
+    printError(textOf(start));
+    if (start.import == FileSwap::Repair::Failed)
+        return false;
+    if (!commandLine.importBackup.isEmpty())
+        return importBackup(live, commandLine.importBackup, commandLine.yes);
+    if (!commandLine.exportBackup.isEmpty())
+        return exportBackup(live, commandLine.exportBackup);
+    printError(Texts::tr("There is a folder or a file missing on the command line."));
+    return false;
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class QSqlQuery;
+
+namespace Stemhaven {
+
+/// A database file beside the worker's work: a copy, one that came out of a backup, or a live one. Open on a
+/// connection of its own while the object lives; its contents are only read. One thread at a time.
+class DatabaseFile {
+public:
+    /// ReadWrite is for live files: it also reads what a killed program left half written, since SQLite may
+    /// put that right then. ReadOnly changes nothing, but may leave empty files of SQLite's beside the
+    /// database.
+    enum class Access { ReadOnly, ReadWrite };
+    /// Unknown where the file cannot be read, or is locked.
+    enum class Condition { Sound, Damaged, Unknown };
+    /// Quick leaves out whether the indexes agree with their tables, which is most of the time.
+    enum class Check { Quick, Whole };
+
+    /// A missing file is not made. connectionName is free again once the object is gone; an empty one stands
+    /// for any.
+    explicit DatabaseFile(
+        const QString& path, Access access = Access::ReadOnly, const QString& connectionName = {});
+    /// Closes and removes the connection.
+    ~DatabaseFile();
+    Q_DISABLE_COPY_MOVE(DatabaseFile)
+
+    bool isOpen() const;
+
+    Condition check(Check check);
+
+    /// What the main database says that it is of; the first row counts. Nothing where it does not say.
+    std::optional<QString> version();
+    bool hasTable(const QString& name);
+
+    /// Writes what the database holds now into a new file, in one piece, though others may be writing to it.
+    /// They do not wait for it where the database has a write-ahead log.
+    bool copyTo(const QString& path);
+
+    /// Why the last call failed.
+    QString error() const { return m_error; }
+
+private:
+    bool run(QSqlQuery& query, const QString& statement);
+
+    QString m_connection;
+    QString m_error;
+};
+
+} // namespace Stemhaven

@@ -1,0 +1,218 @@
+#include "backup/DatabaseCopies.h"
+
+#include "BackupProfile.h"
+#include "backup/StartCheck.h"
+#include "support/LogCapture.h"
+
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+using namespace Stemhaven;
+using Outcome = DatabaseCopies::Outcome;
+
+namespace {
+
+const QDateTime noon(QDate(2026, 3, 9), QTime(12, 0));
+
+class CopiesTest : public testing::Test {
+protected:
+    CopiesTest() { profile.fill("first"); }
+
+    void addProject(const QString& name) const {
+        BackupProfile::run(profile.live().mainDatabase, {BackupProfile::project(name)});
+    }
+
+    static QStringList projects(const QString& database) {
+        return BackupProfile::run(database, {"SELECT name FROM projects"});
+    }
+
+    /// The start of a table, at the second page.
+    static void damage(const QString& database, qint64 at = 4096) {
+        QFile file(database);
+        file.open(QIODevice::ReadWrite);
+        file.seek(at);
+        file.write(QByteArray(2000, '\x5a'));
+    }
+
+    QStringList damagedNames() const {
+        return QDir(profile.live().profileFolder()).entryList({"*.damaged-*"}, QDir::Files | QDir::Hidden);
+    }
+
+    BackupProfile profile;
+    DatabaseCopies copies{profile.live()};
+    const LogCapture log;
+};
+
+} // namespace
+
+TEST_F(CopiesTest, AreMadeOnceADayWhereSomethingChangedAndTheLastTenAreKept) {
+    EXPECT_TRUE(copies.isDue(noon));
+    EXPECT_EQ(copies.copyAside(noon), Outcome::Made);
+    EXPECT_FALSE(copies.isDue(noon.addSecs(11 * 3600)));
+    EXPECT_TRUE(copies.isDue(noon.addDays(1)));
+
+    // A start writes the version again, which changes nothing.
+    BackupProfile::run(
+        profile.live().mainDatabase,
+        {DatabaseInitStatements(currentDatabaseVersion).updateVersion(), "PRAGMA wal_checkpoint(TRUNCATE)"});
+    EXPECT_EQ(copies.copyAside(noon.addDays(1)), Outcome::Unchanged);
+    ASSERT_EQ(copies.all().size(), 1);
+    EXPECT_EQ(copies.all()[0].made, noon.addDays(1).toUTC());
+    EXPECT_FALSE(copies.isDue(noon.addDays(1)));
+
+    const QString mine = profile.live().profileFolder() + "/Backups/mine";
+    QDir().mkpath(mine);
+    QDir().mkpath(copies.all()[0].folder + ".part");
+    for (int day = 2; day < 13; ++day) {
+        addProject(QString::number(day));
+        EXPECT_EQ(copies.copyAside(noon.addDays(day)), Outcome::Made);
+    }
+    ASSERT_EQ(copies.all().size(), 10);
+    EXPECT_EQ(copies.all().last().made, noon.addDays(3).toUTC());
+    EXPECT_EQ(projects(copies.all().last().folder + "/stemhaven-main.db"), (QStringList{"first", "2", "3"}));
+    EXPECT_EQ(
+        QDir(profile.live().profileFolder() + "/Backups").entryList(BackupProfile::everything).size(), 11);
+
+    // Two in one second.
+    addProject("more");
+    EXPECT_EQ(copies.copyAside(noon.addDays(12)), Outcome::Made);
+    EXPECT_EQ(projects(copies.all().first().folder + "/stemhaven-main.db").last(), "more");
+}
+
+TEST_F(CopiesTest, AreConsistentWhileTheProgramWrites) {
+    std::atomic<bool> ends = false;
+    std::atomic<int> written = 0;
+    // Each transaction leaves as many tags as collections.
+    std::thread writer([&] {
+        auto database = QSqlDatabase::addDatabase("QSQLITE", "writer");
+        database.setDatabaseName(profile.live().mainDatabase);
+        database.open();
+        while (!ends) {
+            QSqlQuery query(database);
+            for (const char* statement :
+                 {"BEGIN", "INSERT INTO tags(name) VALUES('t')", "INSERT INTO collections(name) VALUES('c')",
+                  "COMMIT"})
+                query.exec(statement);
+            ++written;
+        }
+        database = {};
+    });
+    for (int round = 0; round < 8; ++round) {
+        const int before = written;
+        EXPECT_EQ(copies.copyAside(noon.addDays(round)), Outcome::Made);
+        while (written < before + 3)
+            std::this_thread::yield();
+    }
+    ends = true;
+    writer.join();
+    QSqlDatabase::removeDatabase("writer");
+    for (const auto& copy : copies.all()) {
+        EXPECT_EQ(
+            BackupProfile::run(
+                copy.folder + "/stemhaven-main.db",
+                {"SELECT (SELECT COUNT(*) FROM tags)=(SELECT COUNT(*) FROM collections)"}),
+            QStringList("1"));
+        EXPECT_FALSE(QFile::exists(copy.folder + "/stemhaven-main.db-wal"));
+    }
+}
+
+TEST_F(CopiesTest, OfWhatIsDamagedOrMissingAreNotMade) {
+    EXPECT_EQ(copies.copyAside(noon), Outcome::Made);
+    damage(profile.live().mainDatabase, 0);
+    EXPECT_EQ(copies.copyAside(noon.addDays(1)), Outcome::Failed);
+    QFile::remove(profile.live().mainDatabase);
+    EXPECT_EQ(copies.copyAside(noon.addDays(2)), Outcome::Unchanged);
+    ASSERT_EQ(copies.all().size(), 1);
+    EXPECT_EQ(copies.all()[0].made, noon.toUTC());
+    EXPECT_EQ(
+        QDir(profile.live().profileFolder() + "/Backups").entryList(BackupProfile::everything).size(), 1);
+}
+
+TEST_F(CopiesTest, TheNewestGoodOneTakesThePlaceOfADamagedDatabase) {
+    const auto live = profile.live();
+    ASSERT_EQ(copies.copyAside(noon), Outcome::Made);
+    addProject("second");
+    ASSERT_EQ(copies.copyAside(noon.addDays(1)), Outcome::Made);
+    addProject("third");
+    ASSERT_EQ(copies.copyAside(noon.addDays(2)), Outcome::Made);
+    damage(copies.all()[0].folder + "/stemhaven-main.db");
+    EXPECT_FALSE(checkAtStart(live, noon).isRemarkable());
+    EXPECT_EQ(projects(live.mainDatabase).size(), 3);
+
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"a page",
+         [&] {
+             damage(live.mainDatabase);
+         }},
+        {"the start",
+         [&] {
+             damage(live.mainDatabase, 0);
+         }},
+        {"cut",
+         [&] {
+             QFile::resize(live.mainDatabase, QFileInfo(live.mainDatabase).size() / 2);
+         }},
+        {"emptied",
+         [&] {
+             QFile::resize(live.mainDatabase, 0);
+         }},
+        {"log of another database",
+         [&] {
+             damage(live.mainDatabase, 0);
+             BackupProfile::write(live.mainDatabase + "-wal", "log");
+         }},
+    };
+    int day = 3;
+    for (const auto& [what, harm] : cases) {
+        harm();
+        const QByteArray damaged = BackupProfile::read(live.mainDatabase);
+        const auto report = checkAtStart(live, noon.addDays(++day));
+        ASSERT_EQ(report.restored.size(), 1) << what;
+        EXPECT_TRUE(report.isRemarkable());
+        EXPECT_EQ(report.restored[0].database, live.mainDatabase);
+        EXPECT_EQ(report.restored[0].copyMade, noon.addDays(1).toUTC());
+        EXPECT_EQ(BackupProfile::read(report.restored[0].damaged), damaged) << what;
+        EXPECT_EQ(projects(live.mainDatabase), (QStringList{"first", "second"})) << what;
+        EXPECT_FALSE(QFile::exists(live.mainDatabase + ".restored"));
+        EXPECT_FALSE(checkAtStart(live, noon).isRemarkable()) << what;
+    }
+    // Each with its log beside it, if it had one.
+    EXPECT_GE(damagedNames().size(), static_cast<int>(std::size(cases)));
+
+    damage(live.rootPathsDatabase, 0);
+    EXPECT_EQ(checkAtStart(live, noon).restored.size(), 1);
+    EXPECT_EQ(
+        BackupProfile::run(live.rootPathsDatabase, {"SELECT * FROM root_project_search_paths"}),
+        QStringList("/first"));
+}
+
+TEST_F(CopiesTest, StartsLeaveAloneWhatTheyCannotMakeBetter) {
+    const auto live = profile.live();
+    damage(live.mainDatabase, 0);
+    const auto state = profile.state();
+    const auto report = checkAtStart(live, noon);
+    EXPECT_EQ(report.damaged, QStringList(live.mainDatabase));
+    EXPECT_TRUE(report.restored.isEmpty());
+    EXPECT_EQ(profile.state(), state);
+    EXPECT_EQ(damagedNames(), QStringList());
+
+    // Locked by another program: not damaged. And nothing at all: a first start.
+    profile.fill("first");
+    ASSERT_EQ(copies.copyAside(noon), Outcome::Made);
+    {
+        auto other = QSqlDatabase::addDatabase("QSQLITE", "other");
+        other.setDatabaseName(live.rootPathsDatabase);
+        other.open();
+        QSqlQuery(other).exec("BEGIN EXCLUSIVE");
+        EXPECT_FALSE(checkAtStart(live, noon).isRemarkable());
+    }
+    QSqlDatabase::removeDatabase("other");
+    for (const auto& file : live.all())
+        QFile::remove(file);
+    EXPECT_FALSE(checkAtStart(live, noon).isRemarkable());
+    EXPECT_FALSE(QFile::exists(live.mainDatabase));
+}
