@@ -141,6 +141,7 @@ private:
     void followProject(const ChangedPath& changed, const Ticket& ticket);
     void followFolder(const ChangedPath& changed, const Ticket& ticket);
     void checkBelow(const QString& folder, const Ticket& ticket);
+    void checkMissing(const QStringList& bundles, const Ticket& ticket);
     bool wasAboveStrays(const ChangedPath& changed) const;
     void
     check(const QString& bundlePath, const QStringList& priorPaths, bool fromEvent, const Ticket& ticket);

@@ -87,6 +87,8 @@ void ProjectMonitor::followProject(const ChangedPath& changed, const Ticket& tic
         qDebug() << "Searching for moved/renamed project. Not found at:";
         qDebug() << "\tPrevious: " << priorPaths;
         qDebug() << "\tPotential:" << *latest;
+        // It may have gone where nobody watches, for example to the trash.
+        checkMissing(priorPaths + QStringList{*latest}, ticket);
         return;
     }
     qDebug() << "ProjectMonitor: Found moved/renamed project at: " << *latest;
@@ -131,10 +133,14 @@ void ProjectMonitor::followFolder(const ChangedPath& changed, const Ticket& tick
 
 /// The bundles below a folder that has left without being seen elsewhere are missing by now.
 void ProjectMonitor::checkBelow(const QString& folder, const Ticket& ticket) {
+    checkMissing(m_recorded->below(folder + QLatin1Char('/')), ticket);
+}
+
+/// Once for each: what is on record as missing already is not told of again.
+void ProjectMonitor::checkMissing(const QStringList& bundles, const Ticket& ticket) {
     const auto missing = m_recorded->missing();
-    const auto bundles = m_recorded->below(folder + QLatin1Char('/'));
     for (const auto& path : bundles) {
-        if (!missing.contains(path))
+        if (!missing.contains(path) && m_recorded->at(path))
             check(path, {}, true, ticket);
     }
 }

@@ -288,6 +288,12 @@ TEST_F(Following, SaysWhichBundlesAreMissing) {
     EXPECT_TRUE(missing({other}));
     ASSERT_TRUE(QDir().rename(outside + "/deep", at("deep")));
     EXPECT_TRUE(missing({}));
+    // With no other event about it near, all that is told is that it was renamed.
+    waitUntil([] { return false; }, 2);
+    ASSERT_TRUE(QDir().rename(other, outside + "/Other.logicx"));
+    EXPECT_TRUE(missing({other}));
+    ASSERT_TRUE(QDir().rename(outside + "/Other.logicx", other));
+    EXPECT_TRUE(missing({}));
     ASSERT_TRUE(QDir(song).removeRecursively());
     EXPECT_TRUE(missing({song}));
     // The whole folder, as when a drive is unplugged.
