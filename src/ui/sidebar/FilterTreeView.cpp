@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -107,7 +108,10 @@ void FilterTreeView::restore() {
     for (const FilterType type : m_expanded)
         expand(m_model.indexOf(type));
     executeDelayedItemsLayout();
-    selectionModel()->setCurrentIndex(restoredCurrent(), QItemSelectionModel::NoUpdate);
+    {
+        const QScopedValueRollback silent(m_isSilent, indexOf(m_current).isValid());
+        selectionModel()->setCurrentIndex(restoredCurrent(), QItemSelectionModel::NoUpdate);
+    }
 
     verticalScrollBar()->setValue(m_scrollPosition);
     const QModelIndex topmost = indexOf(m_topmost);
@@ -230,7 +234,11 @@ void FilterTreeView::drawBranches(QPainter* painter, const QRect& rect, const QM
 }
 
 void FilterTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QTreeView::currentChanged(current, previous);
+    // To a screen reader the base class reports the focus at the item, wherever the keyboard is.
+    if (hasFocus() && !m_isSilent)
+        QTreeView::currentChanged(current, previous);
+    else
+        QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
     // The base class paints two items anew, the mark goes over whole rows.
     viewport()->update();
 }

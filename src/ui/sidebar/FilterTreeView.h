@@ -55,6 +55,7 @@ private:
 
     FolderTreeItemModel& m_model;
     bool m_isDoubleClick = false;
+    bool m_isSilent = false; ///< the current item is the one that it was
 
     QList<FilterType> m_expanded;
     Place m_current;

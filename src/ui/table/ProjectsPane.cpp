@@ -336,6 +336,12 @@ void ProjectsPane::showUnreadable() {
 }
 
 void ProjectsPane::showPage(QWidget* page) {
+    QWidget* before = m_pages->currentWidget();
+    if (page != before && before->isAncestorOf(window()->focusWidget())) {
+        // Or a hidden page leaves the keyboard to whatever comes after it, which a screen reader then names.
+        page->show();
+        (page == m_tablePage ? static_cast<QWidget*>(m_table) : m_emptyState)->setFocus(Qt::OtherFocusReason);
+    }
     m_pages->setCurrentWidget(page);
     if (m_hasLoaded)
         return;

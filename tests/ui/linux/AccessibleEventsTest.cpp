@@ -3,6 +3,8 @@
 #include "ui/details/ProgressSlider.h"
 #include "ui/edits/EditHistory.h"
 #include "ui/sidebar/AddFilterForm.h"
+#include "ui/sidebar/FilterSidebar.h"
+#include "ui/sidebar/FolderTreeItemModel.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/table/StarEditor.h"
 
@@ -60,6 +62,30 @@ TEST_F(AccessibleEventsTest, TheFocusIsReportedOnlyWhereTheKeyboardIs) {
     database.rows("UPDATE projects SET ignored=1 WHERE name='Camera'");
     reload();
     EXPECT_EQ(events.names(QAccessible::Focus), (QStringList{"Camera", "Bold"}));
+    events.clear();
+    // The sidebar's rows are exchanged, and its current one moves.
+    database.rows("INSERT INTO tags (name) VALUES ('#new')");
+    child<FolderTreeItemModel>().reload();
+    settle();
+    child<FilterSidebar>().setCurrent(FilterType::LAST_SEARCH, -1);
+    EXPECT_EQ(events.names(QAccessible::Focus), QStringList());
+}
+
+TEST_F(AccessibleEventsTest, TheFocusGoesStraightToThePlaceOfTheTableAndBack) {
+    insert({"Amber"});
+    open();
+    table().setFocus();
+    select({0});
+    const auto ignore = [&](bool ignored) {
+        database.rows(QStringLiteral("UPDATE projects SET ignored=%1").arg(ignored));
+        reload();
+    };
+    SentEvents events;
+    ignore(true);
+    EXPECT_EQ(events.names(QAccessible::Focus), QStringList("Show Hidden Projects"));
+    ignore(false);
+    EXPECT_TRUE(table().hasFocus());
+    EXPECT_FALSE(events.names(QAccessible::Focus).contains(QString()));
 }
 
 TEST_F(AccessibleEventsTest, CellsMayBeAskedForWhileTheRowsAreExchanged) {
