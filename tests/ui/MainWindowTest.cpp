@@ -155,6 +155,7 @@ TEST_F(MainWindowTest, ARestartGivesBackWhatWasShownAndSelected) {
     tree = &child<QTreeView>();
     EXPECT_EQ(status(), "Tag '#two' (2 found)");
     EXPECT_EQ(child<FilterSidebar>().shownType(), FilterType::TAGS);
+    EXPECT_EQ(tree->currentIndex(), child<FolderTreeItemModel>().indexOf(FilterType::TAGS, 2));
     EXPECT_EQ(selectedName(), "Gamma");
     EXPECT_TRUE(waitUntil([&] { return details().project().name == "Gamma"; }));
     EXPECT_FALSE(tree->isExpanded(group(FilterType::GENRES)));

@@ -97,6 +97,7 @@ void FilterSidebar::setCurrent(FilterType type, qint64 id) {
     m_shownId = id;
     markShown();
     const QModelIndex index = m_model.indexOf(type, id);
+    m_isShownAwaited = !index.isValid();
     if (index.isValid())
         m_tree->setCurrentIndex(index);
 }
@@ -130,6 +131,13 @@ void FilterSidebar::activateAfterReload(FilterType type, qint64 id) {
 }
 
 void FilterSidebar::activateAwaited() {
+    const QModelIndex shown = m_model.indexOf(m_shownType, m_shownId);
+    if (m_isShownAwaited && shown.isValid()) {
+        m_isShownAwaited = false;
+        // A group that was left folded stays so.
+        if (m_tree->isExpanded(shown.parent()))
+            m_tree->setCurrentIndex(shown);
+    }
     if (m_awaitedId < 0)
         return;
     const QModelIndex entry = m_model.indexOf(m_awaitedType, m_awaitedId);

@@ -67,6 +67,7 @@ private:
     QPushButton* m_removeButton;
     FilterType m_shownType = FilterType::ALL;
     qint64 m_shownId = -1;
+    bool m_isShownAwaited = false; ///< as after a start, when the entries have not come yet
     FilterType m_awaitedType = FilterType::ALL;
     qint64 m_awaitedId = -1; ///< -1: none is
 };
