@@ -261,7 +261,7 @@ void DetailsPane::showNameAndPlace() {
         m_summary.tempo ? *m_summary.tempo + QLatin1String(" BPM") : mixed,
         m_summary.timeSignature.value_or(mixed), m_summary.key.value_or(mixed)};
     m_name->setText(tr("%1 projects").arg(number));
-    m_details->setText(details.join(QLatin1String(" - ")));
+    m_details->setText(details.count(mixed) == details.size() ? mixed : details.join(QLatin1String(" - ")));
     m_path->setText(m_summary.folder.value_or(mixed));
     m_selectedCountLabel->setText(
         tr("%1 projects are selected. What you change here changes all of them.").arg(number));
