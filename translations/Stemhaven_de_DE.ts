@@ -2288,6 +2288,10 @@
 <context>
     <name>ReleaseDialog</name>
     <message>
+        <source>M/d/yyyy</source>
+        <translation>d.M.yyyy</translation>
+    </message>
+    <message>
         <source>Song name</source>
         <translation>Name des Songs</translation>
     </message>

@@ -74,7 +74,7 @@ ReleaseDialog::ReleaseDialog(
     m_isCompleted->setObjectName(QStringLiteral("isCompletedCheckbox"));
     m_isReleased->setObjectName(QStringLiteral("publiclyReleasedCheckbox"));
     m_date->setObjectName(QStringLiteral("releaseDateEdit"));
-    m_date->setDisplayFormat(QStringLiteral("M/d/yyyy"));
+    m_date->setDisplayFormat(tr("M/d/yyyy"));
     // Its steps are those of the arrow keys; the calendar stands below.
     m_date->setButtonSymbols(QAbstractSpinBox::NoButtons);
     m_calendar->setObjectName(QStringLiteral("releaseCalendar"));
