@@ -160,16 +160,16 @@
         <translation>Dieser Filter kann leider nicht bearbeitet werden!</translation>
     </message>
     <message>
-        <source>Add</source>
-        <translation>Hinzufügen</translation>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
     </message>
     <message>
-        <source>Rename</source>
-        <translation>Umbenennen</translation>
+        <source>&amp;Rename</source>
+        <translation>&amp;Umbenennen</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
     <message>
         <source>The name &apos;%1&apos; is already in use.</source>
@@ -286,8 +286,8 @@
         <translation>Der Tag konnte nicht angelegt werden</translation>
     </message>
     <message>
-        <source>New...</source>
-        <translation>Neu …</translation>
+        <source>&amp;New...</source>
+        <translation>&amp;Neu …</translation>
     </message>
     <message>
         <source>%1 of %2</source>
@@ -560,12 +560,12 @@
 <context>
     <name>FilterSidebar</name>
     <message>
-        <source>Add</source>
-        <translation>Hinzufügen</translation>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
     </message>
     <message>
-        <source>Remove</source>
-        <translation>Entfernen</translation>
+        <source>&amp;Remove</source>
+        <translation>E&amp;ntfernen</translation>
     </message>
     <message>
         <source>Add...</source>
@@ -872,12 +872,12 @@
         <translation>Das Projekt konnte nicht herausgenommen werden.</translation>
     </message>
     <message>
-        <source>Undo</source>
-        <translation>Widerrufen</translation>
+        <source>&amp;Undo</source>
+        <translation>&amp;Widerrufen</translation>
     </message>
     <message>
-        <source>Redo</source>
-        <translation>Wiederholen</translation>
+        <source>&amp;Redo</source>
+        <translation>Wieder&amp;holen</translation>
     </message>
     <message>
         <source>Hiding completed projects failed.</source>
@@ -1130,16 +1130,16 @@
 <context>
     <name>ProjectMenus</name>
     <message>
-        <source>Remove from Collection</source>
-        <translation>Aus Sammlung entfernen</translation>
+        <source>Re&amp;move from Collection</source>
+        <translation>Aus Sa&amp;mmlung entfernen</translation>
     </message>
     <message>
-        <source>Remove from Genre</source>
-        <translation>Aus Genre entfernen</translation>
+        <source>Re&amp;move from Genre</source>
+        <translation>Aus Genre entfer&amp;nen</translation>
     </message>
     <message>
-        <source>Remove from Tag</source>
-        <translation>Tag entfernen</translation>
+        <source>Re&amp;move from Tag</source>
+        <translation>Tag entfer&amp;nen</translation>
     </message>
     <message>
         <source>Disassociating project with filter failed.</source>
@@ -1309,12 +1309,12 @@
         <translation>Betroffene Projekte</translation>
     </message>
     <message>
-        <source>Remove</source>
-        <translation>Entfernen</translation>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
     <message>
         <source>This status is used by %2 projects. If this status is removed, all of these projects will have their previous status of &apos;%1&apos; set to default.</source>
@@ -1410,8 +1410,8 @@
         <translation>Der Eintrag des Projekts bleibt, und es wird weiter überwacht, aber Stemhaven zeigt es in der Regel nicht mehr.</translation>
     </message>
     <message>
-        <source>Ignore</source>
-        <translation>Ignorieren</translation>
+        <source>&amp;Ignore</source>
+        <translation>&amp;Ignorieren</translation>
     </message>
     <message>
         <source>Are you sure you want to delete the record for this project?</source>
@@ -1426,12 +1426,12 @@
         <translation>Die Dateien des Projekts bleiben, aber Fortschritt, Bewertung und Stand werden in Stemhaven gelöscht. Wird das Projekt wieder gefunden, legt Stemhaven einen neuen Eintrag an. Soll das nicht geschehen, ignoriere das Projekt stattdessen.</translation>
     </message>
     <message>
-        <source>Delete record</source>
-        <translation>Eintrag löschen</translation>
+        <source>&amp;Delete record</source>
+        <translation>Eintrag &amp;löschen</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -1930,12 +1930,12 @@
 <context>
     <name>WindowActions</name>
     <message>
-        <source>Settings</source>
-        <translation>Einstellungen</translation>
+        <source>S&amp;ettings</source>
+        <translation>&amp;Einstellungen</translation>
     </message>
     <message>
-        <source>Quit</source>
-        <translation>Beenden</translation>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;Open</source>
@@ -1970,60 +1970,64 @@
         <translation>Paketinhalt des Projekts öffnen</translation>
     </message>
     <message>
-        <source>Release</source>
-        <translation>Veröffentlichung</translation>
+        <source>&amp;Release</source>
+        <translation>&amp;Veröffentlichung</translation>
     </message>
     <message>
-        <source>Ignore</source>
-        <translation>Ignorieren</translation>
+        <source>&amp;Ignore</source>
+        <translation>&amp;Ignorieren</translation>
     </message>
     <message>
-        <source>Delete record</source>
-        <translation>Eintrag löschen</translation>
+        <source>&amp;Delete record</source>
+        <translation>Eintrag &amp;löschen</translation>
     </message>
     <message>
-        <source>Undo</source>
-        <translation>Widerrufen</translation>
+        <source>&amp;Undo</source>
+        <translation>&amp;Widerrufen</translation>
     </message>
     <message>
-        <source>Redo</source>
-        <translation>Wiederholen</translation>
+        <source>&amp;Redo</source>
+        <translation>Wieder&amp;holen</translation>
     </message>
     <message>
-        <source>Scroll to Top</source>
-        <translation>Nach oben</translation>
+        <source>Scroll to &amp;Top</source>
+        <translation>Nach &amp;oben</translation>
     </message>
     <message>
         <source>Collapse All Filters</source>
         <translation>Alle Filter einklappen</translation>
     </message>
     <message>
-        <source>Show Filter Sidebar</source>
-        <translation>Filterleiste einblenden</translation>
+        <source>Co&amp;llapse All Filters</source>
+        <translation>&amp;Alle Filter einklappen</translation>
     </message>
     <message>
-        <source>Hide Filter Sidebar</source>
-        <translation>Filterleiste ausblenden</translation>
+        <source>Show &amp;Filter Sidebar</source>
+        <translation>&amp;Filterleiste einblenden</translation>
     </message>
     <message>
-        <source>Show Project Details</source>
-        <translation>Projektdetails einblenden</translation>
+        <source>&amp;Hide Filter Sidebar</source>
+        <translation>Fi&amp;lterleiste ausblenden</translation>
+    </message>
+    <message>
+        <source>Show &amp;Project Details</source>
+        <translation>P&amp;rojektdetails einblenden</translation>
     </message>
     <message>
         <source>Hide Project &amp;Details</source>
         <translation>Projekt&amp;details ausblenden</translation>
     </message>
     <message>
-        <source>Hide Completed Projects</source>
-        <translation>Abgeschlossene Projekte ausblenden</translation>
+        <source>Hide &amp;Completed Projects</source>
+        <translation>Ab&amp;geschlossene Projekte ausblenden</translation>
     </message>
     <message>
-        <source>Hide Ignored Projects</source>
-        <translation>Ignorierte Projekte ausblenden</translation>
+        <source>Hide &amp;Ignored Projects</source>
+        <translation>&amp;Ignorierte Projekte ausblenden</translation>
     </message>
     <message>
-        <source>Search</source>
-        <translation>Suchen</translation>
+        <source>&amp;Search</source>
+        <translation>S&amp;uchen</translation>
     </message>
     <message>
         <source>Check for Updates...</source>
@@ -2058,16 +2062,16 @@
         <translation>&amp;Verwalten</translation>
     </message>
     <message>
-        <source>Add Folder...</source>
-        <translation>Ordner hinzufügen …</translation>
+        <source>&amp;Add Folder...</source>
+        <translation>&amp;Ordner hinzufügen …</translation>
     </message>
     <message>
         <source>Look for projects in another folder, too</source>
         <translation>Projekte auch in einem weiteren Ordner suchen</translation>
     </message>
     <message>
-        <source>Release Calendar</source>
-        <translation>Veröffentlichungskalender</translation>
+        <source>&amp;Release Calendar</source>
+        <translation>&amp;Veröffentlichungskalender</translation>
     </message>
 </context>
 <context>

@@ -341,8 +341,8 @@ void MainWindow::historyChanged() {
         action->setText(edit.isEmpty() ? verb : verb + QLatin1Char(' ') + edit);
     };
     m_details->setBeingWritten(m_history->isWriting());
-    present(m_actions->undo, tr("Undo"), m_history->undoText());
-    present(m_actions->redo, tr("Redo"), m_history->redoText());
+    present(m_actions->undo, tr("&Undo"), m_history->undoText());
+    present(m_actions->redo, tr("&Redo"), m_history->redoText());
 }
 
 // --- View --------------------------------------------------------------------------------------------------

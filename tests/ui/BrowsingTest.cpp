@@ -119,7 +119,7 @@ TEST_F(BrowsingTest, IgnoringAsksOnceAndDeletingCanBeTakenBack) {
     actions().deleteRecord->trigger();
     auto* question = window->findChild<QMessageBox*>();
     ASSERT_NE(question, nullptr);
-    EXPECT_EQ(question->defaultButton()->text(), "Cancel");
+    EXPECT_EQ(question->defaultButton()->text(), "&Cancel");
     ASSERT_TRUE(answer("Delete record"));
     EXPECT_EQ(names(), (QStringList{"Alpha", "Gamma"}));
     EXPECT_TRUE(waitUntil([this] { return details().project().name == "Gamma"; }));
@@ -338,7 +338,7 @@ TEST_F(BrowsingTest, WhatTheUserIsAtIsSetBackByARefusedWriteButNotByALateRecord)
     ASSERT_TRUE(
         waitUntil([&] { return stars().starRating().starCount() == 2 && lyrics().currentIndex() == 0; }));
     EXPECT_EQ(log.count("Error updating project star rating!"), 1);
-    EXPECT_EQ(actions().undo->text(), "Undo Rating");
+    EXPECT_EQ(actions().undo->text(), "&Undo Rating");
 }
 
 TEST_F(BrowsingTest, NoticesOfTheMonitorPutNeitherTheDetailsOffNorReloadTheSidebarEachTime) {

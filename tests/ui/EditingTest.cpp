@@ -309,7 +309,7 @@ TEST_F(EditingTest, UndoBringsTheSidebarBackAndTheTableFollows) {
     emit child<FilterSidebar>().renameRequested(TAGS, 2, "#two & more");
     removeOrRename(TAGS, "#second");
     ASSERT_TRUE(waitUntil([this] { return status() == "Tag '#second' (1 found)"; }));
-    EXPECT_EQ(actions().undo->text(), "Undo Rename Tag");
+    EXPECT_EQ(actions().undo->text(), "&Undo Rename Tag");
     trigger(actions().undo);
     ASSERT_TRUE(waitUntil([this] { return status() == "Tag '#two & more' (1 found)"; }));
     trigger(actions().redo);
@@ -317,7 +317,7 @@ TEST_F(EditingTest, UndoBringsTheSidebarBackAndTheTableFollows) {
     emit child<FilterSidebar>().removeRequested(TAGS, 2, "#second");
     removeOrRename(TAGS, {});
     ASSERT_TRUE(waitUntil([this] { return status() == "All projects (3 found)"; }));
-    EXPECT_EQ(actions().undo->text(), "Undo Remove Tag");
+    EXPECT_EQ(actions().undo->text(), "&Undo Remove Tag");
     trigger(actions().undo);
     EXPECT_EQ(database.rows("SELECT project_id FROM project_tag_map WHERE tag_id=2"), QStringList("3"));
     // What has come back is shown, and the keyboard is there.

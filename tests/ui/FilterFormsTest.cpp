@@ -155,7 +155,7 @@ TEST_F(FilterFormsTest, Renames) {
     auto& form = edit(COLLECTIONS, "One", EditType::Rename, 1);
     QSignalSpy renamed(&form, &AddFilterForm::onFilterRenamed);
     EXPECT_EQ(form.windowTitle(), "Rename Collection");
-    EXPECT_EQ(button(form, "acceptButton").text(), "Rename");
+    EXPECT_EQ(button(form, "acceptButton").text(), "&Rename");
     line(form).setText("Two");
     EXPECT_FALSE(button(form, "acceptButton").isEnabled());
     line(form).setText("One");

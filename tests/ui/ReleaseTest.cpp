@@ -115,7 +115,7 @@ TEST_F(ReleaseTest, WhatIsEnteredComesBackAndIsOneStep) {
     EXPECT_EQ(in<QDateEdit>(*dialog, "releaseDateEdit").date(), QDate(1969, 12, 16));
     EXPECT_EQ(calendar(*dialog).currentDate(), QDate(1969, 12, 16));
     ASSERT_TRUE(save(*dialog));
-    EXPECT_EQ(actions().undo->text(), "Undo Release Details");
+    EXPECT_EQ(actions().undo->text(), "&Undo Release Details");
     trigger(actions().undo);
     EXPECT_EQ(stored(), before) << "saving what is stored is no step";
     EXPECT_EQ(values("quote(UPC)").constFirst(), "NULL");
@@ -190,7 +190,7 @@ TEST_F(ReleaseTest, TheCalendarShowsMovesAndTakesBack) {
     settle();
     EXPECT_EQ(values("release_date").constFirst(), day(tomorrow));
     EXPECT_EQ(view.events().find(1)->date, tomorrow);
-    EXPECT_EQ(actions().undo->text(), "Undo Release Date");
+    EXPECT_EQ(actions().undo->text(), "&Undo Release Date");
     QTest::keyClick(&releases, Qt::Key_Z, Qt::ControlModifier);
     ASSERT_TRUE(waitUntil([&] { return view.events().find(1)->date == today; }));
     EXPECT_EQ(values("release_date").constFirst(), day(today));

@@ -54,7 +54,7 @@ AssociationMenu::AssociationMenu(FilterType type, QWidget* parent)
     connect(m_group, &QActionGroup::triggered, this, [this, texts](QAction* entry) {
         Stemhaven::guarded(tr(texts.failureTitle), [&] { toggle(entry); });
     });
-    connect(addAction(tr("New...")), &QAction::triggered, this, [this, texts] {
+    connect(addAction(tr("&New...")), &QAction::triggered, this, [this, texts] {
         Stemhaven::guarded(tr(texts.creationFailureTitle), [this] { emit newRequested(m_type); });
     });
     m_separator->setVisible(false);

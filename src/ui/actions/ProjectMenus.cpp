@@ -79,11 +79,11 @@ void ProjectMenus::addRemovalFromFilter(QMenu& menu) {
     const FilterType type = m_filter.type();
     QString text;
     if (type == FilterType::COLLECTIONS)
-        text = tr("Remove from Collection");
+        text = tr("Re&move from Collection");
     else if (type == FilterType::GENRES)
-        text = tr("Remove from Genre");
+        text = tr("Re&move from Genre");
     else if (type == FilterType::TAGS)
-        text = tr("Remove from Tag");
+        text = tr("Re&move from Tag");
     else
         return;
     connect(menu.addAction(text), &QAction::triggered, this, [this, type, id = m_filter.id()] {

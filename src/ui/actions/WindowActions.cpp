@@ -25,7 +25,7 @@ QList<QKeySequence> redoShortcuts() {
 } // namespace
 
 WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(window) {
-    settings = make(tr("Settings"), QKeySequence::keyBindings(QKeySequence::Preferences));
+    settings = make(tr("S&ettings"), QKeySequence::keyBindings(QKeySequence::Preferences));
     settings->setMenuRole(QAction::PreferencesRole);
 
     auto openShortcuts = QKeySequence::keyBindings(QKeySequence::Open);
@@ -40,43 +40,43 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     showInFinder->setAutoRepeat(false);
     showPackageContents = make(tr("Show &Package Contents"), QKeySequence::keyBindings(QKeySequence::Print));
     showPackageContents->setAutoRepeat(false);
-    release = make(tr("Release"), {QKeySequence(Qt::CTRL | Qt::Key_R)});
+    release = make(tr("&Release"), {QKeySequence(Qt::CTRL | Qt::Key_R)});
     release->setObjectName(QStringLiteral("release"));
-    ignore = make(tr("Ignore"));
+    ignore = make(tr("&Ignore"));
     ignore->setCheckable(true);
-    deleteRecord = make(tr("Delete record"));
+    deleteRecord = make(tr("&Delete record"));
 
-    quit = make(tr("Quit"), QKeySequence::keyBindings(QKeySequence::Quit));
+    quit = make(tr("&Quit"), QKeySequence::keyBindings(QKeySequence::Quit));
     quit->setMenuRole(QAction::QuitRole);
 
-    undo = make(tr("Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
-    redo = make(tr("Redo"), redoShortcuts());
+    undo = make(tr("&Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
+    redo = make(tr("&Redo"), redoShortcuts());
 
-    scrollToTop = make(tr("Scroll to Top"), {QKeySequence(Qt::CTRL | Qt::Key_T)});
-    collapseAllFilters = make(tr("Collapse All Filters"));
+    scrollToTop = make(tr("Scroll to &Top"), {QKeySequence(Qt::CTRL | Qt::Key_T)});
+    collapseAllFilters = make(tr("Co&llapse All Filters"));
     collapseAllFilters->setStatusTip(tr("Collapse All Filters"));
     // Of each pair only the one that is possible is enabled, and so they share a shortcut.
     const QList<QKeySequence> sidebarShortcut{QKeySequence(Qt::CTRL | Qt::Key_BracketLeft)};
     const QList<QKeySequence> detailsShortcut{QKeySequence(Qt::CTRL | Qt::Key_D)};
-    showSidebar = make(tr("Show Filter Sidebar"), sidebarShortcut);
+    showSidebar = make(tr("Show &Filter Sidebar"), sidebarShortcut);
     showSidebar->setEnabled(false);
-    hideSidebar = make(tr("Hide Filter Sidebar"), sidebarShortcut);
-    showDetails = make(tr("Show Project Details"), detailsShortcut);
+    hideSidebar = make(tr("&Hide Filter Sidebar"), sidebarShortcut);
+    showDetails = make(tr("Show &Project Details"), detailsShortcut);
     showDetails->setEnabled(false);
     hideDetails = make(tr("Hide Project &Details"), detailsShortcut);
-    hideCompleted = make(tr("Hide Completed Projects"), {QKeySequence(Qt::CTRL | Qt::Key_C)});
-    hideIgnored = make(tr("Hide Ignored Projects"));
+    hideCompleted = make(tr("Hide &Completed Projects"), {QKeySequence(Qt::CTRL | Qt::Key_C)});
+    hideIgnored = make(tr("Hide &Ignored Projects"));
     for (QAction* hide : {hideCompleted, hideIgnored}) {
         hide->setCheckable(true);
         hide->setChecked(true);
     }
-    releaseCalendar = make(tr("Release Calendar"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R)});
+    releaseCalendar = make(tr("&Release Calendar"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R)});
     releaseCalendar->setObjectName(QStringLiteral("releaseCalendar"));
-    search = make(tr("Search"), {QKeySequence(Qt::CTRL | Qt::Key_F)});
+    search = make(tr("&Search"), {QKeySequence(Qt::CTRL | Qt::Key_F)});
     checkForUpdates = make(tr("Check for Updates..."));
     checkForUpdates->setMenuRole(QAction::ApplicationSpecificRole);
 
-    addFolder = make(tr("Add Folder..."));
+    addFolder = make(tr("&Add Folder..."));
     addFolder->setStatusTip(tr("Look for projects in another folder, too"));
     recoverProjects = make(tr("Recover Projects..."));
     backup = make(tr("Backup..."));

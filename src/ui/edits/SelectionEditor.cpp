@@ -85,7 +85,7 @@ void SelectionEditor::ignoreSelectedProject() {
                 : tr("Are you sure you want to ignore these %1 projects?").arg(m_projects.size()),
             tr("This will not remove its project record or stop monitoring but it won't show by default "
                "anymore in Stemhaven."));
-    const auto* ignore = question->addButton(tr("Ignore"), QMessageBox::AcceptRole);
+    const auto* ignore = question->addButton(tr("&Ignore"), QMessageBox::AcceptRole);
     question->addButton(QMessageBox::Cancel);
     connect(question, &QMessageBox::finished, this, [this, question, ignore, projects = m_projects] {
         if (question->clickedButton() == ignore)
@@ -104,8 +104,8 @@ void SelectionEditor::deleteSelectedProjectRecord() {
         tr("This will not delete the project files but it will delete all progress, rating, and status "
            "in Stemhaven. Stemhaven's Project Monitor will add a new record if this project is found "
            "again. If you don't want that to happen, Ignore the project instead."));
-    const auto* deletion = question->addButton(tr("Delete record"), QMessageBox::AcceptRole);
-    question->setDefaultButton(question->addButton(tr("Cancel"), QMessageBox::RejectRole));
+    const auto* deletion = question->addButton(tr("&Delete record"), QMessageBox::AcceptRole);
+    question->setDefaultButton(question->addButton(tr("&Cancel"), QMessageBox::RejectRole));
     connect(question, &QMessageBox::finished, this, [this, question, deletion, projects = m_projects] {
         if (question->clickedButton() == deletion)
             performByMenu(ProjectEdits::deletion(projects));

@@ -127,8 +127,8 @@ void AddFilterForm::layOut() {
 
     auto* buttons = new QDialogButtonBox(this);
     m_acceptButton = buttons->addButton(
-        m_editType == EditType::Add ? tr("Add") : tr("Rename"), QDialogButtonBox::AcceptRole);
-    auto* cancelButton = buttons->addButton(tr("Cancel"), QDialogButtonBox::RejectRole);
+        m_editType == EditType::Add ? tr("&Add") : tr("&Rename"), QDialogButtonBox::AcceptRole);
+    auto* cancelButton = buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     m_acceptButton->setObjectName(QStringLiteral("acceptButton"));
     cancelButton->setObjectName(QStringLiteral("cancelButton"));
     m_acceptButton->setDefault(true);

@@ -26,8 +26,8 @@ FilterSidebar::FilterSidebar(FolderTreeItemModel& model, QWidget* parent)
     : QWidget(parent),
       m_model(model),
       m_tree(new FilterTreeView(model, this)),
-      m_addButton(new QPushButton(tr("Add"), this)),
-      m_removeButton(new QPushButton(tr("Remove"), this)) {
+      m_addButton(new QPushButton(tr("&Add"), this)),
+      m_removeButton(new QPushButton(tr("&Remove"), this)) {
     layOut();
     setUpEvents();
     markShown();
@@ -168,7 +168,7 @@ void FilterSidebar::showMenu(const QPoint& globalPosition) {
     if (id >= 0 && isRenamable(type))
         menu->addAction(tr("Rename..."), this, [=, this] { emit renameRequested(type, id, name); });
     if (id >= 0)
-        menu->addAction(tr("Remove"), this, [=, this] { emit removeRequested(type, id, name); });
+        menu->addAction(tr("&Remove"), this, [=, this] { emit removeRequested(type, id, name); });
     menu->popup(globalPosition);
 }
 

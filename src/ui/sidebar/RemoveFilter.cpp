@@ -132,8 +132,8 @@ void RemoveFilter::layOut() {
     m_projectsView->setTextElideMode(Qt::ElideRight);
 
     auto* buttons = new QDialogButtonBox(this);
-    m_removeButton = buttons->addButton(tr("Remove"), QDialogButtonBox::AcceptRole);
-    auto* cancelButton = buttons->addButton(tr("Cancel"), QDialogButtonBox::RejectRole);
+    m_removeButton = buttons->addButton(tr("&Remove"), QDialogButtonBox::AcceptRole);
+    auto* cancelButton = buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     m_removeButton->setObjectName(QStringLiteral("acceptButton"));
     cancelButton->setObjectName(QStringLiteral("cancelButton"));
     cancelButton->setDefault(true);
