@@ -472,3 +472,24 @@ TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
     });
     EXPECT_EQ(state(), QStringList({"../one/Fav.logicx|5", "In.logicx|0"}));
 }
+
+TEST_F(Identity, ABundleAtRestIsNotWrittenAgain) {
+    const auto waitForNextSecond = [] {
+        const auto begin = QDateTime::currentSecsSinceEpoch();
+        return waitUntil([&] { return QDateTime::currentSecsSinceEpoch() > begin + 1; });
+    };
+    const auto written = [&] {
+        return m_database.rows("SELECT * FROM projects");
+    };
+    make("Song.logicx", 1);
+    ASSERT_TRUE(waitForNextSecond());
+    LogCapture messages;
+    start();
+    const auto before = written();
+    // So that a second writing shows.
+    ASSERT_TRUE(waitForNextSecond());
+    settle();
+    restart([] {});
+    EXPECT_EQ(written(), before);
+    EXPECT_EQ(messages.count("UPDATE projects"), 0);
+}
