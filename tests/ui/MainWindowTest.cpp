@@ -1,15 +1,19 @@
 #include "WindowFixture.h"
 #include "app/errors/ErrorHandler.h"
+#include "support/FakeCommand.h"
 #include "support/TestBundle.h"
 #include "ui/Screenshot.h"
+#include "ui/SelectedBundle.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/table/ProjectsPane.h"
+#include "ui/table/StarEditor.h"
 #include "ui/widgets/ImageView.h"
 
 #include <QDir>
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QTranslator>
@@ -280,4 +284,62 @@ TEST_F(MainWindowTest, AShortcutTakesBackWhatItDidAndQuitCloses) {
     EXPECT_EQ(actions().quit->shortcut(), QKeySequence(QKeySequence::Quit));
     actions().quit->trigger();
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindowTest, ButtonsActOnAClickThatEndsOnThem) {
+    insert({"Song"});
+    open();
+    table().selectRow(0);
+    ASSERT_TRUE(waitUntil([&] { return details().project().isValid(); }));
+    auto& button = child<QPushButton>("openProjectButton");
+    auto& stars = child<StarEditor>();
+    details().disconnect(SIGNAL(openRequested()));
+    QSignalSpy opened(&details(), &DetailsPane::openRequested);
+    QSignalSpy rated(&details(), &DetailsPane::starRatingEdited);
+    const QPoint outside(-200, -200);
+    stars.grab();
+    const QPoint third(stars.rect().center());
+
+    QTest::mousePress(&button, Qt::LeftButton);
+    QTest::mouseRelease(&button, Qt::LeftButton, {}, outside);
+    QTest::mouseClick(&button, Qt::RightButton);
+    EXPECT_EQ(opened.count(), 0);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QTest::mouseDClick(&button, Qt::LeftButton);
+    EXPECT_EQ(opened.count(), 1);
+
+    QTest::mouseMove(&stars, third);
+    QTest::mousePress(&stars, Qt::LeftButton, {}, third);
+    QTest::mouseRelease(&stars, Qt::LeftButton, {}, outside);
+    QTest::mouseClick(&stars, Qt::RightButton, {}, third);
+    EXPECT_EQ(rated.count(), 0);
+    QTest::mouseMove(&stars, third + QPoint(1, 0));
+    QTest::mouseClick(&stars, Qt::LeftButton, {}, third + QPoint(1, 0));
+    EXPECT_EQ(rated.count(), 1);
+    settle();
+}
+
+TEST_F(MainWindowTest, OpeningWithoutTheDesktopsCommandSaysWhatIsMissing) {
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", database.folder.path().toLocal8Bit());
+    QString messages; // those of the tests before, too
+    auto& handler = Stemhaven::ErrorHandler::instance();
+    handler.setPresenter([&](const auto& details) { messages += details.message; });
+    SelectedBundle(database.folder.path()).open();
+    EXPECT_TRUE(waitUntil([&] { return messages.contains("xdg-utils"); })) << qPrintable(messages);
+    handler.setPresenter([](const auto& /*details*/) {});
+    qputenv("PATH", path);
+    EXPECT_TRUE(messages.contains("Error code: 127"));
+
+    // The command is there, but finds no program.
+    for (const int status : {1, 3, 4}) {
+        messages.clear();
+        handler.setPresenter([&](const auto& details) { messages += details.message; });
+        const FakeCommand opener("xdg-open", status);
+        SelectedBundle(database.folder.path()).open();
+        EXPECT_TRUE(waitUntil([&] { return messages.contains(QString("Error code: %1").arg(status)); }))
+            << status;
+        EXPECT_EQ(messages.contains("No program is set up to open Logic Pro projects."), status != 1);
+        handler.setPresenter([](const auto& /*details*/) {});
+    }
 }

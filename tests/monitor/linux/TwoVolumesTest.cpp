@@ -1,0 +1,68 @@
+#include "monitor/MonitorFixture.h"
+
+#include <sys/mount.h>
+
+#include <chrono>
+
+using namespace Stemhaven;
+
+namespace {
+
+class Volume {
+public:
+    explicit Volume(std::string point)
+        : m_point(std::move(point)),
+          m_isMounted(mount("none", m_point.c_str(), "tmpfs", 0, nullptr) == 0) {}
+
+    ~Volume() {
+        if (m_isMounted)
+            umount2(m_point.c_str(), MNT_DETACH);
+    }
+    Q_DISABLE_COPY_MOVE(Volume)
+
+    bool isMounted() const { return m_isMounted; }
+
+private:
+    std::string m_point;
+    bool m_isMounted;
+};
+
+} // namespace
+
+TEST_F(MonitorFixture, FollowsBundlesOfTheSameNumberOnTwoVolumesAtOnce) {
+    LogCapture messages;
+    ASSERT_TRUE(QDir().mkpath(at("one")) && QDir().mkpath(at("two")));
+    const Volume one(at("one").toStdString());
+    const Volume two(at("two").toStdString());
+    if (!one.isMounted() || !two.isMounted())
+        GTEST_SKIP() << "no right to mount";
+    // So that no volume within a root has it searched.
+    m_database.rootRows("UPDATE root_project_search_paths SET root_search_path=root_search_path || '/one'");
+    m_database.rootRows(RootPathStatements::insert(at("two")));
+    makeBundle("one/0.logicx");
+    makeBundle("two/0.logicx");
+    ASSERT_EQ(ProjectDetails(at("one/0.logicx")).sufid.inode, ProjectDetails(at("two/0.logicx")).sufid.inode);
+    QSettings().setValue(SettingsKeys::searchWasInProgress, true);
+    m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks, std::chrono::milliseconds(100));
+    const auto becomes = [&](const QString& name) {
+        return waitUntil(
+            [&] {
+                const auto paths = m_database.rows("SELECT filepath || filename FROM projects ORDER BY 1");
+                return paths == QStringList{at("one/" + name), at("two/" + name)} &&
+                    m_monitor->isWatching() && !m_monitor->isSearching() && !m_monitor->isChecking();
+            },
+            15);
+    };
+    ASSERT_TRUE(becomes("0.logicx"));
+    // A search would find them, and another one may follow each.
+    int searches = 0;
+    const auto isSearchedAgain = [&] {
+        return messages.count("Beginning search") > searches;
+    };
+    while (waitUntil(isSearchedAgain, 1))
+        searches = messages.count("Beginning search");
+    ASSERT_TRUE(QFile::rename(at("one/0.logicx"), at("one/1.logicx")));
+    ASSERT_TRUE(QFile::rename(at("two/0.logicx"), at("two/1.logicx")));
+    EXPECT_TRUE(becomes("1.logicx"));
+    m_monitor.reset();
+}
