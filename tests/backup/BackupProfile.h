@@ -10,8 +10,22 @@
 #include <QTemporaryDir>
 #include <QVariant>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <array>
 #include <functional>
+
+/// Runs body in a process of its own, which ends there and then, at the latest with body, without cleaning
+/// up.
+inline void inKilledProcess(const std::function<void()>& body) {
+    const pid_t child = fork();
+    if (child == 0) {
+        body();
+        _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+}
 
 /// A folder with the live files of a program that does not run: two databases and settings.
 class BackupProfile {
@@ -77,6 +91,22 @@ public:
         return rows;
     }
 
+    static QStringList projects(const QString& mainDatabase) {
+        return run(mainDatabase, {"SELECT name FROM projects"});
+    }
+
+    /// Adds a project as a program does that is killed before that is moved into the database file.
+    void leaveInLog(const QString& name) const {
+        const QString path = live().mainDatabase;
+        inKilledProcess([&] {
+            auto database = QSqlDatabase::addDatabase("QSQLITE", "killed");
+            database.setDatabaseName(path);
+            database.open();
+            QSqlQuery(database).exec(project(name));
+            _exit(0);
+        });
+    }
+
     static void write(const QString& path, const QByteArray& contents) {
         QFile file(path);
         if (file.open(QIODevice::WriteOnly))
@@ -112,7 +142,3 @@ public:
 private:
     QTemporaryDir m_folder;
 };
-
-/// Runs body in a process of its own, which ends there and then, at the latest with body, without cleaning
-/// up.
-void inKilledProcess(const std::function<void()>& body);
