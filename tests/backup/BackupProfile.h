@@ -1,14 +1,13 @@
 #pragma once
 
+#include "backup/BackupSteps.h"
 #include "backup/LiveFiles.h"
 #include "database/DatabaseInitStatements.h"
+#include "support/OutsideRows.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
-#include <QVariant>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,6 +24,15 @@ inline void inKilledProcess(const std::function<void()>& body) {
         _exit(0);
     }
     waitpid(child, nullptr, 0);
+}
+
+/// Ends the process before that step.
+inline Stemhaven::BackupObserver killedAt(int step) {
+    return [step](const Stemhaven::BackupProgress& progress) {
+        if (progress.step == step)
+            _exit(0);
+        return true;
+    };
 }
 
 /// A folder with the live files of a program that does not run: two databases and settings.
@@ -72,23 +80,8 @@ public:
             .arg(name);
     }
 
-    /// Rows of the last statement, first column only.
     static QStringList run(const QString& path, const QStringList& statements) {
-        QStringList rows;
-        {
-            auto database = QSqlDatabase::addDatabase("QSQLITE", "backup_test");
-            database.setDatabaseName(path);
-            database.open();
-            QSqlQuery query(database);
-            for (const auto& statement : statements) {
-                if (!query.exec(statement))
-                    rows.append("error");
-            }
-            while (query.next())
-                rows.append(query.value(0).toString());
-        }
-        QSqlDatabase::removeDatabase("backup_test");
-        return rows;
+        return outsideRows(path, statements);
     }
 
     static QStringList projects(const QString& mainDatabase) {
