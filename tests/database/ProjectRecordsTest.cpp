@@ -1,4 +1,5 @@
 #include "app/SettingsKeys.h"
+#include "database/SimpleTask.h"
 #include "database/SqlText.h"
 #include "project/NoteFile.h"
 #include "project/ProjectDetails.h"
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <semaphore>
 
 using namespace Stemhaven;
 
@@ -168,4 +170,20 @@ TEST_F(ProjectRecords, GetTheGenreOfExactlyTheirFolderRetroactivelyWhereTheyHave
         m_database.rows("SELECT genre_id FROM projects WHERE genre_id IN (7, 99)"),
         QStringList({"7", "7", "99"}));
     EXPECT_EQ(m_database.rows("SELECT count(*) FROM genres"), QStringList("10"));
+}
+
+TEST_F(ProjectRecords, LetEditsInBetweenTheGenresOfFolders) {
+    LogCapture messages;
+    for (int i = 0; i < 20; ++i)
+        insertRecord(QString("folder %1").arg(i), "NULL");
+    std::binary_semaphore gate(0);
+    m_database.tasks->addTask(std::make_shared<SimpleTask>([&] { gate.acquire(); }));
+    m_database.tasks->retroactivelyAssignGenreByDir();
+    int genresBefore = -1;
+    auto task = std::make_shared<QueryTask>("SELECT 1 FROM genres", m_database.tasks->mainDatabase());
+    task->setQueryCallback([&](const std::shared_ptr<Task>&, int rows, QSqlQuery*) { genresBefore = rows; });
+    m_database.tasks->addTask(task);
+    gate.release();
+    EXPECT_TRUE(waitUntil([&] { return messages.count("assigned to all projects") == 20; }));
+    EXPECT_EQ(genresBefore, 0);
 }

@@ -190,6 +190,18 @@ TEST(TaskManager, IsStoppedAndRestartedFromManyThreadsWithoutLosingATask) {
     EXPECT_TRUE(waitUntil([&] { return ran == threads * each; }));
     EXPECT_EQ(database.rows("SELECT count(*) FROM t"), QStringList(QString::number(threads * each)));
     EXPECT_GT(stops, 0);
+
+    std::vector<std::thread> enders;
+    for (int thread = 0; thread < threads; ++thread) {
+        enders.emplace_back([&, thread] {
+            if (thread % 2 == 0)
+                tasks.stop();
+            tasks.restart();
+            tasks.shutDown();
+        });
+    }
+    for (auto& ender : enders)
+        ender.join();
 }
 
 TEST(TaskManager, OutlivesWhateverATaskThrowsAndLogsWhatNobodyIsToldOf) {
