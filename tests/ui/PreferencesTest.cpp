@@ -7,6 +7,7 @@
 #include "ui/preferences/PreferencesDialog.h"
 #include "ui/sidebar/AddFilterForm.h"
 #include "ui/sidebar/RemoveFilter.h"
+#include "ui/table/EmptyState.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -216,6 +217,20 @@ TEST_F(PreferencesTest, ColumnsTakeEffectAtOnceAndClearTheSort) {
     list.findItems("Name", Qt::MatchExactly).constFirst()->setCheckState(Qt::Unchecked);
     settle();
     EXPECT_EQ(model().rowCount(), 0);
+
+    // Rows without a column would be an empty page.
+    search({});
+    for (int row = 0; row < list.count(); ++row)
+        list.item(row)->setCheckState(Qt::Unchecked);
+    settle();
+    const auto& hint = *window->findChild<EmptyState*>();
+    EXPECT_EQ(hint.reason(), EmptyState::Reason::NoColumns);
+    EXPECT_TRUE(hint.isVisible());
+    hint.findChild<QPushButton*>()->click();
+    settle();
+    EXPECT_FALSE(hint.isVisible());
+    EXPECT_EQ(titles(), QStringList("Name"));
+    EXPECT_EQ(list.findItems("Name", Qt::MatchExactly).constFirst()->checkState(), Qt::Checked);
 }
 
 TEST_F(PreferencesTest, StatusLabelsAreEditsThatCanBeUndone) {
