@@ -304,11 +304,14 @@ TEST_F(PreferencesTest, PagesAreReachedByKeyboardAndFitASmallScreen) {
     auto& pages = part<QTabWidget>("tabWidget");
     for (int page = 0; page < 4; ++page) {
         EXPECT_EQ(pages.currentIndex(), page);
-        EXPECT_TRUE(part<QToolButton>(tabs[page]).isChecked());
-        if (page < 3) {
-            part<QToolButton>(tabs[page]).setFocus();
-            QTest::keyClick(&part<QToolButton>(tabs[page]), Qt::Key_Right);
-        }
+        auto& button = part<QToolButton>(tabs[page]);
+        EXPECT_TRUE(button.isChecked());
+        button.setFocus();
+        QTest::keyClick(&button, Qt::Key_Tab);
+        EXPECT_TRUE(pages.currentWidget()->isAncestorOf(QApplication::focusWidget())) << tabs[page];
+        button.setFocus();
+        if (page < 3)
+            QTest::keyClick(&button, Qt::Key_Right);
     }
     QTest::keyClick(&pages, Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(pages.currentIndex(), 0);
