@@ -8,6 +8,7 @@
 #include "app/errors/ErrorHandler.h"
 #include "app/errors/Guarded.h"
 #include "app/logging/Log.h"
+#include "backup/DailyCopy.h"
 #include "backup/StartCheck.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
@@ -166,6 +167,11 @@ public:
     DatabaseGuard& operator=(const DatabaseGuard&) = delete;
 };
 
+bool isCatalogueAtRest() {
+    const auto& monitor = Stemhaven::ProjectMonitor::instance();
+    return !monitor.isSearching() && !monitor.isChecking();
+}
+
 void sayAlreadyRunning(bool inWindow) {
     const auto text = QCoreApplication::translate("main", "Stemhaven is already running.");
     std::fprintf(stderr, "%s\n", qUtf8Printable(text));
@@ -263,6 +269,8 @@ int run(int argc, char** argv) {
     if (commandLine->screenshot.isEmpty() && !isSetUp(activation))
         return 1;
 
+    const Stemhaven::DailyCopy dailyCopy(
+        Stemhaven::LiveFiles::ofProgram(), isCatalogueAtRest, std::chrono::minutes(1));
     MainWindow window;
     bringForwardOnRequest(window, activation);
     std::optional<Screenshot> screenshot;

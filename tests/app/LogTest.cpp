@@ -47,17 +47,6 @@ protected:
 
 using LogDeathTest = LogTest;
 
-TEST_F(LogTest, StandsWhereItIsToldOneFolderDeep) {
-    EXPECT_EQ(Log::filepath(), folder.path() + "/test.log");
-    Log::setDirectory(folder.filePath("made/"));
-    EXPECT_EQ(Log::filepath(), folder.path() + "/made/test.log");
-    EXPECT_TRUE(QDir(folder.filePath("made")).exists());
-
-    Log::setDirectory(folder.filePath("not/made"));
-    EXPECT_FALSE(QDir(folder.filePath("not")).exists());
-    write(QtCriticalMsg, "to nowhere");
-}
-
 TEST_F(LogTest, WritesWhatPassesTheLevelAsANumber) {
     const QStringList tags = {"(DEBUG)", "(WARNING)", "(CRITICAL)", "(FATAL)", "(INFO)", "(UNKNOWN)"};
     for (int level = 0; level < tags.size(); ++level) {

@@ -1,9 +1,6 @@
 #include "app/Shutdown.h"
 
-#include "support/Waiting.h"
-
 #include <QCoreApplication>
-#include <QThread>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -16,24 +13,6 @@
 using Stemhaven::Shutdown;
 
 namespace {
-
-TEST(Shutdown, RunsAndDestroysCallsOnTheGuiThreadBeforeItHasBegun) {
-    constexpr int calls = 2000;
-    int ran = 0;
-    const auto expectGuiThread = [](void* /*nothing*/) {
-        EXPECT_EQ(QThread::currentThread(), qApp->thread());
-    };
-    std::thread poster([&] {
-        for (int i = 0; i < calls; ++i)
-            EXPECT_TRUE(Shutdown::post([&, witness = std::shared_ptr<void>(nullptr, expectGuiThread)] {
-                EXPECT_EQ(QThread::currentThread(), qApp->thread());
-                ++ran;
-            }));
-    });
-    EXPECT_TRUE(waitUntil([&] { return ran == calls; })) << ran;
-    poster.join();
-    EXPECT_FALSE(Shutdown::hasBegun());
-}
 
 /// Ends the process with 0 when the end of the application went as it must.
 void endTheApplicationUnderFire() {

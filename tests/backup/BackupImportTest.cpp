@@ -9,8 +9,6 @@
 #include <QSettings>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Stemhaven;
 
@@ -48,28 +46,19 @@ protected:
         EXPECT_EQ(QDir(QFileInfo(archive).path()).entryList(BackupProfile::everything).size(), 1) << what;
     }
 
-    /// An archive of a folder with the three files, after somebody has been at them.
-    void pack(const std::function<void(const QString& folder)>& change, const QString& members = ".") const {
+    /// An archive of a folder with the three files, after somebody has been at them in a shell.
+    void pack(const QString& change, const QString& members = ".") const {
         const QTemporaryDir folder;
         const QString path = folder.path();
         const auto live = profile.live().names();
         BackupProfile::fill({path + '/' + live[0], path + '/' + live[1], path + '/' + live[2]}, "packed");
-        change(path);
-        const QString command = "tar -P -C '%1' -czf '%2' %3";
-        ASSERT_EQ(std::system(qPrintable(command.arg(path, archive, members))), 0);
+        const QString command = "cd '%1' && %2 && tar -P -czf '%3' %4";
+        ASSERT_EQ(std::system(qPrintable(command.arg(path, change, archive, members))), 0);
     }
 
-    /// A project that a killed program has added, and not moved into the database file.
-    void leaveInLog(const QString& project) const {
-        const QString path = profile.live().mainDatabase;
-        inKilledProcess([&] {
-            auto database = QSqlDatabase::addDatabase("QSQLITE", "killed");
-            database.setDatabaseName(path);
-            database.open();
-            QSqlQuery(database).exec(BackupProfile::project(project));
-            _exit(0);
-        });
-        ASSERT_GT(QFileInfo(path + "-wal").size(), 0);
+    void fillAnew() {
+        profile.fill("old");
+        before = profile.state();
     }
 
     BackupProfile profile;
@@ -83,101 +72,52 @@ protected:
 } // namespace
 
 TEST_F(ImportTest, RefusesWhatIsNoBackupBeforeAnythingIsTouched) {
-    struct Case {
-        const char* what;
-        const char* message;
-        std::function<void(const QString& folder)> change;
-        QString members = ".";
-    };
-
+    const char* newer = "Backup database version is newer than the current db version that is supported.";
     const char* unreadable = "Could not open database from backup. Stopping backup import...";
     const char* noVersion = "Could not get database version from backup. Stopping backup import...";
-    const char* notMonitored =
-        "Could not open monitored paths database from backup. Stopping backup import...";
+    const char* notMonitored = "Could not open monitored paths database from backup.";
     const char* noSettings = "The settings file of the backup is not one. Stopping backup import...";
+    const char* missing = "Required file not found: stemhaven-main.db";
     const char* somethingElse = "The backup holds something other than the three files of a backup: ";
-    const auto run = [](const QString& statement) {
-        return [=](const QString& folder) {
-            BackupProfile::run(folder + "/stemhaven-main.db", {statement});
-        };
+
+    struct Case {
+        const char* message;
+        const char* change;
+        const char* members = ".";
     };
-    const auto write = [](const QString& name, const QByteArray& contents) {
-        return [=](const QString& folder) {
-            BackupProfile::write(folder + name, contents);
-        };
-    };
-    const auto remove = [](const QString& name) {
-        return [=](const QString& folder) {
-            QFile::remove(folder + name);
-        };
-    };
-    const auto replaceBy = [](const QString& name, int (*make)(const char*)) {
-        return [=](const QString& folder) {
-            QFile::remove(folder + name);
-            EXPECT_EQ(make(QFile::encodeName(folder + name).constData()), 0);
-        };
-    };
+
     const Case cases[] = {
-        {"newer version",
-         "Backup database version is newer than the current db version that is supported. Try updating "
-         "Stemhaven. Stopping backup import...",
-         run("UPDATE details SET database_version='v1.3'")},
-        {"no version", noVersion, run("DELETE FROM details")},
-        {"no details", noVersion, run("DROP TABLE details")},
-        {"no projects", noVersion, run("DROP TABLE projects")},
-        {"text for a database", unreadable, write("/stemhaven-main.db", QByteArray(9000, 'x'))},
-        {"empty database", noVersion, write("/stemhaven-main.db", "")},
-        {"cut database", unreadable,
-         [](const QString& folder) {
-             QFile::resize(folder + "/stemhaven-main.db", 20'000);
-         }},
-        {"text for root paths", notMonitored, write("/stemhaven-root-paths.db", QByteArray(9000, 'x'))},
-        {"empty root paths", notMonitored, write("/stemhaven-root-paths.db", "")},
-        {"settings of noise", noSettings, write("/Stemhaven.conf", QByteArray(9000, '\0'))},
-        {"settings of text", noSettings, write("/Stemhaven.conf", "Dear friend,\nhow are you?\n")},
-        {"missing database", "Required file not found: stemhaven-main.db", remove("/stemhaven-main.db")},
-        {"missing settings", "Required file not found: Stemhaven.conf", remove("/Stemhaven.conf")},
-        {"extra file", somethingElse, write("/run.sh", "x")},
-        {"log of the database", somethingElse, write("/stemhaven-main.db-wal", "x")},
-        {"extra folder", somethingElse,
-         [](const QString& folder) {
-             QDir(folder).mkdir("Backups");
-         }},
-        {"link", somethingElse,
-         replaceBy("/Stemhaven.conf", [](const char* path) { return symlink("/etc/passwd", path); })},
-        {"pipe", somethingElse,
-         replaceBy("/Stemhaven.conf", [](const char* path) { return mkfifo(path, 0600); })},
-        {"device", somethingElse,
-         replaceBy("/Stemhaven.conf", [](const char* path) { return mknod(path, S_IFCHR | 0600, 0x103); })},
-        {"hard link", somethingElse,
-         [](const QString& folder) {
-             QFile::remove(folder + "/Stemhaven.conf");
-             link(
-                 QFile::encodeName(folder + "/stemhaven-main.db").constData(),
-                 QFile::encodeName(folder + "/Stemhaven.conf").constData());
-         }},
-        {"climbing path", somethingElse, write("/../climbed", "x"),
-         ". --transform s,./climbed,../climbed, ../climbed"},
-        {"absolute path", somethingElse, write("/../climbed", "x"), ". /etc/hostname"},
-        {"a file twice", somethingElse, [](const QString&) {}, "./Stemhaven.conf ."},
-        {"nothing", "Required file not found: stemhaven-main.db", [](const QString&) {}, "-T /dev/null"},
+        {newer, R"(sqlite3 stemhaven-main.db "UPDATE details SET database_version='v1.3'")"},
+        {noVersion, "sqlite3 stemhaven-main.db 'DROP TABLE details'"},
+        {noVersion, "sqlite3 stemhaven-main.db 'DROP TABLE projects'"},
+        {noVersion, "truncate -s 0 stemhaven-main.db"},
+        {unreadable, "truncate -s 20000 stemhaven-main.db"},
+        {notMonitored, "yes | head -c 9000 >stemhaven-root-paths.db"},
+        {notMonitored, "truncate -s 0 stemhaven-root-paths.db"},
+        {noSettings, "head -c 9000 /dev/zero >Stemhaven.conf"},
+        {noSettings, "printf 'Dear friend,\nhow are you?\n' >Stemhaven.conf"},
+        {missing, "rm stemhaven-main.db"},
+        {missing, "true", "-T /dev/null"},
+        {somethingElse, "touch stemhaven-main.db-wal"},
+        {somethingElse, "mkdir Backups"},
+        {somethingElse, "ln -sf /etc/passwd Stemhaven.conf"},
+        {somethingElse, "ln -f stemhaven-main.db Stemhaven.conf"},
+        {somethingElse, "rm Stemhaven.conf && mkfifo Stemhaven.conf"},
+        {somethingElse, "touch ../climbed", ". --transform s,./climbed,../climbed, ../climbed"},
+        {somethingElse, "true", ". /etc/hostname"},
+        {somethingElse, "true", "./Stemhaven.conf ."},
     };
     for (const auto& test : cases) {
         pack(test.change, test.members);
         const auto result = importArchive();
-        EXPECT_EQ(result.outcome, BackupResult::Outcome::Failed) << test.what;
-        EXPECT_TRUE(result.message.startsWith(test.message)) << test.what << result.message.toStdString();
-        expectUntouched(test.what);
+        EXPECT_EQ(result.outcome, BackupResult::Outcome::Failed) << test.change;
+        EXPECT_TRUE(result.message.startsWith(test.message)) << test.change << result.message.toStdString();
+        expectUntouched(test.change);
         EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty());
     }
-    const std::pair<QByteArray, const char*> notArchives[] = {
-        {"", "Decompression failed! Verify backup integrity."},
-        {"no archive", "Decompression failed! Verify backup integrity."}};
-    for (const auto& [contents, message] : notArchives) {
+    for (const QByteArray contents : {"", "no archive"}) {
         BackupProfile::write(archive, contents);
-        const auto result = importArchive();
-        EXPECT_EQ(result.message, message);
-        EXPECT_EQ(result.title, "Error while importing backup. Decompression failed!");
+        EXPECT_EQ(importArchive().message, "Decompression failed! Verify backup integrity.");
         expectUntouched(contents.toStdString());
     }
 }
@@ -199,8 +139,7 @@ TEST_F(ImportTest, TakesAnArchiveWithAChangedByteOnlyIfItStillHoldsTheSame) {
             EXPECT_EQ(profile.state(), imported) << index;
         else
             expectUntouched("byte " + std::to_string(index));
-        profile.fill("old");
-        before = profile.state();
+        fillAnew();
     }
 }
 
@@ -213,35 +152,17 @@ TEST_F(ImportTest, RefusesPlacesThatItCannotUnpackInto) {
     EXPECT_EQ(profile.state(), before);
     QDir(folder).removeRecursively();
 
-    const auto importOf = [&](const QString& file) {
-        return BackupImport(profile.live(), file, now).run({});
-    };
-    const auto missing = importOf(folder + "x.hvbk");
-    EXPECT_EQ(missing.message, "Could not find backup file: " + folder + "x.hvbk");
-    EXPECT_EQ(missing.advice, "Verify the file path is correct and try again.");
-    EXPECT_EQ(importOf(folder).message, "Not a valid Stemhaven backup!");
+    for (const QString& file : {folder + "x.hvbk", folder})
+        EXPECT_FALSE(BackupImport(profile.live(), file, now).run({}).isFinished());
     EXPECT_FALSE(BackupImport::hasNameOfBackup(folder));
     expectUntouched("names");
 }
 
 TEST(BackupImport, ThatFailsWhileReplacingPutsAllBack) {
-    struct Case {
-        const char* renameFailure;
-        const char* copyFailure;
-        QString LiveFiles::*file;
-    };
-
-    const Case cases[] = {
-        {"Could not rename main database. Stopping backup import...",
-         "Could not copy main database from backup! Stopping backup import...", &LiveFiles::mainDatabase},
-        {"Could not rename monitored paths database! Stopping backup import...",
-         "Could not copy monitored paths database! Stopping backup import...", &LiveFiles::rootPathsDatabase},
-        {"Could not rename last settings file. Stopping backup import...",
-         "Could not copy settings from backup. Stopping backup import...", &LiveFiles::settings},
-    };
     int copyStep = firstSwapStep + 1;
-    for (const auto& [renameFailure, copyFailure, file] : cases) {
+    for (const auto file : {&LiveFiles::mainDatabase, &LiveFiles::rootPathsDatabase, &LiveFiles::settings}) {
         for (const bool canBeRenamed : {false, true}) {
+            SCOPED_TRACE(testing::Message() << "step " << copyStep << ", renamed " << canBeRenamed);
             BackupProfile profile;
             LiveFiles live = profile.live();
             // SQLite's journal has the longest of names then, and one that is set aside would have a longer
@@ -255,19 +176,15 @@ TEST(BackupImport, ThatFailsWhileReplacingPutsAllBack) {
             BackupProfile::fill(live, "old");
             const auto state = BackupProfile::state(live);
             const auto names = profile.names();
-            const auto disturb = [&, step = copyStep, path = live.*file](const BackupProgress& progress) {
-                if (canBeRenamed && progress.step == step)
-                    BackupProfile::write(path, "in the way");
-                else if (!canBeRenamed && progress.step == step - 1)
-                    BackupProfile::write(path + "-journal", "in the way");
+            const auto disturb = [&](const BackupProgress& progress) {
+                if (progress.step == (canBeRenamed ? copyStep : copyStep - 1))
+                    BackupProfile::write(live.*file + (canBeRenamed ? "" : "-journal"), "in the way");
                 return true;
             };
             const auto result = BackupImport(live, archive, now).run(disturb);
-            EXPECT_EQ(result.message.toStdString(), canBeRenamed ? copyFailure : renameFailure);
-            EXPECT_EQ(result.title, "Error importing backup");
+            EXPECT_TRUE(result.message.startsWith(canBeRenamed ? "Could not copy" : "Could not rename"));
             EXPECT_EQ(BackupProfile::state(live), state) << result.message.toStdString();
             EXPECT_EQ(profile.names(), names) << result.message.toStdString();
-            EXPECT_EQ(log.count("Backup import failed. Reverting to last files if possible..."), 1);
         }
         copyStep += 2;
     }
@@ -283,16 +200,9 @@ TEST_F(ImportTest, ThatIsCancelledOrKilledIsOldOrNewAndNeverAMixture) {
             EXPECT_EQ(profile.state(), imported);
         else
             expectUntouched("cancelled");
-        profile.fill("old");
-        before = profile.state();
+        fillAnew();
 
-        inKilledProcess([&] {
-            importArchive([&](const BackupProgress& progress) {
-                if (progress.step == last)
-                    _exit(0);
-                return true;
-            });
-        });
+        inKilledProcess([&] { importArchive(killedAt(last)); });
         const bool isNew = last > commitStep;
         const QString main = profile.live().mainDatabase;
         // The next start may be killed as well, after it has dealt with the first file, or in the midst of
@@ -308,30 +218,23 @@ TEST_F(ImportTest, ThatIsCancelledOrKilledIsOldOrNewAndNeverAMixture) {
         EXPECT_EQ(profile.state(), isNew ? imported : before) << last;
         EXPECT_EQ(profile.names(), names) << last;
         EXPECT_EQ(BackupProfile::read(archive), contents) << last;
-        profile.fill("old");
-        before = profile.state();
+        fillAnew();
     }
 }
 
 TEST_F(ImportTest, IntoANewProfileNeedsNoFilesAndLeavesNoneWhereItFails) {
     for (const bool hasDatabases : {true, false}) {
-        for (const int killedAt : {0, firstSwapStep + 1, commitStep, lastStep}) {
+        for (const int step : {0, firstSwapStep + 1, commitStep, lastStep}) {
             profile.fill("old");
             for (const auto& file : profile.live().all()) {
                 if (!hasDatabases || file == profile.live().settings)
                     QFile::remove(file);
             }
             before = profile.state();
-            inKilledProcess([&] {
-                importArchive([&](const BackupProgress& progress) {
-                    if (progress.step == killedAt)
-                        _exit(0);
-                    return true;
-                });
-            });
+            inKilledProcess([&] { importArchive(killedAt(step)); });
             checkAtStart(profile.live(), now);
-            const bool isNew = killedAt == 0 || killedAt > commitStep;
-            EXPECT_EQ(profile.state(), isNew ? imported : before) << killedAt;
+            const bool isNew = step == 0 || step > commitStep;
+            EXPECT_EQ(profile.state(), isNew ? imported : before) << step;
         }
     }
 }
@@ -346,14 +249,13 @@ TEST_F(ImportTest, GetsPastWhatEarlierTimesLeft) {
     EXPECT_TRUE(importArchive().isFinished());
     EXPECT_EQ(profile.state(), imported);
     EXPECT_EQ(alone(), QStringList());
-    for (const QByteArray& contents : {QByteArray("precious"), QByteArray("precious, too")}) {
-        BackupProfile::write(live.rootPathsDatabase, "");
-        BackupProfile::write(live.rootPathsDatabase + ".last", contents);
-        EXPECT_TRUE(importArchive().isFinished());
-        EXPECT_EQ(profile.state(), imported);
-    }
-    EXPECT_EQ(BackupProfile::read(live.rootPathsDatabase + ".last-1"), "precious");
-    EXPECT_EQ(BackupProfile::read(live.rootPathsDatabase + ".last-2"), "precious, too");
+    BackupProfile::write(live.rootPathsDatabase, "");
+    BackupProfile::write(live.rootPathsDatabase + ".last", "precious");
+    BackupProfile::write(live.rootPathsDatabase + ".last-1", "precious, too");
+    EXPECT_TRUE(importArchive().isFinished());
+    EXPECT_EQ(profile.state(), imported);
+    EXPECT_EQ(BackupProfile::read(live.rootPathsDatabase + ".last-1"), "precious, too");
+    EXPECT_EQ(BackupProfile::read(live.rootPathsDatabase + ".last-2"), "precious");
     QFile::remove(live.rootPathsDatabase + ".last-1");
     QFile::remove(live.rootPathsDatabase + ".last-2");
 
@@ -362,22 +264,21 @@ TEST_F(ImportTest, GetsPastWhatEarlierTimesLeft) {
         profile.fill("old");
         importArchive([&](const BackupProgress& progress) {
             if (progress.step == firstSwapStep - 1)
-                leaveInLog("late");
+                profile.leaveInLog("late");
             if (fails && progress.step == firstSwapStep + 1)
                 BackupProfile::write(live.mainDatabase, "in the way");
             return true;
         });
         EXPECT_EQ(log.count("Removed"), 1);
-        const auto found = BackupProfile::run(live.mainDatabase, {"SELECT name FROM projects"});
-        EXPECT_EQ(found, fails ? (QStringList{"old", "late"}) : QStringList{"new"});
+        EXPECT_EQ(
+            BackupProfile::projects(live.mainDatabase),
+            fails ? (QStringList{"old", "late"}) : QStringList{"new"});
         EXPECT_EQ(alone(), QStringList());
     }
 }
 
 TEST_F(ImportTest, CopiesTheDatabasesAsideFirstAndSaysWhetherTheSchemaIsOld) {
-    pack([](const QString& folder) {
-        BackupProfile::run(folder + "/stemhaven-main.db", {"UPDATE details SET database_version='v1.0'"});
-    });
+    pack(R"(sqlite3 stemhaven-main.db "UPDATE details SET database_version='v1.0'")");
     const auto result = importArchive();
     ASSERT_TRUE(result.isFinished()) << result.message.toStdString();
     EXPECT_TRUE(result.needsInitialisation);
@@ -385,9 +286,7 @@ TEST_F(ImportTest, CopiesTheDatabasesAsideFirstAndSaysWhetherTheSchemaIsOld) {
     const auto copies = DatabaseCopies(profile.live()).all();
     ASSERT_EQ(copies.size(), 1);
     EXPECT_EQ(copies[0].made, now.toUTC());
-    EXPECT_EQ(
-        BackupProfile::run(copies[0].folder + "/stemhaven-main.db", {"SELECT name FROM projects"}),
-        QStringList("old"));
+    EXPECT_EQ(BackupProfile::projects(copies[0].folder + "/stemhaven-main.db"), QStringList("old"));
 
     // The way out of a damaged database, which is kept as it is.
     BackupProfile::write(profile.live().mainDatabase, QByteArray(9000, 'x'));

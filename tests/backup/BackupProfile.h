@@ -1,17 +1,39 @@
 #pragma once
 
+#include "backup/BackupSteps.h"
 #include "backup/LiveFiles.h"
 #include "database/DatabaseInitStatements.h"
+#include "support/OutsideRows.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
-#include <QVariant>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <functional>
+
+/// Runs body in a process of its own, which ends there and then, at the latest with body, without cleaning
+/// up.
+inline void inKilledProcess(const std::function<void()>& body) {
+    const pid_t child = fork();
+    if (child == 0) {
+        body();
+        _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+}
+
+/// Ends the process before that step.
+inline Stemhaven::BackupObserver killedAt(int step) {
+    return [step](const Stemhaven::BackupProgress& progress) {
+        if (progress.step == step)
+            _exit(0);
+        return true;
+    };
+}
 
 /// A folder with the live files of a program that does not run: two databases and settings.
 class BackupProfile {
@@ -58,23 +80,24 @@ public:
             .arg(name);
     }
 
-    /// Rows of the last statement, first column only.
     static QStringList run(const QString& path, const QStringList& statements) {
-        QStringList rows;
-        {
-            auto database = QSqlDatabase::addDatabase("QSQLITE", "backup_test");
+        return outsideRows(path, statements);
+    }
+
+    static QStringList projects(const QString& mainDatabase) {
+        return run(mainDatabase, {"SELECT name FROM projects"});
+    }
+
+    /// Adds a project as a program does that is killed before that is moved into the database file.
+    void leaveInLog(const QString& name) const {
+        const QString path = live().mainDatabase;
+        inKilledProcess([&] {
+            auto database = QSqlDatabase::addDatabase("QSQLITE", "killed");
             database.setDatabaseName(path);
             database.open();
-            QSqlQuery query(database);
-            for (const auto& statement : statements) {
-                if (!query.exec(statement))
-                    rows.append("error");
-            }
-            while (query.next())
-                rows.append(query.value(0).toString());
-        }
-        QSqlDatabase::removeDatabase("backup_test");
-        return rows;
+            QSqlQuery(database).exec(project(name));
+            _exit(0);
+        });
     }
 
     static void write(const QString& path, const QByteArray& contents) {
@@ -112,7 +135,3 @@ public:
 private:
     QTemporaryDir m_folder;
 };
-
-/// Runs body in a process of its own, which ends there and then, at the latest with body, without cleaning
-/// up.
-void inKilledProcess(const std::function<void()>& body);

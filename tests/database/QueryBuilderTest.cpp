@@ -62,7 +62,6 @@ TEST(QueryBuilder, PutsTheClausesTogether) {
          },
          ""},
         {[](QueryBuilder& b) { b.setRecordingStatusID(0); }, " WHERE recording_status=0"},
-        {[](QueryBuilder& b) { b.setMixMasterStatusID(1); }, " WHERE mix_master_status=1"},
     };
     for (const auto& [setup, expected] : cases) {
         const auto builder = plainBuilder();
@@ -70,10 +69,6 @@ TEST(QueryBuilder, PutsTheClausesTogether) {
         setup(*builder);
         EXPECT_EQ(builder->select(), head + expected);
     }
-
-    QueryBuilder empty;
-    empty.search("x");
-    EXPECT_EQ(empty.select(), "SELECT  project_id FROM projects WHERE completed=0 AND ignored=0");
 }
 
 TEST(QueryBuilder, ListsADefaultCatalogueWithItsDefaults) {
@@ -81,8 +76,6 @@ TEST(QueryBuilder, ListsADefaultCatalogueWithItsDefaults) {
     const std::unique_ptr<QueryBuilder> builder(QueryBuilder::defaultProjectsTableBuilder());
     builder->sortBy("name", Qt::AscendingOrder);
     const auto sql = builder->select();
-    EXPECT_TRUE(sql.startsWith(
-        "SELECT  progress as 'Progress  ', name as 'Name ', star_rating as 'Rating ', bpm as 'Tempo ',"));
     EXPECT_TRUE(sql.endsWith(
         " project_id FROM projects WHERE completed=0 AND ignored=0 ORDER BY name COLLATE NOCASE ASC"));
     EXPECT_EQ(builder->getFields().size(), 22);

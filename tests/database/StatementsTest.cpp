@@ -1,4 +1,3 @@
-#include "database/FilterStatements.h"
 #include "database/ProjectStatements.h"
 #include "database/RootPathStatements.h"
 #include "support/TestDatabase.h"
@@ -40,12 +39,4 @@ TEST_F(StatementsTest, RemoveTheWatchedFolderOfThatNameAlone) {
     database.rootRows(RootPathStatements::remove("/music/It's"));
     database.rootRows(RootPathStatements::remove("/MUSIC"));
     EXPECT_EQ(database.rootRows(RootPathStatements::selectAll()), QStringList({"/music", "/music/Its"}));
-}
-
-TEST_F(StatementsTest, ListTheStatusesOfAKindByTheirNumbers) {
-    database.rows("DELETE FROM lyrics_status");
-    database.rows("INSERT INTO lyrics_status VALUES(7, 'Written'), (0, 'None'), (3, 'Begun')");
-    EXPECT_EQ(
-        database.rows(FilterStatements::selectStatuses(FilterType::LYRICS_STATUS)),
-        QStringList({"None|0", "Begun|3", "Written|7"}));
 }

@@ -89,6 +89,18 @@ protected:
             fs::file_time_type::clock::now() - ago);
     }
 
+    /// The path of a bundle outside the roots that is on record and has these stars.
+    fs::path startWithStray(const QString& relativePath, int stars) {
+        make("In.logicx", 1);
+        start();
+        const auto stray = path(relativePath);
+        TestBundle().write(stray.string());
+        m_monitor->directoryChanged(QString::fromStdString(stray.string()), true);
+        EXPECT_TRUE(becomes({relativePath + "|0", "In.logicx|0"}));
+        rate(relativePath, stars);
+        return stray;
+    }
+
     /// Each record as its path, seen from the root, and its stars.
     QStringList state() {
         auto rows = m_database.rows("SELECT filepath || filename, star_rating FROM projects");
@@ -319,13 +331,7 @@ TEST_F(Identity, ACopyOfASongOnADriveThatIsAwayBeginsWithItsUserData) {
 }
 
 TEST_F(Identity, AStrayIsFollowedThroughEachRenamingOfAFolderAboveIt) {
-    make("In.logicx", 1);
-    start();
-    const auto stray = path("../one/deep/Stray.logicx");
-    TestBundle().write(stray.string());
-    m_monitor->directoryChanged(QString::fromStdString(stray.string()), true);
-    ASSERT_TRUE(becomes({"../one/deep/Stray.logicx|0", "In.logicx|0"}));
-    rate("../one/deep/Stray.logicx", 3);
+    startWithStray("../one/deep/Stray.logicx", 3);
     restart([] {});
     for (const auto& [from, to] :
          {std::pair("one", "two"), {"two", "three"}, {"three/deep", "three/deeper"}}) {
@@ -456,13 +462,7 @@ TEST_F(Identity, WhatMovedOutOfSightLeavesItsNumberButNotItsRecord) {
 }
 
 TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
-    make("In.logicx", 1);
-    start();
-    const auto stray = path("../one/Fav.logicx");
-    TestBundle().write(stray.string());
-    m_monitor->directoryChanged(QString::fromStdString(stray.string()), true);
-    ASSERT_TRUE(becomes({"../one/Fav.logicx|0", "In.logicx|0"}));
-    rate("../one/Fav.logicx", 5);
+    const auto stray = startWithStray("../one/Fav.logicx", 5);
     restart([&] {
         fs::remove_all(stray);
         TestBundle().write(path("../one/Other.logicx").string());
@@ -471,16 +471,6 @@ TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
         m_database.rows("UPDATE projects SET SUFID='" + number.toString() + "' WHERE name='Fav'");
     });
     EXPECT_EQ(state(), QStringList({"../one/Fav.logicx|5", "In.logicx|0"}));
-}
-
-TEST_F(Identity, HiddenBundlesAreNone) {
-    start();
-    for (const auto* hidden : {".Song.logicx", ".folder/Song.logicx", "._Song.logicx"})
-        makeBundle(hidden);
-    make("Song.logicx", 1);
-    EXPECT_TRUE(becomes({"Song.logicx|1"}));
-    restart([] {});
-    EXPECT_TRUE(becomes({"Song.logicx|1"}));
 }
 
 TEST_F(Identity, ABundleAtRestIsNotWrittenAgain) {

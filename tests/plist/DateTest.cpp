@@ -17,15 +17,8 @@ void useZone(const char* zone) {
     tzset();
 }
 
-/// Berlin, New York, Sydney, Kolkata and Apia. One of the hemispheres has daylight saving time whenever this
-/// runs.
-constexpr std::array zones{
-    "CET-1CEST,M3.5.0,M10.5.0/3",
-    "EST5EDT,M3.2.0,M11.1.0",
-    "AEST-10AEDT,M10.1.0,M4.1.0/3",
-    "IST-5:30",
-    "<+13>-13",
-    "UTC0"};
+/// Berlin, Sydney and Kolkata. One of the hemispheres has daylight saving time whenever this runs.
+constexpr std::array zones{"CET-1CEST,M3.5.0,M10.5.0/3", "AEST-10AEDT,M10.1.0,M4.1.0/3", "IST-5:30", "UTC0"};
 
 TEST(Date, OfUtcFieldsDoesNotDependOnTheZoneAndOfLocalOnesDoes) {
     const std::pair<const char*, std::int64_t> cases[] = {

@@ -69,22 +69,4 @@ TEST(File, RefusedAtOnce) {
     EXPECT_TRUE(std::any_cast<bool>(value));
 }
 
-TEST(File, EveryTargetGetsTheSameBytes) {
-    const Value value = Dictionary{{"SUFID", std::string("16777232-99")}, {"project_id", 42}};
-    const std::string fileName = scratch("target.plist");
-    std::ofstream(fileName) << std::string(9999, 'x');
-    writePlistBinary(fileName.c_str(), value);
-    EXPECT_EQ(contentsOf(fileName), binary(value));
-    writePlistXML(fileName.c_str(), value);
-    EXPECT_EQ(contentsOf(fileName), xml(value));
-
-    std::stringstream stream;
-    writePlistBinary(stream, value);
-    Value found;
-    readPlist(stream, found);
-    EXPECT_EQ(binary(found), binary(value));
-    // What cannot be opened is passed over.
-    writePlistBinary("/no/such/folder.plist", value);
-}
-
 } // namespace

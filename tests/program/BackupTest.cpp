@@ -1,5 +1,4 @@
 #include "program/Profile.h"
-#include "support/TestBundle.h"
 #include "support/Waiting.h"
 
 #include <QDir>
@@ -16,10 +15,7 @@ const QString ratings = "SELECT name, star_rating FROM projects";
 
 TEST(Backup, GoesOutAndComesBackFromATerminalWhileTheProgramDoesNotRun) {
     Profile profile;
-    TestBundle().write((profile.projects() + "/Song.logicx").toStdString());
-    profile.oweSearch();
-    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
-    profile.rows("UPDATE projects SET star_rating=4");
+    profile.recordRatedSong();
     const QString folder = QFileInfo(profile.picture()).path() + "/it's \"here\" $(exit)";
     QDir().mkdir(folder);
     const auto archives = [&] {

@@ -1,20 +1,10 @@
 #include "program/Profile.h"
-#include "support/TestBundle.h"
 #include "support/Waiting.h"
 
 #include <QFile>
 #include <QProcess>
 
 #include <gtest/gtest.h>
-
-namespace {
-
-QByteArray contentsOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
 
 TEST(DamagedDatabase, ThatIsNoDatabaseIsLeftAsItIsAndTheProgramStaysUp) {
     Profile profile;
@@ -33,16 +23,14 @@ TEST(DamagedDatabase, ThatIsNoDatabaseIsLeftAsItIsAndTheProgramStaysUp) {
     EXPECT_TRUE(waitUntil([&] { return profile.log().contains("Could not reload projects table!"); }));
     EXPECT_TRUE(profile.isRunning());
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
-    EXPECT_EQ(contentsOf(profile.mainDatabase()), garbage);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), garbage);
     EXPECT_TRUE(profile.searchIsOwed());
 }
 
 TEST(DamagedDatabase, ThatIsLockedByAnotherProgramIsWaitedForAndThenReported) {
     Profile profile;
-    TestBundle().write((profile.projects() + "/Song.logicx").toStdString());
-    profile.oweSearch();
-    ASSERT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0) << profile.output().toStdString();
-    profile.rows("UPDATE projects SET star_rating=4");
+    profile.recordRatedSong();
 
     QProcess other;
     other.start("sqlite3", {profile.mainDatabase()});

@@ -3,42 +3,22 @@
 #include "app/SettingsKeys.h"
 #include "database/DatabaseInitStatements.h"
 #include "database/RootPathStatements.h"
+#include "support/OutsideRows.h"
+#include "support/TestBundle.h"
 #include "support/Waiting.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcessEnvironment>
 #include <QSettings>
-#include <QSqlDatabase>
-#include <QSqlQuery>
-#include <QVariant>
+
+#include <gtest/gtest.h>
 
 using namespace Stemhaven;
 
 namespace {
 
 constexpr int longestRun = 120'000;
-
-/// What a statement gives on a connection of our own to a file that the program may be using.
-QStringList rowsOf(const QString& path, const QString& sql) {
-    const auto name = QStringLiteral("outside");
-    QStringList rows;
-    {
-        auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        database.setDatabaseName(path);
-        database.open();
-        QSqlQuery query(database);
-        query.exec(sql);
-        while (query.next()) {
-            QStringList columns;
-            for (int column = 0; query.value(column).isValid(); ++column)
-                columns.append(query.value(column).toString());
-            rows.append(columns.join(QLatin1Char('|')));
-        }
-    }
-    QSqlDatabase::removeDatabase(name);
-    return rows;
-}
 
 } // namespace
 
@@ -61,9 +41,16 @@ QString Profile::settingsPath() const {
 }
 
 void Profile::oweSearch() const {
-    rowsOf(rootPathsDatabase(), DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL());
-    rowsOf(rootPathsDatabase(), RootPathStatements::insert(projects()));
+    outsideRows(rootPathsDatabase(), {DatabaseInitStatements(currentDatabaseVersion).initRootPathsSQL()});
+    outsideRows(rootPathsDatabase(), {RootPathStatements::insert(projects())});
     QSettings(settingsPath(), QSettings::IniFormat).setValue(SettingsKeys::searchWasInProgress, true);
+}
+
+void Profile::recordRatedSong() {
+    TestBundle().write((projects() + QStringLiteral("/Song.logicx")).toStdString());
+    oweSearch();
+    EXPECT_EQ(runToEnd({QStringLiteral("--screenshot"), picture()}), 0) << output().toStdString();
+    rows(QStringLiteral("UPDATE projects SET star_rating=4"));
 }
 
 void Profile::setCompletedWizard(bool completed) const {
@@ -80,7 +67,7 @@ QString Profile::log() const {
 }
 
 QStringList Profile::rows(const QString& sql) const {
-    return rowsOf(mainDatabase(), sql);
+    return outsideRows(mainDatabase(), {sql});
 }
 
 std::unique_ptr<QProcess> Profile::makeProcess() const {

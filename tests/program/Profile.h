@@ -32,6 +32,9 @@ public:
     void oweSearch() const;
     bool searchIsOwed() const;
 
+    /// Has the program find one project, "Song", and gives it four stars.
+    void recordRatedSong();
+
     /// Whether the user has been through the setup. Has been until then.
     void setCompletedWizard(bool completed) const;
 

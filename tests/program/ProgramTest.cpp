@@ -28,13 +28,13 @@ const QString countSql = "SELECT count(*) FROM projects";
 TEST(Program, AnswersTextualOptionsWithoutAProfile) {
     Profile profile;
     // What Qt takes out of the command line, once it has a display, is no mistake beside them.
-    for (const QStringList& others : QList<QStringList>{
-             {}, {"-platform", "no-such-platform"}, {"--platform=offscreen"}, {"-style", "fusion"}}) {
-        EXPECT_EQ(profile.runToEnd(others + QStringList("--version")), 0);
+    for (const QString others : {"", "-platform no-such-platform", "--platform=offscreen", "-style fusion"}) {
+        const auto arguments = others.split(' ', Qt::SkipEmptyParts);
+        EXPECT_EQ(profile.runToEnd(arguments + QStringList("--version")), 0);
         EXPECT_TRUE(profile.output().startsWith("Stemhaven ")) << profile.output().toStdString();
-        EXPECT_EQ(profile.runToEnd(others + QStringList("--help")), 0);
-        EXPECT_TRUE(profile.output().contains("--screenshot")) << profile.output().toStdString();
     }
+    EXPECT_EQ(profile.runToEnd({"--help"}), 0);
+    EXPECT_TRUE(profile.output().contains("--screenshot")) << profile.output().toStdString();
     EXPECT_TRUE(profile.log().isEmpty());
     EXPECT_NE(profile.runToEnd({"--no-such-option"}), 0);
     EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture(), "--size", "wide"}), 1);
@@ -104,17 +104,30 @@ TEST(Program, BeginsWithTheWizardUntilItIsCompletedButNotForAPicture) {
     EXPECT_EQ(profile.log().count("Restoring window state..."), windows);
 }
 
-TEST(Program, BringsItsWindowForwardForASecondStart) {
+TEST(Program, MakesAProfileForItsUserAloneAndBringsItsWindowForwardForASecondStart) {
     Profile profile;
+    const QString folder = QFileInfo(profile.lockFile()).path();
+    ASSERT_TRUE(QDir().rmdir(folder));
     profile.start();
+    struct stat status = {};
+    ASSERT_EQ(stat(QFile::encodeName(folder).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0700U);
     EXPECT_EQ(profile.runToEnd({}), 0) << profile.output().toStdString();
     EXPECT_TRUE(profile.output().isEmpty()) << profile.output().toStdString();
     EXPECT_EQ(profile.log().count("Bringing the window forward"), 1);
     EXPECT_EQ(profile.log().count("Restoring window state..."), 1);
 
     // A picture is nothing that the first one could make.
-    EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 1);
-    EXPECT_TRUE(profile.output().contains("Stemhaven is already running.")) << profile.output().toStdString();
+    const std::pair<const char*, const char*> languages[] = {
+        {"de", "Stemhaven läuft bereits."},
+        {"tr:de", "Stemhaven läuft bereits."},
+        {"ja", "Stemhaven is already running."},
+        {"en", "Stemhaven is already running."}};
+    for (const auto& [language, text] : languages) {
+        profile.setLanguage(language);
+        EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 1);
+        EXPECT_TRUE(profile.output().contains(text)) << language << ": " << profile.output().toStdString();
+    }
 
     ASSERT_EQ(::kill(static_cast<pid_t>(profile.processId()), SIGSTOP), 0);
     EXPECT_EQ(profile.runToEnd({}), 1);
@@ -125,13 +138,16 @@ TEST(Program, BringsItsWindowForwardForASecondStart) {
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
 }
 
-TEST(Program, MakesAProfileForItsUserAlone) {
-    Profile profile;
-    const QString folder = QFileInfo(profile.lockFile()).path();
-    ASSERT_TRUE(QDir().rmdir(folder));
-    profile.start();
-    struct stat status = {};
-    ASSERT_EQ(stat(QFile::encodeName(folder).constData(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0700U);
-    EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
+TEST(DemoLibrary, IsReadableToItsLastProject) {
+    Profile first;
+    ASSERT_EQ(first.runToEnd({"--projects", "80", "--catalogue", first.projects()}, DEMO_LIBRARY), 0)
+        << first.output().toStdString();
+    EXPECT_EQ(first.rows("SELECT count(*) FROM projects"), QStringList("80"));
+    ASSERT_EQ(first.runToEnd({"--screenshot", first.picture()}), 0) << first.output().toStdString();
+
+    Profile second;
+    ASSERT_EQ(second.runToEnd({"--projects", "80", second.projects()}, DEMO_LIBRARY), 0);
+    second.oweSearch();
+    ASSERT_EQ(second.runToEnd({"--screenshot", second.picture()}), 0);
+    EXPECT_EQ(second.rows("SELECT count(*) FROM projects"), QStringList("80"));
 }

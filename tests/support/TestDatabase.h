@@ -4,6 +4,7 @@
 #include "database/DatabaseInit.h"
 #include "database/QueryTask.h"
 #include "database/TaskManager.h"
+#include "support/OutsideRows.h"
 #include "support/Waiting.h"
 
 #include <QSqlQuery>
@@ -56,14 +57,8 @@ private:
         QStringList result;
         bool done = false;
         auto task = std::make_shared<QueryTask>(sql, database);
-        task->setQueryCallback([&](const std::shared_ptr<Task>&, int, QSqlQuery* query) {
-            while (query->next()) {
-                QStringList columns;
-                for (int column = 0; query->value(column).isValid(); ++column)
-                    columns.append(query->value(column).toString());
-                result.append(columns.join(QLatin1Char('|')));
-            }
-        });
+        task->setQueryCallback(
+            [&](const std::shared_ptr<Task>&, int, QSqlQuery* query) { result = rowsOf(*query); });
         task->setSuccessCallback([&](const std::shared_ptr<Task>&) { done = true; });
         task->setSqlErrorCallback([&](const std::shared_ptr<Task>&, const DbException&) {
             result.append(QStringLiteral("error"));

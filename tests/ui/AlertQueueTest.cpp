@@ -71,22 +71,6 @@ TEST(AlertQueueTest, DismissingTheOnlyWindowDoesNotEndTheProgram) {
     EXPECT_EQ(lastWindowClosed.count(), 0);
 }
 
-TEST(AlertQueueTest, SaysWhatCanBeDoneAboutTheCatalogue) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"unable to open database file", "The catalogue cannot be written."},
-        {"database or disk is full", "The disk with the catalogue is full."},
-        {"database is locked", "Another program is using the catalogue."},
-        {"database disk image is malformed", "The catalogue is damaged."},
-        {"Project wasn't found", "Project wasn't found"}};
-    for (const auto& [message, beginning] : cases) {
-        AlertQueue alerts;
-        alerts.add({"title", message, QtCriticalMsg});
-        const QString text = shownAlerts().constFirst()->informativeText();
-        EXPECT_TRUE(text.startsWith(beginning)) << qPrintable(text);
-        EXPECT_TRUE(text.endsWith(message)) << qPrintable(text);
-    }
-}
-
 TEST(AlertQueueTest, SaysTheSameOnceWhileItWaitsAndMayEndWithAlertsLeft) {
     auto alerts = std::make_unique<AlertQueue>();
     const auto presenter = alerts->presenter();

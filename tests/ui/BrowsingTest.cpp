@@ -50,35 +50,6 @@ TEST_F(BrowsingTest, TheDetailsShowTheSelectedProjectAndWriteNothing) {
     EXPECT_FALSE(actions().undo->isEnabled());
 }
 
-TEST_F(BrowsingTest, WhatIsChangedInTheDetailsIsWrittenForAllThatAreSelected) {
-    open();
-    select({0, 2, 1});
-    EXPECT_EQ(details().project().name, "Beta");
-    stars().setFocus();
-    QTest::keyClick(&stars(), Qt::Key_3);
-    QTest::keyClick(&stars(), Qt::Key_Right);
-    settle();
-    EXPECT_EQ(values("star_rating"), (QStringList{"4", "4", "4"}));
-    select({1});
-    QTest::keyClick(&stars(), Qt::Key_0);
-    lyrics().setFocus();
-    QTest::keyClick(&lyrics(), Qt::Key_Down);
-    slider().setFocus();
-    QTest::keyClick(&slider(), Qt::Key_PageUp);
-    settle();
-    EXPECT_EQ(
-        values("star_rating, lyrics_status, progress, completed"),
-        (QStringList{"4|0||0", "0|1|0.1|0", "4|0||0"}));
-
-    for (int step = 0; step < 3; ++step)
-        trigger(actions().undo);
-    EXPECT_EQ(values("star_rating, lyrics_status, progress"), (QStringList{"4|0|", "4|0|", "4|0|"}));
-    EXPECT_EQ(stars().starRating().starCount(), 4);
-    EXPECT_EQ(slider().value(), 0);
-    trigger(actions().redo);
-    EXPECT_EQ(values("star_rating"), (QStringList{"4", "0", "4"}));
-}
-
 TEST_F(BrowsingTest, FullProgressAsksWhetherTheProjectIsCompleted) {
     open();
     select({0});
@@ -190,17 +161,9 @@ TEST_F(BrowsingTest, LastSearchIsWhatWasMeantAndTheMarkFollowsTheSearchField) {
     EXPECT_EQ(reopened.shownType(), SAVED_SEARCH);
     QTest::keyClicks(&searchEdit(), "a");
     EXPECT_EQ(reopened.shownType(), ALL);
-
-    // The number of a removed entry is the next one's.
-    activate(SAVED_SEARCH, "amm");
-    emit reopened.removeRequested(SAVED_SEARCH, 7, "amm");
-    settle();
-    window->findChild<QDialog*>()->accept();
-    ASSERT_TRUE(waitUntil([&] { return reopened.shownType() == ALL; }));
-    EXPECT_EQ(searchEdit().text(), "amm");
 }
 
-TEST_F(BrowsingTest, MenusFileTheSelectedProjectsAndTakeThemOutAgain) {
+TEST_F(BrowsingTest, MenusFileTheProjectsThatWereSelected) {
     open();
     select({0, 1});
     auto* tags = window->findChildren<AssociationMenu*>().value(2);
@@ -227,26 +190,6 @@ TEST_F(BrowsingTest, MenusFileTheSelectedProjectsAndTakeThemOutAgain) {
     };
     ASSERT_TRUE(waitUntil([&] { return filed() == QStringList{"1", "2"}; }));
     EXPECT_EQ(database.rows("SELECT name FROM tags WHERE tag_id=3"), QStringList("#it's new"));
-
-    // What is shown is removed.
-    settle();
-    activate(TAGS, "#it's new");
-    EXPECT_EQ(names(), (QStringList{"Alpha", "Beta"}));
-    emit child<FilterSidebar>().removeRequested(TAGS, 3, "#it's new");
-    settle();
-    auto* removal = window->findChild<QDialog*>();
-    ASSERT_NE(removal, nullptr);
-    removal->accept();
-    ASSERT_TRUE(waitUntil([this] {
-        settle();
-        return status() == "All projects (3 found)";
-    }));
-    trigger(actions().undo);
-    trigger(actions().redo);
-    EXPECT_EQ(filed(), QStringList());
-
-    window->associateProjectWithFilter(GENRES, -1, 1);
-    EXPECT_EQ(log.count("associate a project with invalid IDs! FilterType::GENRES-ID:-1 projectID:1"), 1);
 }
 
 TEST_F(BrowsingTest, TheKeyboardReachesAllRowsAndReturnOpensOnceOnlyFromThem) {

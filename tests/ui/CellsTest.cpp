@@ -6,14 +6,10 @@
 #include "ui/table/StarDelegate.h"
 #include "ui/table/StarEditor.h"
 #include "ui/table/StarRating.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ToolButton.h"
 
 #include <QApplication>
-#include <QBitmap>
 #include <QDateTime>
-#include <QImage>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QStyleOptionViewItem>
@@ -21,44 +17,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <numeric>
-
 using Stemhaven::Format;
-
-namespace {
-
-constexpr QRgb background = 0xFFFFFFFF;
-
-int areaOf(const QRegion& region) {
-    return std::accumulate(region.begin(), region.end(), 0, [](int area, const QRect& part) {
-        return area + part.width() * part.height();
-    });
-}
-
-/// What painting left of a picture of its own.
-struct Painted {
-    Painted(QSize size, const std::function<void(QPainter&)>& paint) : image(size, QImage::Format_RGB32) {
-        image.fill(background);
-        QPainter painter(&image);
-        paint(painter);
-    }
-
-    /// Everything painted.
-    QRegion ink() const { return QBitmap::fromImage(image.createMaskFromColor(background, Qt::MaskInColor)); }
-
-    int pixels(const QRect& area) const { return areaOf(ink() & area); }
-
-    QImage image;
-};
-
-Painted paintStars(int stars, StarRating::EditMode mode) {
-    return {{200, 40}, [&](QPainter& painter) {
-                StarRating(stars, 5).paint(&painter, {0, 0, 200, 40}, QPalette(), mode, false);
-            }};
-}
-
-} // namespace
 
 TEST(CellValueTest, ConvertsByFormat) {
     const QModelIndex place;
@@ -79,52 +38,9 @@ TEST(CellValueTest, ConvertsByFormat) {
     const LogCapture log;
     EXPECT_EQ(cellValue("soon", Format::Progress, place), "soon");
     EXPECT_EQ(log.count("W: Could not convert column to progress bar at index row: -1  column: -1"), 1);
-
-    // For screen readers.
-    registerCellTexts();
-    EXPECT_EQ(QVariant::fromValue(ProgressBar(0.5F)).toString(), "50%");
-    EXPECT_EQ(QVariant::fromValue(StarRating(3, 5)).toString(), "3 of 5 stars");
-    EXPECT_EQ(QVariant::fromValue(BoolDot(true)).toString(), "Yes");
-    EXPECT_EQ(QVariant::fromValue(BoolDot(false)).toString(), "No");
-    EXPECT_EQ(QVariant::fromValue(StarRating(0, 5)).toString(), "Not rated");
 }
 
-TEST(CellPaintingTest, BarFillsItsShareAndDotStandsLeftOfTheMiddle) {
-    const auto boundsOf = [](auto value, const QRect& cell) {
-        const auto paint = [&](QPainter& painter) {
-            value.paint(&painter, QPalette(), cell, false);
-        };
-        return Painted({260, 70}, paint).ink().boundingRect();
-    };
-    const std::pair<float, QRect> bars[] = {
-        {0.5F, {30, 25, 100, 20}}, {7.0F, {30, 25, 200, 20}}, {0.0F, {}}, {-1.0F, {}}};
-    for (const auto& [progress, expected] : bars)
-        EXPECT_EQ(boundsOf(ProgressBar(progress), {30, 10, 200, 50}), expected) << progress;
-    EXPECT_EQ(boundsOf(BoolDot(true), {0, 0, 80, 40}), QRect(30, 15, 10, 10));
-    EXPECT_EQ(boundsOf(BoolDot(false), {0, 0, 80, 40}), QRect());
-}
-
-TEST(CellPaintingTest, StarsAreCentredAndNeverMoreThanFive) {
-    constexpr auto readOnly = StarRating::EditMode::ReadOnly;
-    const QRect places[] = {{50, 10, 20, 20}, {70, 10, 20, 20}, {130, 10, 20, 20}};
-    const Painted two = paintStars(2, readOnly);
-    EXPECT_GT(two.pixels(places[0]), 60);
-    EXPECT_GT(two.pixels(places[1]), 60);
-    EXPECT_EQ(two.pixels(places[2]), 0);
-    EXPECT_TRUE(QRect(50, 10, 40, 20).contains(two.ink().boundingRect()));
-    EXPECT_EQ(paintStars(9, readOnly).image, paintStars(5, readOnly).image);
-
-    const Painted editable = paintStars(2, StarRating::EditMode::Editable);
-    EXPECT_GT(editable.pixels(places[2]), 0);
-    EXPECT_LT(editable.pixels(places[2]), 30);
-}
-
-TEST(CellPaintingTest, IsMirroredWhereOneReadsFromRightToLeft) {
-    const Painted bar({200, 40}, [](QPainter& painter) {
-        painter.setLayoutDirection(Qt::RightToLeft);
-        ProgressBar(0.25F).paint(&painter, QPalette(), {0, 0, 200, 40}, false);
-    });
-    EXPECT_EQ(bar.ink().boundingRect(), QRect(150, 12, 50, 16));
+TEST(StarEditorTest, IsMirroredWhereOneReadsFromRightToLeft) {
     StarEditor editor;
     editor.setLayoutDirection(Qt::RightToLeft);
     editor.resize(120, 24);
@@ -133,33 +49,6 @@ TEST(CellPaintingTest, IsMirroredWhereOneReadsFromRightToLeft) {
     EXPECT_EQ(editor.starAtPosition(1), 5);
     QTest::keyClick(&editor, Qt::Key_Left);
     EXPECT_EQ(editor.starRating().starCount(), 1);
-}
-
-TEST(CellPaintingTest, TextsWithAnOrderOfTheirOwnKeepIt) {
-    const auto inkOf = [](const QString& text, TextOrder order, Qt::LayoutDirection direction) {
-        ElidedLabel label;
-        QFont font = label.font();
-        font.setPixelSize(40);
-        label.setFont(font);
-        label.setText(text);
-        label.setTextOrder(order);
-        label.setLayoutDirection(direction);
-        label.resize(600, 60);
-        const QRegion ink =
-            Painted(label.size(), [&](QPainter& painter) { label.render(&painter, {}, {}, {}); }).ink();
-        return ink.translated(-ink.boundingRect().topLeft());
-    };
-    const std::pair<QString, TextOrder> cases[] = {
-        {"100# (mix)", TextOrder::OfItsOwn},
-        {"/music/songs", TextOrder::LeftToRight},
-        {"175 BPM (live)", TextOrder::LeftToRight}};
-    for (const auto& [text, order] : cases) {
-        const QRegion expected = inkOf(text, order, Qt::LeftToRight);
-        const QRegion unordered = inkOf(text, TextOrder::OfTheWindow, Qt::RightToLeft);
-        // Glyphs that are not at the same place by a fraction of a pixel differ a little.
-        EXPECT_LT(3 * areaOf(inkOf(text, order, Qt::RightToLeft) ^ expected), areaOf(unordered ^ expected))
-            << qPrintable(text);
-    }
 }
 
 TEST(StarEditorTest, StarsGrowWithTheFontAndAreLargeEnoughToBeClicked) {

@@ -25,23 +25,6 @@ QStringList firstAfterRestart(int count) {
 
 } // namespace
 
-TEST(ColumnLayoutTest, ComesBackAfterARestart) {
-    QSettings().clear();
-    const QStringList byDefault{"progress", "name", "-release_name", "22"};
-    EXPECT_EQ(firstAfterRestart(3), byDefault);
-
-    const std::unique_ptr<Stemhaven::QueryBuilder> builder(
-        Stemhaven::QueryBuilder::defaultProjectsTableBuilder());
-    auto fields = builder->getFields();
-    fields.move(6, 0);
-    fields[1].visible = 0;
-    fields[3].visible = 1;
-    ColumnLayout::save(fields);
-    builder->saveSettings();
-    EXPECT_EQ(
-        firstAfterRestart(5), (QStringList{"bpm", "-progress", "name", "release_name", "-artist", "22"}));
-}
-
 TEST(ColumnLayoutTest, WhatIsStoredWronglyLosesNoColumn) {
     struct Case {
         QVariant stored;

@@ -195,7 +195,7 @@ TEST_F(EditingTest, AClickOnTheRestingHandleChangesNothing) {
     }
 }
 
-TEST_F(EditingTest, OtherButtonsThanTheLeftOneEditNothing) {
+TEST_F(EditingTest, OtherButtonsThanTheLeftOneAndAReleaseOutsideEditNothing) {
     for (const QList<int>& rows : {QList<int>{0}, QList<int>{0, 1, 2}}) {
         select(rows);
         const QStringList before = values("*");
@@ -218,6 +218,11 @@ TEST_F(EditingTest, OtherButtonsThanTheLeftOneEditNothing) {
             settle();
             EXPECT_EQ(values("*"), before);
         }
+        QTest::mouseMove(&stars(), stars().rect().center());
+        QTest::mousePress(&stars(), Qt::LeftButton, {}, stars().rect().center());
+        QTest::mouseRelease(&stars(), Qt::LeftButton, {}, {-200, -200});
+        settle();
+        EXPECT_EQ(values("*"), before);
         EXPECT_FALSE(actions().undo->isEnabled());
     }
 }

@@ -4,6 +4,7 @@
 #include "ui/sidebar/RemoveFilter.h"
 #include "ui/widgets/ScreenFitting.h"
 #include "ui/widgets/Style.h"
+#include "ui/widgets/ToolButton.h"
 #include "ui/widgets/ZFontIcon.h"
 
 #include <QScreen>
@@ -87,6 +88,8 @@ TEST_F(GeometryTest, TheMainWindowFitsSmallScreensInEveryLanguage) {
         QSettings().clear();
         open();
         EXPECT_TRUE(isInside(*window, *window->screen()));
+        for (const auto* button : window->findChildren<ToolButton*>())
+            EXPECT_FALSE(button->icon().isNull()) << qPrintable(button->toolTip());
         const QSize smallest = window->minimumSizeHint();
         EXPECT_LE(smallest.width(), 680);
         EXPECT_LE(smallest.height(), 340);

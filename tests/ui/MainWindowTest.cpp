@@ -4,7 +4,6 @@
 #include "support/TestBundle.h"
 #include "ui/Screenshot.h"
 #include "ui/SelectedBundle.h"
-#include "ui/dialogs/FolderAdder.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/table/ProjectsPane.h"
 #include "ui/table/StarEditor.h"
@@ -12,9 +11,7 @@
 
 #include <QDir>
 #include <QDropEvent>
-#include <QFileDialog>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QSplitter>
@@ -55,36 +52,6 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindowTest, AddsEachFolderOnceAndNeverTheRoot) {
-    QWidget parent;
-    FolderAdder adder(tasks(), parent);
-    QSignalSpy added(&adder, &FolderAdder::folderAdded);
-    adder.choose();
-    auto* dialog = parent.findChild<QFileDialog*>();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(dialog->fileMode(), QFileDialog::Directory);
-    emit dialog->fileSelected("/music/It's mine/");
-    ASSERT_TRUE(waitUntil([&] { return added.count() == 1; }));
-    adder.add("/music/It's mine");
-    ASSERT_TRUE(waitUntil([&] { return parent.findChild<QMessageBox*>() != nullptr; }));
-    auto* known = parent.findChild<QMessageBox*>();
-    EXPECT_EQ(known->text(), "This folder is watched already.");
-    EXPECT_EQ(known->informativeText(), "/music/It's mine");
-    delete known;
-    adder.add("/music/other");
-    ASSERT_TRUE(waitUntil([&] { return added.count() == 2; }));
-    for (const char* root : {"/", "//", "/music/.."}) {
-        adder.add(root);
-        auto* alert = parent.findChild<QMessageBox*>();
-        ASSERT_NE(alert, nullptr) << root;
-        EXPECT_EQ(alert->text(), "Root monitoring is not allowed.");
-        EXPECT_EQ(alert->informativeText(), "Please choose a folder that contains your project files.");
-        delete alert;
-    }
-    EXPECT_EQ(database.rootRows(allRoots), (QStringList{"/music/It's mine", "/music/other"}));
-    EXPECT_EQ(log.count("Root search path '/music/It's mine is already being monitored."), 1);
-}
-
 TEST_F(MainWindowTest, DroppedFolderFillsTheTableAndIsNamedWhileItIsMissing) {
     const QString music = database.folder.path() + "/music";
     const QString bundle = music + "/Song.logicx";
@@ -112,20 +79,7 @@ TEST_F(MainWindowTest, DroppedFolderFillsTheTableAndIsNamedWhileItIsMissing) {
         waitUntil([&] { return !notice.isVisible() && picture.accessibleDescription() == "No picture"; }));
     EXPECT_EQ(model().rowCount(), 1);
     ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching() && !model().isReloading(); }));
-}
 
-TEST_F(MainWindowTest, WatchedFoldersAreNamedWhereTheyHaveNoProjectsAndWhereOneWasMoved) {
-    const QString music = database.folder.path() + "/My Music";
-    ASSERT_TRUE(QDir().mkpath(music));
-    open();
-    auto* title = emptyState().findChildren<QLabel*>().constFirst();
-    EXPECT_EQ(title->text(), "No projects yet");
-    ASSERT_TRUE(drop({music}));
-    EXPECT_TRUE(waitUntil([&] { return title->text() == "No projects in My Music yet"; }));
-    auto* help = emptyState().findChildren<QLabel*>().at(1);
-    EXPECT_TRUE(help->text().remove(QChar(0x200b)).endsWith(music)) << qPrintable(help->text());
-
-    ASSERT_TRUE(waitUntil([&] { return !monitor.isSearching(); }));
     const auto told = std::make_shared<QString>();
     Stemhaven::ErrorHandler::instance().setPresenter(
         [told](const auto& details) { *told += details.message; });
@@ -175,39 +129,6 @@ TEST_F(MainWindowTest, ARestartGivesBackWhatWasShownAndSelected) {
     EXPECT_EQ(status(), "All projects (3 found)");
 }
 
-TEST_F(MainWindowTest, ButtonsActOnAClickThatEndsOnThem) {
-    insert({"Song"});
-    open();
-    table().selectRow(0);
-    ASSERT_TRUE(waitUntil([&] { return details().project().isValid(); }));
-    auto& button = child<QPushButton>("openProjectButton");
-    auto& stars = child<StarEditor>();
-    details().disconnect(SIGNAL(openRequested()));
-    QSignalSpy opened(&details(), &DetailsPane::openRequested);
-    QSignalSpy rated(&details(), &DetailsPane::starRatingEdited);
-    const QPoint outside(-200, -200);
-    stars.grab();
-    const QPoint third(stars.rect().center());
-
-    QTest::mousePress(&button, Qt::LeftButton);
-    QTest::mouseRelease(&button, Qt::LeftButton, {}, outside);
-    QTest::mouseClick(&button, Qt::RightButton);
-    EXPECT_EQ(opened.count(), 0);
-    QTest::mouseClick(&button, Qt::LeftButton);
-    QTest::mouseDClick(&button, Qt::LeftButton);
-    EXPECT_EQ(opened.count(), 1);
-
-    QTest::mouseMove(&stars, third);
-    QTest::mousePress(&stars, Qt::LeftButton, {}, third);
-    QTest::mouseRelease(&stars, Qt::LeftButton, {}, outside);
-    QTest::mouseClick(&stars, Qt::RightButton, {}, third);
-    EXPECT_EQ(rated.count(), 0);
-    QTest::mouseMove(&stars, third + QPoint(1, 0));
-    QTest::mouseClick(&stars, Qt::LeftButton, {}, third + QPoint(1, 0));
-    EXPECT_EQ(rated.count(), 1);
-    settle();
-}
-
 TEST_F(MainWindowTest, APictureThatCannotBeTakenEndsTheProgramNevertheless) {
     ASSERT_TRUE(stopWorker());
     window.emplace(tasks(), monitor);
@@ -245,31 +166,6 @@ TEST_F(MainWindowTest, DatesNumbersAndCountsFollowTheLanguage) {
         window.reset();
     }
     QLocale::setDefault(before);
-}
-
-TEST_F(MainWindowTest, OpeningWithoutTheDesktopsCommandSaysWhatIsMissing) {
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", database.folder.path().toLocal8Bit());
-    QString messages; // those of the tests before, too
-    auto& handler = Stemhaven::ErrorHandler::instance();
-    handler.setPresenter([&](const auto& details) { messages += details.message; });
-    SelectedBundle(database.folder.path()).open();
-    EXPECT_TRUE(waitUntil([&] { return messages.contains("xdg-utils"); })) << qPrintable(messages);
-    handler.setPresenter([](const auto& /*details*/) {});
-    qputenv("PATH", path);
-    EXPECT_TRUE(messages.contains("Error code: 127"));
-
-    // The command is there, but finds no program.
-    for (const int status : {1, 3, 4}) {
-        messages.clear();
-        handler.setPresenter([&](const auto& details) { messages += details.message; });
-        const FakeCommand opener("xdg-open", status);
-        SelectedBundle(database.folder.path()).open();
-        EXPECT_TRUE(waitUntil([&] { return messages.contains(QString("Error code: %1").arg(status)); }))
-            << status;
-        EXPECT_EQ(messages.contains("No program is set up to open Logic Pro projects."), status != 1);
-        handler.setPresenter([](const auto& /*details*/) {});
-    }
 }
 
 TEST_F(MainWindowTest, TheKeyboardReachesPanesMenusSortingAndWidths) {
@@ -354,16 +250,9 @@ TEST_F(MainWindowTest, TheWindowComesBackAsItWasLeft) {
     EXPECT_FALSE(details().isVisible());
     EXPECT_EQ(child<QSplitter>("sidebarSplitter").sizes().constFirst(), 300);
     actions().hideSidebar->trigger();
-    actions().showDetails->trigger();
-    EXPECT_GT(details().width(), 200);
-    auto& splitter = child<QSplitter>("projectInfoSplitter");
-    splitter.setSizes({splitter.width() - 400, 400});
-    const int detailsWidth = details().width();
-    EXPECT_NEAR(detailsWidth, 400, 8);
     window->close();
 
     open();
-    EXPECT_EQ(details().width(), detailsWidth);
     EXPECT_FALSE(child<FilterSidebar>().isVisible());
     actions().showSidebar->trigger();
     // The width is forgotten with the hiding.
@@ -395,4 +284,62 @@ TEST_F(MainWindowTest, AShortcutTakesBackWhatItDidAndQuitCloses) {
     EXPECT_EQ(actions().quit->shortcut(), QKeySequence(QKeySequence::Quit));
     actions().quit->trigger();
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindowTest, ButtonsActOnAClickThatEndsOnThem) {
+    insert({"Song"});
+    open();
+    table().selectRow(0);
+    ASSERT_TRUE(waitUntil([&] { return details().project().isValid(); }));
+    auto& button = child<QPushButton>("openProjectButton");
+    auto& stars = child<StarEditor>();
+    details().disconnect(SIGNAL(openRequested()));
+    QSignalSpy opened(&details(), &DetailsPane::openRequested);
+    QSignalSpy rated(&details(), &DetailsPane::starRatingEdited);
+    const QPoint outside(-200, -200);
+    stars.grab();
+    const QPoint third(stars.rect().center());
+
+    QTest::mousePress(&button, Qt::LeftButton);
+    QTest::mouseRelease(&button, Qt::LeftButton, {}, outside);
+    QTest::mouseClick(&button, Qt::RightButton);
+    EXPECT_EQ(opened.count(), 0);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QTest::mouseDClick(&button, Qt::LeftButton);
+    EXPECT_EQ(opened.count(), 1);
+
+    QTest::mouseMove(&stars, third);
+    QTest::mousePress(&stars, Qt::LeftButton, {}, third);
+    QTest::mouseRelease(&stars, Qt::LeftButton, {}, outside);
+    QTest::mouseClick(&stars, Qt::RightButton, {}, third);
+    EXPECT_EQ(rated.count(), 0);
+    QTest::mouseMove(&stars, third + QPoint(1, 0));
+    QTest::mouseClick(&stars, Qt::LeftButton, {}, third + QPoint(1, 0));
+    EXPECT_EQ(rated.count(), 1);
+    settle();
+}
+
+TEST_F(MainWindowTest, OpeningWithoutTheDesktopsCommandSaysWhatIsMissing) {
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", database.folder.path().toLocal8Bit());
+    QString messages; // those of the tests before, too
+    auto& handler = Stemhaven::ErrorHandler::instance();
+    handler.setPresenter([&](const auto& details) { messages += details.message; });
+    SelectedBundle(database.folder.path()).open();
+    EXPECT_TRUE(waitUntil([&] { return messages.contains("xdg-utils"); })) << qPrintable(messages);
+    handler.setPresenter([](const auto& /*details*/) {});
+    qputenv("PATH", path);
+    EXPECT_TRUE(messages.contains("Error code: 127"));
+
+    // The command is there, but finds no program.
+    for (const int status : {1, 3, 4}) {
+        messages.clear();
+        handler.setPresenter([&](const auto& details) { messages += details.message; });
+        const FakeCommand opener("xdg-open", status);
+        SelectedBundle(database.folder.path()).open();
+        EXPECT_TRUE(waitUntil([&] { return messages.contains(QString("Error code: %1").arg(status)); }))
+            << status;
+        EXPECT_EQ(messages.contains("No program is set up to open Logic Pro projects."), status != 1);
+        handler.setPresenter([](const auto& /*details*/) {});
+    }
 }

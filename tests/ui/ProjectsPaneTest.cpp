@@ -5,10 +5,8 @@
 
 #include <QFileDialog>
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QToolTip>
 
 namespace SettingsKeys = Stemhaven::SettingsKeys;
 
@@ -264,55 +262,6 @@ TEST_F(ProjectsPaneTest, HiddenProjectsAreCountedAndShownWhereTheyAloneMatch) {
     EXPECT_EQ(status(), "All projects matching 'har' (2 found)");
     search("harz");
     EXPECT_EQ(emptyState().reason(), EmptyState::Reason::NothingFound);
-}
-
-TEST_F(ProjectsPaneTest, NamesTakeTheRestAndWidthsThatTheUserGivesStay) {
-    insert("x", QString("name='%1'").arg(QString(300, u'M')));
-    open();
-    auto* header = table().horizontalHeader();
-    EXPECT_EQ(header->sectionSize(nameColumn()), 240);
-    window->resize(2600, 800);
-    QApplication::processEvents();
-    EXPECT_EQ(header->length(), table().viewport()->width());
-
-    // A width that the user gives a column stays its own until a double click on the column's edge.
-    const int tempo = nameColumn() + 2;
-    const int fitting = header->sectionSize(tempo);
-    header->resizeSection(tempo, 333);
-    header->resizeSection(nameColumn(), 150);
-    refresh();
-    open();
-    EXPECT_EQ(table().horizontalHeader()->sectionSize(tempo), 333);
-    EXPECT_EQ(table().horizontalHeader()->sectionSize(nameColumn()), 150);
-    emit table().horizontalHeader()->sectionHandleDoubleClicked(tempo);
-    emit table().horizontalHeader()->sectionHandleDoubleClicked(nameColumn());
-    open();
-    EXPECT_EQ(table().horizontalHeader()->sectionSize(tempo), fitting);
-    EXPECT_GE(table().horizontalHeader()->sectionSize(nameColumn()), 240);
-}
-
-TEST_F(ProjectsPaneTest, TipsShowWhatDoesNotFit) {
-    const QString name = QString("M & <b> ").repeated(40);
-    const QString whole = "<p>" + name.toHtmlEscaped() + "</p>";
-    insert({"long", "short"});
-    database.rows(QString("UPDATE projects SET name='%1' WHERE name='long'").arg(name));
-    open();
-    const auto tipOver = [](QWidget& widget, const QPoint& place) {
-        QToolTip::hideText();
-        EXPECT_TRUE(waitUntil([] { return !QToolTip::isVisible(); }));
-        QHelpEvent event(QEvent::ToolTip, place, widget.mapToGlobal(place));
-        QApplication::sendEvent(&widget, &event);
-        return QToolTip::isVisible() ? QToolTip::text() : QString();
-    };
-    const auto tipOverCell = [&](int row, int column) {
-        return tipOver(*table().viewport(), table().visualRect(model().index(row, column)).center());
-    };
-    EXPECT_EQ(tipOverCell(0, nameColumn()), whole);
-    EXPECT_EQ(tipOverCell(1, nameColumn()), QString());
-    table().selectRow(0);
-    ASSERT_TRUE(waitUntil([&] { return details().project().id == 1; }));
-    auto& label = child<QLabel>("projectNameLabel");
-    EXPECT_EQ(tipOver(label, label.rect().center()), whole);
 }
 
 TEST_F(ProjectsPaneTest, ACatalogueThatCannotBeReadSaysSoAndIsTriedAgain) {

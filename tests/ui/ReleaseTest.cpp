@@ -215,18 +215,3 @@ TEST_F(ReleaseTest, TheCalendarShowsMovesAndTakesBack) {
     EXPECT_EQ(dialog->projectId(), 3);
     dialog->reject();
 }
-
-TEST_F(ReleaseTest, TheCalendarComesBackAsItWas) {
-    auto& releases = openCalendar();
-    releases.resize(700, 500);
-    releases.findChild<CalendarView*>()->turnPage(1);
-    for (auto* button : releases.findChildren<QAbstractButton*>()) {
-        if (button->text() == "Week")
-            button->click();
-    }
-    window->close();
-    open();
-    auto& again = openCalendar();
-    EXPECT_EQ(again.size(), QSize(700, 500));
-    EXPECT_EQ(again.findChild<CalendarView*>()->span(), CalendarView::Span::Week);
-}

@@ -5,6 +5,7 @@
 #include "ui/widgets/Style.h"
 
 #include <QApplication>
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
@@ -14,6 +15,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
+#include <limits>
 
 namespace {
 
@@ -21,6 +24,15 @@ const QString portal = "/org/freedesktop/portal/desktop";
 const QString appearance = "org.freedesktop.appearance";
 const QString colorScheme = "color-scheme";
 const QString contrast = "contrast";
+const QString accentColor = "accent-color";
+
+QVariant rgb(double red, double green, double blue) {
+    QDBusArgument components;
+    components.beginStructure();
+    components << red << green << blue;
+    components.endStructure();
+    return QVariant::fromValue(QDBusVariant(QVariant::fromValue(components)));
+}
 
 /// Stands in for a desktop that can be light or dark.
 class Desktop : public QDBusVirtualObject {
@@ -33,6 +45,8 @@ public:
             connection.send(question.createReply(answer()));
         else if (keys == QVariantList{appearance, contrast})
             connection.send(question.createReply(QVariant::fromValue(QDBusVariant(wantsContrast ? 1U : 0U))));
+        else if (keys == QVariantList{appearance, accentColor})
+            answerWithAccent(question, connection);
         else
             connection.send(question.createErrorReply(QDBusError::UnknownMethod, "unknown"));
         return true;
@@ -47,13 +61,24 @@ public:
 
     std::atomic<bool> isDark = true;
     std::atomic<bool> wantsContrast = false;
+    /// Above 1 says that there is no accent; without a number the desktop keeps silent.
+    std::atomic<double> accentRed = 2;
 
 private:
+    void answerWithAccent(const QDBusMessage& question, const QDBusConnection& connection) const {
+        if (!std::isnan(accentRed))
+            connection.send(question.createReply(rgb(accentRed, 0.5, 0)));
+    }
+
     QVariant answer() const { return QVariant::fromValue(QDBusVariant(isDark ? 1U : 2U)); }
 };
 
 QColor base() {
     return QApplication::palette().color(QPalette::Base);
+}
+
+QColor accent() {
+    return QApplication::palette().color(QPalette::Highlight);
 }
 
 } // namespace
@@ -80,9 +105,17 @@ TEST(ThemeTest, FollowsTheDesktopLiveAndLeavesItItsOwnColours) {
             desktop.change(dark, connection);
             EXPECT_TRUE(waitUntil([&] { return (base().lightness() < 128) == dark; })) << dark;
         }
+        const QColor ownAccent = accent();
+        desktop.accentRed = 1;
+        desktop.change(true, connection);
+        EXPECT_TRUE(waitUntil([&] { return accent() != ownAccent; }));
+        // A desktop that keeps silent does not hold up the program for as long as D-Bus would wait.
+        desktop.accentRed = std::numeric_limits<double>::quiet_NaN();
         desktop.wantsContrast = true;
+        const QDeadlineTimer deadline(std::chrono::seconds(10));
         desktop.change(true, connection);
         EXPECT_TRUE(waitUntil([] { return base() == QColor(Qt::black); }));
+        EXPECT_FALSE(deadline.hasExpired());
     }
 
     QDBusConnection::disconnectFromBus(name);

@@ -1,0 +1,37 @@
+#include "backup/DailyCopy.h"
+
+#include "app/errors/Guarded.h"
+#include "backup/DatabaseCopies.h"
+
+#include <QDateTime>
+#include <QtConcurrent/QtConcurrentRun>
+
+#include <utility>
+
+namespace Stemhaven {
+
+DailyCopy::DailyCopy(LiveFiles live, std::function<bool()> isQuiet, std::chrono::milliseconds interval)
+    : m_live(std::move(live)),
+      m_isQuiet(std::move(isQuiet)) {
+    QObject::connect(&m_timer, &QTimer::timeout, [this] { copyIfDue(); });
+    m_timer.start(interval);
+}
+
+DailyCopy::~DailyCopy() {
+    m_copying.waitForFinished();
+}
+
+void DailyCopy::copyIfDue() {
+    if (m_copying.isRunning() || !m_isQuiet())
+        return;
+    m_copying = QtConcurrent::run([live = m_live] {
+        loggingFailures(QStringLiteral("Could not copy the databases aside."), [&] {
+            const DatabaseCopies copies(live);
+            const auto now = QDateTime::currentDateTime();
+            if (copies.isDue(now))
+                copies.copyAside(now);
+        });
+    });
+}
+
+} // namespace Stemhaven
