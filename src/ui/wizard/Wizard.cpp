@@ -91,8 +91,6 @@ void Wizard::layOut() {
     for (int page = 0; page < m_pages->count(); ++page)
         m_pages->setTabVisible(page, false);
     m_pages->tabBar()->hide();
-    // It would hand the focus on to the hidden bar, and the Tab key would lead no further.
-    m_pages->setFocusPolicy(Qt::NoFocus);
 
     m_progress->setRange(0, m_pages->count());
     m_progress->setTextVisible(false);
