@@ -9,7 +9,6 @@
 namespace {
 
 const QString screenshotOption = QStringLiteral("screenshot");
-const QString actionOption = QStringLiteral("screenshot-of");
 const QString sizeOption = QStringLiteral("size");
 const QString colorSchemeOption = QStringLiteral("color-scheme");
 const QString exportOption = QStringLiteral("export-backup");
@@ -23,8 +22,6 @@ void describe(QCommandLineParser& parser) {
     parser.addOption(
         {screenshotOption, "Write a picture of the main window to <file> once its table has rows, then quit.",
          "file"});
-    parser.addOption(
-        {actionOption, "Of the window that <action> opens, instead: release or releaseCalendar.", "action"});
     parser.addOption(
         {colorSchemeOption, "Light or dark whatever the desktop wishes: <scheme> is light or dark.",
          "scheme"});
@@ -86,7 +83,6 @@ std::optional<CommandLine> CommandLine::parse() {
     parser.process(QCoreApplication::arguments());
     CommandLine commandLine;
     commandLine.screenshot = parser.value(screenshotOption);
-    commandLine.action = parser.value(actionOption);
     commandLine.size = sizeFrom(parser.value(sizeOption));
     if (parser.isSet(sizeOption) && !commandLine.size) {
         std::fputs("--size wants a width and a height, for example 1200x760.\n", stderr);

@@ -22,8 +22,6 @@ struct CommandLine {
 
     /// The file for a picture of the main window, or empty.
     QString screenshot;
-    /// The object name of the action whose window that picture is of; empty for the main window.
-    QString action;
     std::optional<QSize> size;
     std::optional<Stemhaven::ColorScheme> colorScheme;
     /// The folder that a backup is to be written to, or empty.

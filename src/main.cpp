@@ -277,7 +277,7 @@ int run(int argc, char** argv) {
     if (commandLine->size)
         window.resize(*commandLine->size);
     if (!commandLine->screenshot.isEmpty())
-        screenshot.emplace(window, commandLine->screenshot, commandLine->action);
+        screenshot.emplace(window, commandLine->screenshot);
     window.show();
     const int status = QApplication::exec();
     Stemhaven::ProjectMonitor::stop();

@@ -539,6 +539,18 @@
         <translation>Alle Projekte zeigen</translation>
     </message>
     <message>
+        <source>All columns are hidden</source>
+        <translation>Alle Spalten sind ausgeblendet</translation>
+    </message>
+    <message>
+        <source>The table has nothing to show of your projects, and a search looks at nothing.</source>
+        <translation>Die Tabelle kann von deinen Projekten nichts zeigen, und eine Suche sieht nirgends nach.</translation>
+    </message>
+    <message>
+        <source>Show the Names</source>
+        <translation>Namen zeigen</translation>
+    </message>
+    <message>
         <source>Your projects could not be read</source>
         <translation>Deine Projekte konnten nicht gelesen werden</translation>
     </message>
@@ -2079,6 +2091,10 @@
     <message>
         <source>Could not load project folders to monitor</source>
         <translation>Die Ordner, die überwacht werden, konnten nicht geladen werden</translation>
+    </message>
+    <message>
+        <source>Wizard: Failed to load root paths</source>
+        <translation>Einrichtung: Die Ordner konnten nicht geladen werden</translation>
     </message>
     <message>
         <source>Wizard: Could not add folder for monitoring</source>

@@ -6,30 +6,25 @@
 #include <chrono>
 
 class MainWindow;
-class QWidget;
 
 /// Writes a picture of the main window, with the first project selected, once its table has its rows, those
 /// of a search that is going on included, and quits. Exit status 1 where the picture cannot be written, or
-/// where that takes too long. It can be of another window, which an action of the main window opens.
+/// where that takes too long.
 class Screenshot : public QObject {
     Q_OBJECT
 
 public:
-    /// window outlives this object. action is the object name of the one that opens the other window.
+    /// window outlives this object.
     Screenshot(
-        MainWindow& window, QString file, QString action = {},
-        std::chrono::milliseconds patience = std::chrono::seconds(30));
+        MainWindow& window, QString file, std::chrono::milliseconds patience = std::chrono::seconds(30));
 
 private:
     void takeWhenSearched();
     void takeWhenReloaded();
     void takeWhenFilled();
-    void openOther();
-    QWidget& shownWindow() const;
     void take();
     void giveUp();
 
     MainWindow& m_window;
     QString m_file;
-    QString m_action;
 };

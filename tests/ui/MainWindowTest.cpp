@@ -134,7 +134,7 @@ TEST_F(MainWindowTest, APictureThatCannotBeTakenEndsTheProgramNevertheless) {
     ASSERT_TRUE(stopWorker());
     window.emplace(tasks(), monitor);
     const QString file = database.folder.path() + "/picture.png";
-    const Screenshot screenshot(*window, file, {}, std::chrono::milliseconds(1));
+    const Screenshot screenshot(*window, file, std::chrono::milliseconds(1));
     testing::internal::CaptureStderr();
     EXPECT_EQ(QApplication::exec(), 1);
     EXPECT_NE(testing::internal::GetCapturedStderr().find("was not filled in time"), std::string::npos);

@@ -6,6 +6,7 @@
 #include "ui/preferences/PreferencesDialog.h"
 #include "ui/sidebar/AddFilterForm.h"
 #include "ui/sidebar/RemoveFilter.h"
+#include "ui/table/EmptyState.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -202,6 +203,20 @@ TEST_F(PreferencesTest, ColumnsTakeEffectAtOnceAndClearTheSort) {
     list.findItems("Name", Qt::MatchExactly).constFirst()->setCheckState(Qt::Unchecked);
     settle();
     EXPECT_EQ(model().rowCount(), 0);
+
+    // Rows without a column would be an empty page.
+    search({});
+    for (int row = 0; row < list.count(); ++row)
+        list.item(row)->setCheckState(Qt::Unchecked);
+    settle();
+    const auto& hint = *window->findChild<EmptyState*>();
+    EXPECT_EQ(hint.reason(), EmptyState::Reason::NoColumns);
+    EXPECT_TRUE(hint.isVisible());
+    hint.findChild<QPushButton*>()->click();
+    settle();
+    EXPECT_FALSE(hint.isVisible());
+    EXPECT_EQ(titles(), QStringList("Name"));
+    EXPECT_EQ(list.findItems("Name", Qt::MatchExactly).constFirst()->checkState(), Qt::Checked);
 }
 
 TEST_F(PreferencesTest, StatusLabelsAreEditsThatCanBeUndone) {
@@ -253,11 +268,14 @@ TEST_F(PreferencesTest, PagesAreReachedByKeyboardAndFitASmallScreen) {
     auto& pages = part<QTabWidget>("tabWidget");
     for (int page = 0; page < 4; ++page) {
         EXPECT_EQ(pages.currentIndex(), page);
-        EXPECT_TRUE(part<QToolButton>(tabs[page]).isChecked());
-        if (page < 3) {
-            part<QToolButton>(tabs[page]).setFocus();
-            QTest::keyClick(&part<QToolButton>(tabs[page]), Qt::Key_Right);
-        }
+        auto& button = part<QToolButton>(tabs[page]);
+        EXPECT_TRUE(button.isChecked());
+        button.setFocus();
+        QTest::keyClick(&button, Qt::Key_Tab);
+        EXPECT_TRUE(pages.currentWidget()->isAncestorOf(QApplication::focusWidget())) << tabs[page];
+        button.setFocus();
+        if (page < 3)
+            QTest::keyClick(&button, Qt::Key_Right);
     }
     QTest::keyClick(&pages, Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(pages.currentIndex(), 0);

@@ -9,6 +9,8 @@
 #include "ui/Translation.h"
 #include "ui/actions/WindowActions.h"
 #include "ui/preferences/PreferencesDialog.h"
+#include "ui/release/ReleaseCalendar.h"
+#include "ui/release/ReleaseDialog.h"
 #include "ui/widgets/FontIcons.h"
 #include "ui/widgets/Theme.h"
 #include "ui/wizard/Wizard.h"
@@ -80,12 +82,7 @@ void takeWizard(Pictures& pictures) {
     wizard.disconnect(&ProjectMonitor::instance());
 }
 
-void takePreferences(Pictures& pictures) {
-    MainWindow window;
-    window.show();
-    auto& monitor = ProjectMonitor::instance();
-    monitor.restartMonitoring();
-    waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); });
+void takePreferences(Pictures& pictures, MainWindow& window) {
     window.findChild<WindowActions*>()->settings->trigger();
     auto* preferences = window.findChild<PreferencesDialog*>();
     for (const char* page : {"monitor", "columns", "status", "advanced"}) {
@@ -96,6 +93,39 @@ void takePreferences(Pictures& pictures) {
         shown->setFocus();
         pictures.take(*preferences, QStringLiteral("preferences-") + name);
     }
+    preferences->close();
+}
+
+/// Of the first project, and the calendar with all that are released.
+void takeReleases(Pictures& pictures, MainWindow& window) {
+    const auto& actions = *window.findChild<WindowActions*>();
+    window.selectFirstProject();
+    waitUntil([&] { return actions.release->isEnabled(); });
+    actions.release->trigger();
+    auto* details = window.findChild<ReleaseDialog*>();
+    pictures.take(*details, QStringLiteral("release-details"));
+    details->reject();
+    actions.releaseCalendar->trigger();
+    auto* calendar = window.findChild<ReleaseCalendar*>();
+    for (auto* button : calendar->findChildren<QToolButton*>()) {
+        if (!button->isCheckable())
+            continue;
+        button->click();
+        const bool isWeek = button->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_2);
+        pictures.take(
+            *calendar, isWeek ? QStringLiteral("release-calendar-week") : QStringLiteral("release-calendar"));
+    }
+    calendar->close();
+}
+
+void takeWindow(Pictures& pictures) {
+    MainWindow window;
+    window.show();
+    auto& monitor = ProjectMonitor::instance();
+    monitor.restartMonitoring();
+    waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); });
+    takePreferences(pictures, window);
+    takeReleases(pictures, window);
 }
 
 int run(int argc, char** argv) {
@@ -120,7 +150,7 @@ int run(int argc, char** argv) {
     Pictures pictures(arguments[1], isDark ? QStringLiteral("-dark") : QString());
     ProjectMonitor::instance();
     takeWizard(pictures);
-    takePreferences(pictures);
+    takeWindow(pictures);
     ProjectMonitor::instance().shutDown();
     return pictures.areWritten() ? 0 : 1;
 }

@@ -6,8 +6,9 @@
 namespace Stemhaven {
 
 InotifyCalls& InotifyCalls::system() {
-    static InotifyCalls calls;
-    return calls;
+    // Never destroyed: a thread that a file system holds up may call it to the very end of the process.
+    static auto* const calls = new InotifyCalls;
+    return *calls;
 }
 
 int InotifyCalls::open() {

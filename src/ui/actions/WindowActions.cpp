@@ -22,10 +22,16 @@ QList<QKeySequence> redoShortcuts() {
     return shortcuts;
 }
 
+/// Not every desktop has keys for them.
+QList<QKeySequence> settingsShortcuts() {
+    const auto shortcuts = QKeySequence::keyBindings(QKeySequence::Preferences);
+    return shortcuts.isEmpty() ? QList{QKeySequence(Qt::CTRL | Qt::Key_Comma)} : shortcuts;
+}
+
 } // namespace
 
 WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(window) {
-    settings = make(tr("S&ettings"), QKeySequence::keyBindings(QKeySequence::Preferences));
+    settings = make(tr("S&ettings"), settingsShortcuts());
     settings->setMenuRole(QAction::PreferencesRole);
 
     auto openShortcuts = QKeySequence::keyBindings(QKeySequence::Open);

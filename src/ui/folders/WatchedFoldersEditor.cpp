@@ -57,7 +57,7 @@ WatchedFoldersEditor::WatchedFoldersEditor(
     new FolderDrop(*this, *m_adder);
     setFocusProxy(m_list);
     updateButtons();
-    m_model->reload();
+    guarded(m_words.readingFailure, [this] { m_model->reload(); });
 }
 
 void WatchedFoldersEditor::layOut() {

@@ -23,7 +23,8 @@ class WatchedFoldersEditor : public QWidget {
 public:
     /// What differs between the places where the list is shown.
     struct Words {
-        QString loadingFailure;
+        QString loadingFailure; ///< of the database
+        QString readingFailure; ///< of anything else
         QString addingFailure;
         QString selectionFailure;
         QString addButtonName;    ///< of the object

@@ -22,9 +22,9 @@ MonitorPage::MonitorPage(Stemhaven::TaskManager& tasks, Stemhaven::ProjectMonito
       m_monitor(monitor),
       m_folders(new WatchedFoldersEditor(
           tasks, monitor,
-          {tr("Could not load project folders to watch"), tr("Could not add folder"),
-           tr("Selecting monitored root search path failed."), QStringLiteral("addMonitoredPathButton"),
-           QStringLiteral("removeMonitoredPathButton")})),
+          {tr("Could not load project folders to watch"), tr("Could not load project folders to watch"),
+           tr("Could not add folder"), tr("Selecting monitored root search path failed."),
+           QStringLiteral("addMonitoredPathButton"), QStringLiteral("removeMonitoredPathButton")})),
       // The blank keeps the text clear of the box.
       m_genreFromFolder(new QCheckBox(tr(" Assign Genre based on Directory"))) {
     m_genreFromFolder->setObjectName(QStringLiteral("genreFromDirCheck"));

@@ -32,6 +32,8 @@ PreferencesDialog::PreferencesDialog(
     m_pages->setObjectName(QStringLiteral("tabWidget"));
     m_pages->setDocumentMode(true);
     m_pages->tabBar()->hide();
+    // It would hand the focus on to the hidden bar, and the Tab key would lead no further.
+    m_pages->setFocusPolicy(Qt::NoFocus);
 
     m_columns = new ColumnsPage(*builder);
     connect(m_columns, &ColumnsPage::columnsChanged, this, &PreferencesDialog::columnsChanged);

@@ -123,6 +123,12 @@ void EmptyState::present(Reason reason, const QString& name) {
                 .arg(shortened(name)),
             tr("Show All Projects"));
         break;
+    case Reason::NoColumns:
+        setTexts(
+            tr("All columns are hidden"),
+            tr("The table has nothing to show of your projects, and a search looks at nothing."),
+            tr("Show the Names"));
+        break;
     case Reason::Unreadable:
         setTexts(
             tr("Your projects could not be read"),
@@ -181,6 +187,9 @@ void EmptyState::performAction() {
         break;
     case Reason::NothingInFilter:
         emit showAllRequested();
+        break;
+    case Reason::NoColumns:
+        emit showColumnRequested();
         break;
     case Reason::Unreadable:
         emit reloadRequested();

@@ -7,7 +7,7 @@ class QLabel;
 class QPushButton;
 class TracksEmblem;
 
-/// What stands in the place of the table when it has no rows: why, and the next step.
+/// What stands in the place of the table when it shows nothing: why, and the next step.
 class EmptyState : public QScrollArea {
     Q_OBJECT
 
@@ -19,6 +19,7 @@ public:
         MatchesHidden,   ///< only hidden projects match the search and the filter
         NothingFound,    ///< no project matches the search
         NothingInFilter, ///< no project is in the collection, has the tag, and so on
+        NoColumns,       ///< there are projects, but every column is hidden
         Unreadable       ///< the catalogue could not be read
     };
 
@@ -41,6 +42,7 @@ signals:
     void showHiddenRequested();
     void clearSearchRequested();
     void showAllRequested();
+    void showColumnRequested();
     void reloadRequested();
 
 protected:

@@ -150,6 +150,9 @@ void ProjectsPane::setUpEvents() {
     connect(m_emptyState, &EmptyState::addFolderRequested, this, &ProjectsPane::addFolderRequested);
     connect(m_emptyState, &EmptyState::showHiddenRequested, this, &ProjectsPane::showHiddenRequested);
     connect(m_emptyState, &EmptyState::showAllRequested, this, &ProjectsPane::showAllRequested);
+    connect(m_emptyState, &EmptyState::showColumnRequested, m_columns, [this] {
+        m_columns->show(QStringLiteral("name"), true);
+    });
     connect(m_emptyState, &EmptyState::clearSearchRequested, m_search, &TableSearch::clear);
     connect(m_emptyState, &EmptyState::reloadRequested, this, &ProjectsPane::reloadRequested);
 }
@@ -279,7 +282,7 @@ void ProjectsPane::showReloaded(ReloadScheduler::Reason reason) {
         if (!m_reloads->isWaiting())
             m_selection->selectAfterReload({});
         if (m_model->rowCount() > 0)
-            showPage(m_tablePage);
+            showRows();
         m_hidden->start();
         if (std::exchange(m_isWayToTable, false))
             goToTable();
@@ -302,6 +305,13 @@ void ProjectsPane::showHidden(int projects) {
     // The answer may be to a question that the user has left behind; then another one comes.
     if (m_model->rowCount() == 0 && !m_model->isReloading())
         showReason();
+}
+
+void ProjectsPane::showRows() {
+    const bool hasColumns = m_model->columnCount() > 0;
+    if (!hasColumns)
+        m_emptyState->present(EmptyState::Reason::NoColumns);
+    showPage(hasColumns ? m_tablePage : m_emptyState);
 }
 
 /// Why there are no rows.

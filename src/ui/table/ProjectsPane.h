@@ -116,6 +116,7 @@ private:
     void showReloaded(ReloadScheduler::Reason reason);
     void showStatus();
     void showHidden(int projects);
+    void showRows();
     void showReason();
     void showUnreadable();
     void showPage(QWidget* page);

@@ -11,6 +11,7 @@
 #include "ui/widgets/ScreenFitting.h"
 
 #include <QCoreApplication>
+#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -55,7 +56,8 @@ Wizard::Wizard(
       m_backupFile(new QLineEdit),
       m_folders(new WatchedFoldersEditor(
           tasks, monitor,
-          {tr("Could not load project folders to monitor"), tr("Wizard: Could not add folder for monitoring"),
+          {tr("Could not load project folders to monitor"), tr("Wizard: Failed to load root paths"),
+           tr("Wizard: Could not add folder for monitoring"),
            tr("Wizard: Selecting monitored project search path failed."), QStringLiteral("addPathButton"),
            QStringLiteral("removePathButton")})),
       m_progress(new QProgressBar(this)),
@@ -175,6 +177,7 @@ void Wizard::loadAgreement(const QString& path) {
     const QString title =
         isThere ? tr("Could not read EULA file: ") + shown : tr("Missing EULA file! Cannot proceed...");
     const QString message = isThere ? tr("Cannot proceed...") : shown;
+    qCritical().noquote() << title << shown;
     m_agreement->setPlainText(title + QStringLiteral("\n\n") + message);
     Stemhaven::ErrorHandler::instance().reportError(title, Exception(message), QtCriticalMsg);
 }
