@@ -231,9 +231,12 @@ void MainWindow::followFilter() {
 // --- The selected projects ---------------------------------------------------------------------------------
 
 void MainWindow::projectsTableSelectionChanged() {
-    m_whenSelectedIsShown.reset();
     guarded(tr("Could not select project"), [this] {
-        m_details->selectProjects(m_projects->selectedProjects());
+        const auto selected = m_projects->selectedProjects();
+        // A reload may select the same ones anew.
+        if (m_whenSelectedIsShown && m_whenSelectedIsShown->projects != selected)
+            m_whenSelectedIsShown.reset();
+        m_details->selectProjects(selected);
         m_editor->setSelection(editedProjects(), m_details->summary().areAllIgnored());
     });
 }
@@ -269,7 +272,7 @@ void MainWindow::whenSelectedIsShown(const QString& failureTitle, const std::fun
         perform();
         return;
     }
-    m_whenSelectedIsShown = {failureTitle, std::move(perform)};
+    m_whenSelectedIsShown = {m_projects->selectedProjects(), failureTitle, std::move(perform)};
     m_details->retry();
 }
 

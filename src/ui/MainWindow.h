@@ -125,6 +125,7 @@ private:
 
     /// What was asked for before the details of the selected projects had come.
     struct PendingRequest {
+        QList<qint64> projects;
         QString failureTitle;
         std::function<void()> what;
     };
