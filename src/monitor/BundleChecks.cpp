@@ -241,18 +241,18 @@ void BundleChecks::match(const CheckedGroup& group, bool areUndecided, BundleMat
             areUndecided && isSettled ? Knowledge::Settled : unsettled);
         if (outcome == BundleMatching::Outcome::Unreadable)
             checkOnceMore(checked);
-        else if (outcome == BundleMatching::Outcome::Undecided)
-            leaveUndecided(request, areUndecided, !checked.candidates.byPath.isEmpty());
+        else if (outcome != BundleMatching::Outcome::Decided)
+            leaveUndecided(request, areUndecided, outcome == BundleMatching::Outcome::UndecidedByPath);
         else
             m_checkedOnceMore.remove(request.path);
     }
 }
 
-void BundleChecks::leaveUndecided(CheckRequest request, bool isAllSeen, bool hasRecordAtPath) {
+void BundleChecks::leaveUndecided(CheckRequest request, bool isAllSeen, bool isDecidedByPath) {
     const auto now = Clock::now();
     if (!request.undecidedSince)
         request.undecidedSince = now;
-    request.hasRecordAtPath = hasRecordAtPath;
+    request.isDecidedByPath = isDecidedByPath;
     const auto notBefore = isAllSeen ? *request.undecidedSince + untilSettled() : now;
     const std::lock_guard lock(m_mutex);
     m_queue.addUndecided(std::move(request), notBefore);
