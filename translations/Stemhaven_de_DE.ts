@@ -1255,6 +1255,25 @@
     </message>
 </context>
 <context>
+    <name>RecoverCommand</name>
+    <message>
+        <source>Projects looked at: %1. Damaged: %2.</source>
+        <translation>Geprüfte Projekte: %1. Beschädigt: %2.</translation>
+    </message>
+    <message>
+        <source>There is no terminal to ask. Give --yes if that is what you want.</source>
+        <translation>Es gibt kein Terminal für die Frage. Gib --yes an, wenn du das willst.</translation>
+    </message>
+    <message>
+        <source>The watched folders could not be read: %1</source>
+        <translation>Die überwachten Ordner konnten nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>No folders are watched.</source>
+        <translation>Es werden keine Ordner überwacht.</translation>
+    </message>
+</context>
+<context>
     <name>RecoverDialog</name>
     <message>
         <source>Select &amp;All</source>
