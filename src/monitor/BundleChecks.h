@@ -4,6 +4,7 @@
 #include "monitor/BundleMatching.h"
 #include "monitor/CheckQueue.h"
 #include "monitor/FoundBundle.h"
+#include "monitor/MovesByCopying.h"
 #include "monitor/RecordedBundles.h"
 
 #include <QList>
@@ -70,6 +71,9 @@ public:
     /// False where a check of that path is waiting already; it will do for both then.
     bool add(CheckRequest request);
 
+    /// A search found nothing at these paths, which are on record.
+    void addMissing(const QSet<QString>& paths);
+
     /// Blocks until fewer than limit checks are waiting. Looks at giveUp now and then, and returns when it
     /// says so.
     void waitForRoom(qsizetype limit, const std::function<bool()>& giveUp);
@@ -102,6 +106,7 @@ private:
     void match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching);
     void leaveUndecided(CheckRequest request, bool isAllSeen, bool isDecidedByPath);
     Clock::duration untilSettled() const;
+    void bundleVanished(const CheckRequest& request, const ProjectDetails& details);
     bool write(const CheckedGroup& group, const BundleMatching& matching);
     /// Writes the notes, and gives new projects their genres where the user wishes it.
     void follow(const QList<ProjectChanges::Written>& written);
@@ -122,9 +127,11 @@ private:
     std::vector<std::function<void()>> m_whenIdle;
     Clock::time_point m_pausedUntil;
     std::atomic<bool> m_stop = false;
+    std::atomic<bool> m_hasCopies = false; // some that may have been moves
 
     // The checks' thread:
     QSet<QString> m_checkedOnceMore; // of the unreadable ones
+    MovesByCopying m_moves;
     std::chrono::milliseconds m_databaseDelay;
     bool m_isDatabaseOut = false;
     std::thread m_thread; // last: it uses the others

@@ -28,6 +28,8 @@ struct CheckRequest {
     /// When it was undecided, only its path spoke for a record: those with notes are decided before.
     bool isDecidedByPath = false;
     std::optional<std::chrono::steady_clock::time_point> undecidedSince = {};
+    /// There was no bundle at path when it was looked at before.
+    bool isVanished = false;
 };
 
 /// The bundles that wait for their check, each path once. What is on record already goes before what is new,

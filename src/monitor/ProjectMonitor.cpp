@@ -377,8 +377,10 @@ ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
                 return std::any_of(
                     roots.begin(), roots.end(), [&](const QString& root) { return path.startsWith(root); });
             };
-            if (m_recorded->setMissing(missing, isBelowRoot))
+            if (m_recorded->setMissing(missing, isBelowRoot)) {
                 tellMissingBundles();
+                m_checks.addMissing(missing);
+            }
         },
         [this](quint64 recordedBefore, bool restartWanted) { searchWalked(recordedBefore, restartWanted); },
     };
