@@ -2,6 +2,7 @@
 
 #include "app/Shutdown.h"
 #include "app/logging/Log.h"
+#include "backup/BackupDialog.h"
 #include "database/SimpleTask.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
@@ -19,9 +20,16 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QLocale>
+#include <QMessageBox>
 #include <QPixmap>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTemporaryDir>
 #include <QThread>
+#include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
 
@@ -61,6 +69,11 @@ public:
     void take(QWidget& window, const QString& name) {
         QApplication::setActiveWindow(&window);
         settle();
+        grab(window, name);
+    }
+
+    /// At once.
+    void grab(QWidget& window, const QString& name) {
         const QString file = m_folder + QLatin1Char('/') + name + m_suffix + QStringLiteral(".png");
         m_areWritten = window.grab().save(file) && m_areWritten;
     }
@@ -118,6 +131,48 @@ void takeReleases(Pictures& pictures, MainWindow& window) {
     calendar->close();
 }
 
+void choose(QFileDialog& dialog, const QString& path) {
+    dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+    QMetaObject::invokeMethod(&dialog, "accept");
+}
+
+/// Opens the dialog by the action, answers what it asks, and takes it at work and at its end.
+void takeBackup(Pictures& pictures, QAction& action, const QString& path, const QString& name) {
+    QTimer timer;
+    bool isTakenAtWork = false;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (auto* files = qobject_cast<QFileDialog*>(modal)) {
+            choose(*files, path);
+        } else if (auto* question = qobject_cast<QMessageBox*>(modal)) {
+            pictures.grab(*question, name + QStringLiteral("-question"));
+            question->button(QMessageBox::Yes)->click();
+        } else if (auto* dialog = qobject_cast<BackupDialog*>(modal)) {
+            auto* done = dialog->findChild<QPushButton*>(QStringLiteral("doneButton"));
+            const auto* progress = dialog->findChild<QProgressBar*>();
+            if (done->isEnabled()) {
+                pictures.grab(*dialog, name + QStringLiteral("-end"));
+                done->click();
+            } else if (progress->value() > 0 && !std::exchange(isTakenAtWork, true)) {
+                pictures.grab(*dialog, name + QStringLiteral("-working"));
+            }
+        }
+    });
+    timer.start(1);
+    action.trigger();
+}
+
+void takeBackups(Pictures& pictures, MainWindow& window) {
+    const auto& actions = *window.findChild<WindowActions*>();
+    const QTemporaryDir folder;
+    takeBackup(pictures, *actions.backup, folder.path(), QStringLiteral("backup"));
+    const auto archives = QDir(folder.path()).entryList({QStringLiteral("*.hvbk")});
+    const QString archive = folder.filePath(archives.value(0));
+    takeBackup(pictures, *actions.importBackup, archive, QStringLiteral("import"));
+    QFile::resize(archive, 100);
+    takeBackup(pictures, *actions.importBackup, archive, QStringLiteral("import-failed"));
+}
+
 void takeWindow(Pictures& pictures) {
     MainWindow window;
     window.show();
@@ -126,6 +181,7 @@ void takeWindow(Pictures& pictures) {
     waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); });
     takePreferences(pictures, window);
     takeReleases(pictures, window);
+    takeBackups(pictures, window);
 }
 
 int run(int argc, char** argv) {
