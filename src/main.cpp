@@ -38,7 +38,6 @@
 #include <QThread>
 #include <QTranslator>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <memory>
@@ -47,15 +46,10 @@
 namespace {
 
 void startLog(const QSettings& settings) {
-    if (!settings.contains(Stemhaven::SettingsKeys::logLevel)) {
-        Logging::Log::setLevel(QtCriticalMsg);
-        return;
-    }
-    // What the type cannot hold is as good as its greatest number: nothing passes.
-    constexpr int greatestLevel = 7;
-    const int stored = settings.value(Stemhaven::SettingsKeys::logLevel).toInt();
-    const auto level = static_cast<QtMsgType>(std::clamp(stored, 0, greatestLevel));
-    qInfo() << "Starting Stemhaven! LogLevel: " << level;
+    const auto stored = settings.value(Stemhaven::SettingsKeys::logLevel);
+    const auto level = Logging::Log::levelOf(stored);
+    if (stored.isValid())
+        qInfo() << "Starting Stemhaven! LogLevel: " << level;
     Logging::Log::setLevel(level);
 }
 
@@ -170,7 +164,7 @@ public:
 
 bool isCatalogueAtRest() {
     const auto& monitor = Stemhaven::ProjectMonitor::instance();
-    return !monitor.isSearching() && !monitor.isChecking();
+    return !monitor.isSearching() && !monitor.isChecking() && !monitor.isSuspended();
 }
 
 void sayAlreadyRunning(bool inWindow) {

@@ -26,6 +26,9 @@ void DailyCopy::copyIfDue() {
         return;
     m_copying = QtConcurrent::run([live = m_live] {
         loggingFailures(QStringLiteral("Could not copy the databases aside."), [&] {
+            const std::unique_lock lock(liveFilesMutex(), std::try_to_lock);
+            if (!lock)
+                return;
             const DatabaseCopies copies(live);
             const auto now = QDateTime::currentDateTime();
             if (copies.isDue(now))

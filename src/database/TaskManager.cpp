@@ -157,6 +157,11 @@ void TaskManager::startWorker() {
     m_worker = std::thread([this] { runTasks(); });
 }
 
+bool TaskManager::isIdle() {
+    const std::lock_guard lock(m_queueMutex);
+    return m_queue.empty() && !m_running;
+}
+
 void TaskManager::stop() {
     {
         const std::lock_guard lock(m_queueMutex);

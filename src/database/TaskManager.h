@@ -47,6 +47,9 @@ public:
     /// As addTask, or as a follow-up of parent when there is one.
     void addTask(std::shared_ptr<Task> task, const std::shared_ptr<Task>& parent);
 
+    /// Whether nothing is queued or being run.
+    bool isIdle();
+
     /// Lets the running task finish, writes the user's edits that are queued, as whoever stops the manager
     /// may replace the files, keeps the other tasks and closes the connections. wasStopped() is emitted then,
     /// from a pool thread. Does nothing where the manager is stopped or about to be.

@@ -85,6 +85,20 @@ void BundleChecks::stop() {
         m_thread.join();
 }
 
+void BundleChecks::suspend() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isSuspended = true;
+        m_queue.abandonAll();
+    }
+    m_changed.notify_all();
+}
+
+void BundleChecks::resume() {
+    const std::lock_guard lock(m_mutex);
+    m_isSuspended = false;
+}
+
 BundleChecks::~BundleChecks() {
     stop();
     m_queue.abandonAll();
@@ -161,6 +175,10 @@ bool BundleChecks::takeNext(CheckQueue::Group& group) {
     m_isChecking = false;
     m_changed.notify_all();
     while (!isEnding()) {
+        if (m_isSuspended) {
+            m_queue.abandonAll();
+            m_pausedUntil = {};
+        }
         m_queue.takeUpDelayed();
         if (m_pausedUntil <= Clock::now()) {
             const bool mayDecideAll = m_queue.readySize() == 0 && !m_callbacks.isSearching();

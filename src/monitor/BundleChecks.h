@@ -68,6 +68,11 @@ public:
 
     // From any thread:
 
+    /// From now on what waits, and what is added, is dropped, and its events are to be replayed. The group at
+    /// hand is brought to its end, after which the checks are idle.
+    void suspend();
+    void resume();
+
     /// False where a check of that path is waiting already; it will do for both then.
     bool add(CheckRequest request);
 
@@ -124,6 +129,7 @@ private:
     std::condition_variable m_changed;
     CheckQueue m_queue;
     bool m_isChecking = false;
+    bool m_isSuspended = false;
     std::vector<std::function<void()>> m_whenIdle;
     Clock::time_point m_pausedUntil;
     std::atomic<bool> m_stop = false;

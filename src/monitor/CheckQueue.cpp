@@ -134,6 +134,7 @@ void CheckQueue::abandonAll() {
         abandon(request);
     for (const auto& [path, delayed] : m_delayed)
         abandon(delayed.second);
+    *this = {};
 }
 
 } // namespace Stemhaven

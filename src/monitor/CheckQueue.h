@@ -65,7 +65,7 @@ public:
     /// Of those that wait for nothing else.
     qsizetype readySize() const { return m_waiting.size(); }
 
-    /// Their batches are to be replayed by the next start.
+    /// Empties the queue; the batches are to be replayed by the next start.
     void abandonAll();
 
 private:

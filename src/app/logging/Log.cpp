@@ -135,6 +135,13 @@ void Log::setLevel(QtMsgType level) {
         level <= QtDebugMsg ? QStringLiteral("stemhaven.events.debug=true") : QString());
 }
 
+QtMsgType Log::levelOf(const QVariant& setting) {
+    // What the type cannot hold is as good as its greatest number: nothing passes.
+    constexpr int greatest = 7;
+    return setting.isValid() ? static_cast<QtMsgType>(std::clamp(setting.toInt(), 0, greatest))
+                             : QtCriticalMsg;
+}
+
 QtMsgType Log::level() {
     return instance().m_level;
 }

@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QString>
+#include <QVariant>
 #include <QtGlobal>
 
 #include <atomic>
@@ -25,6 +26,8 @@ public:
     /// The lowest message type, as a number, that is written.
     static void setLevel(QtMsgType level);
     static QtMsgType level();
+    /// What a setting stands for; critical messages where there is none.
+    static QtMsgType levelOf(const QVariant& setting);
 
     static void outputToConsole(bool enabled);
     static bool shouldOutputToConsole();

@@ -53,6 +53,12 @@ void EditHistory::redo() {
     start(m_done.back(), Direction::Redo, std::make_shared<Step>());
 }
 
+void EditHistory::clear() {
+    m_done.clear();
+    m_undone.clear();
+    emit changed();
+}
+
 QString EditHistory::undoText() const {
     return canUndo() ? m_done.back()->texts().name : QString();
 }
