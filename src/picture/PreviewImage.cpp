@@ -1,6 +1,5 @@
 #include "picture/PreviewImage.h"
 
-#include "picture/PlainPicture.h"
 #include "platform/PlainFile.h"
 
 #include <QIODevice>
@@ -66,12 +65,14 @@ std::optional<PlainPicture> plainPictureIn(const QString& file, const std::funct
 
 QImage readPreview(const QString& file, QSize target, const std::function<bool()>& isWanted) {
     const auto picture = target.isEmpty() ? std::nullopt : plainPictureIn(file, isWanted);
-    if (!picture)
-        return {};
-    WantedBytes bytes(picture->bytes, isWanted);
-    QImageReader reader(&bytes, picture->format);
+    return picture ? previewOf(*picture, target, isWanted) : QImage();
+}
+
+QImage previewOf(const PlainPicture& picture, QSize target, const std::function<bool()>& isWanted) {
+    WantedBytes bytes(picture.bytes, isWanted);
+    QImageReader reader(&bytes, picture.format);
     reader.setAutoDetectImageFormat(false);
-    reader.setScaledSize(fitted(picture->size, target));
+    reader.setScaledSize(fitted(picture.size, target));
     return reader.read();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "picture/PlainPicture.h"
+
 #include <QImage>
 #include <QSize>
 
@@ -15,5 +17,8 @@ namespace Stemhaven {
 /// within a fraction of a second, and what is returned means nothing.
 QImage readPreview(
     const QString& file, QSize target, const std::function<bool()>& isWanted = [] { return true; });
+
+/// As readPreview, of what has been read.
+QImage previewOf(const PlainPicture& picture, QSize target, const std::function<bool()>& isWanted);
 
 } // namespace Stemhaven
