@@ -158,8 +158,8 @@ bool JpegReader::acceptFrame(std::string_view segment) {
     std::int64_t highest = 1;
     for (std::size_t i = 0; i < count; ++i) {
         const std::string_view component = segment.substr(fixedSize + componentSize * i, componentSize);
-        const int across = byteAt(component, 1) >> 4U;
-        const int down = byteAt(component, 1) & 0xFU;
+        const unsigned across = byteAt(component, 1) >> 4U;
+        const unsigned down = byteAt(component, 1) & 0xFU;
         if (across < 1 || across > 4 || down < 1 || down > 4)
             return false;
         widest = std::max<std::int64_t>(widest, across);

@@ -11,6 +11,7 @@ namespace {
 constexpr std::size_t lengthSize = 4;
 constexpr std::size_t typeSize = 4;
 constexpr std::size_t checksumSize = 4;
+constexpr std::size_t maxPaletteSize = 768;
 /// The greatest number that a PNG may write in four bytes.
 constexpr std::uint64_t maxNumber = 0x7FFFFFFF;
 
@@ -87,7 +88,7 @@ bool PngReader::accept(const Chunk& chunk) {
         return comes(Place::Begin, Place::Begin, Place::Header) && acceptHeader(chunk);
     if (chunk.type == "PLTE") {
         return comes(Place::Header, Place::Header, Place::Palette) && chunk.data.size() % 3 == 0 &&
-            chunk.data.size() <= 256 * 3;
+            chunk.data.size() <= maxPaletteSize;
     }
     if (chunk.type == "tRNS")
         return comes(Place::Header, Place::Palette, Place::Transparency) && chunk.data.size() <= 256;
