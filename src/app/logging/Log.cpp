@@ -130,9 +130,12 @@ void Log::setPrefix(const QString& prefix) {
 
 void Log::setLevel(QtMsgType level) {
     instance().m_level = level;
+    // What the decoders of pictures say names no file, and is false of a picture that is merely given up.
+    QString rules = QStringLiteral("qt.gui.imageio*.warning=false");
     // Costly to put into words, so a category of its own that its writer can ask.
-    QLoggingCategory::setFilterRules(
-        level <= QtDebugMsg ? QStringLiteral("stemhaven.events.debug=true") : QString());
+    if (level <= QtDebugMsg)
+        rules += QStringLiteral("\nstemhaven.events.debug=true");
+    QLoggingCategory::setFilterRules(rules);
 }
 
 QtMsgType Log::levelOf(const QVariant& setting) {

@@ -1,4 +1,4 @@
-#include "ui/widgets/PreviewImage.h"
+#include "picture/PreviewImage.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -9,19 +9,22 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <fstream>
+#include <random>
+
+using Stemhaven::readPreview;
 
 namespace {
 
 constexpr QSize target{640, 400};
 
-QByteArray picture(QSize size, const char* format, bool progressive = false) {
+QByteArray picture(QSize size, const char* format) {
     QImage image(size, QImage::Format_Grayscale8);
     image.fill(Qt::darkGray);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QImageWriter writer(&buffer, format);
-    writer.setProgressiveScanWrite(progressive);
     writer.write(image);
     return bytes;
 }
@@ -90,16 +93,35 @@ TEST_F(PreviewTest, RefusesWhatIsNoPictureOrCostsTooMuch) {
         {"an animation", QByteArray("GIF89a\x01\0\x01\0\0\0\0;", 14)},
         {"the beginning of a header", whole.left(30)},
         {"a header that promises everything", huge},
-        {"all at once, in passes", picture({9000, 4500}, "jpg", true)},
-        {"all at once", picture({9000, 4500}, "png")},
     };
     for (const auto& [name, bytes] : contents)
         EXPECT_TRUE(isRefused(write(bytes))) << name;
 
     QFile large(write(whole));
-    ASSERT_TRUE(large.resize((64 << 20) + 1));
+    ASSERT_TRUE(large.resize((16 << 20) + 1));
     EXPECT_TRUE(isRefused(path)) << "larger than any picture need be";
     ASSERT_TRUE(large.resize(whole.size()));
     EXPECT_FALSE(isRefused(path));
     EXPECT_TRUE(readPreview(path, QSize()).isNull()) << "no place for it";
+}
+
+TEST_F(PreviewTest, GivesUpWhatIsNotWantedAnyMore) {
+    const std::pair<const char*, bool> cases[] = {{"png", false}, {"jpg", false}, {"jpg", true}};
+    for (const auto& [format, progressive] : cases) {
+        QImage noise(700, 700, QImage::Format_RGB32);
+        std::mt19937 random(1);
+        std::generate_n(reinterpret_cast<quint32*>(noise.bits()), 700 * 700, [&] { return random(); });
+        QImageWriter writer(path, format);
+        writer.setProgressiveScanWrite(progressive);
+        ASSERT_TRUE(writer.write(noise));
+
+        int wanted = 0;
+        EXPECT_FALSE(readPreview(path, target, [&] { return ++wanted > 0; }).isNull());
+        for (const int answers : {0, 2, 9}) {
+            int asked = 0;
+            readPreview(path, target, [&] { return ++asked <= answers; });
+            EXPECT_LE(asked, answers + 4) << format;
+            EXPECT_GT(wanted, answers + 20) << format;
+        }
+    }
 }
