@@ -1,6 +1,7 @@
 #include "BackupCommands.h"
 
 #include "CommandLine.h"
+#include "app/logging/PrintableText.h"
 #include "backup/BackupExport.h"
 #include "backup/BackupImport.h"
 #include "backup/StartCheck.h"
@@ -23,13 +24,12 @@ class Texts {
 };
 
 void print(const QString& line) {
-    std::printf("%s\n", qUtf8Printable(line));
-    std::fflush(stdout);
+    Logging::printLine(stdout, line);
 }
 
 void printError(const QString& text) {
     if (!text.isEmpty())
-        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+        Logging::printLine(stderr, text);
 }
 
 bool printStep(const BackupProgress& progress) {

@@ -8,6 +8,7 @@
 #include "app/errors/ErrorHandler.h"
 #include "app/errors/Guarded.h"
 #include "app/logging/Log.h"
+#include "app/logging/PrintableText.h"
 #include "backup/DailyCopy.h"
 #include "backup/StartCheck.h"
 #include "database/TaskManager.h"
@@ -174,7 +175,7 @@ bool isCatalogueAtRest() {
 
 void sayAlreadyRunning(bool inWindow) {
     const auto text = QCoreApplication::translate("main", "Stemhaven is already running.");
-    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+    Logging::printLine(stderr, text);
     if (inWindow && QGuiApplication::platformName() != QLatin1String("offscreen"))
         QMessageBox::information(nullptr, QStringLiteral("Stemhaven"), text);
 }
@@ -187,7 +188,7 @@ bool prepareProfile() {
         return true;
     const QString text = textOf(report);
     if (report.import == FileSwap::Repair::Failed) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+        Logging::printLine(stderr, text);
         if (QGuiApplication::platformName() != QLatin1String("offscreen"))
             QMessageBox::critical(nullptr, QStringLiteral("Stemhaven"), text);
         return false;
