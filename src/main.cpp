@@ -14,6 +14,7 @@
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
 #include "platform/ActivationSocket.h"
+#include "platform/PrivateFiles.h"
 #include "platform/ProfileLock.h"
 #include "platform/TerminationSignals.h"
 #include "ui/MainWindow.h"
@@ -76,11 +77,19 @@ QString activationSocketPath() {
     return profileFolder() + QStringLiteral("/stemhaven.socket");
 }
 
-/// Makes the folder of the databases and the log where it is missing, for its user alone.
-void makeProfileFolder() {
+/// Makes the folder of the databases and the log where it is missing, and sees to it that the profile is its
+/// user's alone. Returns whether others could look into it until now.
+bool makeProfile(const QString& settingsFile) {
     const auto folder = profileFolder();
-    QDir().mkpath(QFileInfo(folder).absolutePath());
+    for (const auto& path : {folder, settingsFile})
+        QDir().mkpath(QFileInfo(path).absolutePath());
     QDir().mkdir(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    const bool wasOpen = Stemhaven::makePrivate(folder);
+    for (const auto& file : {Logging::Log::filepath(), settingsFile}) {
+        Stemhaven::makePrivateFile(file);
+        Stemhaven::makePrivate(file);
+    }
+    return wasOpen;
 }
 
 enum class ProfileAccess {
@@ -220,11 +229,14 @@ int run(int argc, char** argv) {
     if (CommandLine::printText(argc, argv))
         return 0;
 
-    makeProfileFolder();
-    Logging::Log::setDirectory(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-    Logging::Log::setPrefix(QStringLiteral("stemhaven"));
     const QSettings settings;
+    Logging::Log::setPrefix(QStringLiteral("stemhaven"));
+    const bool wasOpenToOthers = makeProfile(settings.fileName());
+    Logging::Log::setDirectory(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     startLog(settings);
+    if (wasOpenToOthers)
+        qInfo() << "Others could look into the folder of the catalogue. It is its user's alone now:"
+                << profileFolder();
 
     if (CommandLine::asksForNoWindow(argc, argv))
         return runWithoutWindow(argc, argv);

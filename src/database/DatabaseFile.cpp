@@ -2,6 +2,7 @@
 
 #include "database/DatabaseInitStatements.h"
 #include "database/SqlText.h"
+#include "platform/PrivateFiles.h"
 
 #include <QFileInfo>
 #include <QSqlDatabase>
@@ -102,6 +103,8 @@ bool DatabaseFile::copyTo(const QString& path) {
     // end the locks of the first. The statement reads in one transaction, so what others write meanwhile is
     // not in the copy.
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    // SQLite writes into an empty file, too.
+    makePrivateFile(path);
     return run(query, QStringLiteral("VACUUM INTO '%1'").arg(escape(path)));
 }
 

@@ -37,8 +37,8 @@ public:
     std::optional<QString> version();
     bool hasTable(const QString& name);
 
-    /// Writes what the database holds now into a new file, in one piece, though others may be writing to it.
-    /// They do not wait for it where the database has a write-ahead log.
+    /// Writes what the database holds now into a new file that only its user may read, in one piece, though
+    /// others may be writing to it. They do not wait for it where the database has a write-ahead log.
     bool copyTo(const QString& path);
 
     /// Why the last call failed.
