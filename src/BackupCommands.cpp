@@ -94,6 +94,9 @@ bool runBackupCommand(const CommandLine& commandLine) {
         return false;
     if (!commandLine.importBackup.isEmpty())
         return importBackup(live, commandLine.importBackup, commandLine.yes);
+    // An import replaces a database that may not be opened.
+    if (!start.mayStart())
+        return false;
     if (!commandLine.exportBackup.isEmpty())
         return exportBackup(live, commandLine.exportBackup);
     printError(Texts::tr("There is a folder or a file missing on the command line."));

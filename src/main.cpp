@@ -196,7 +196,7 @@ bool prepareProfile() {
     if (!report.isRemarkable())
         return true;
     const QString text = textOf(report);
-    if (report.import == FileSwap::Repair::Failed) {
+    if (!report.mayStart()) {
         Logging::printLine(stderr, text);
         if (QGuiApplication::platformName() != QLatin1String("offscreen"))
             QMessageBox::critical(nullptr, QStringLiteral("Stemhaven"), text);

@@ -1,6 +1,7 @@
 #include "database/Connection.h"
 
 #include "app/errors/DbException.h"
+#include "database/SqliteLibrary.h"
 #include "platform/PrivateFiles.h"
 
 #include <QDebug>
@@ -32,6 +33,7 @@ void openDatabase(QSqlDatabase& database, const QString& path, const QString& fa
     if (!database.open())
         throw DbException(database, failureMessage);
     run(database, "PRAGMA busy_timeout=5000");
+    SqliteLibrary::harden(database);
 }
 
 void prepareMainConnection(QSqlDatabase& database) {

@@ -1,7 +1,9 @@
 #include "database/DatabaseFile.h"
 
 #include "database/DatabaseInitStatements.h"
+#include "database/SchemaCheck.h"
 #include "database/SqlText.h"
+#include "database/SqliteLibrary.h"
 #include "platform/PrivateFiles.h"
 
 #include <QFileInfo>
@@ -11,6 +13,7 @@
 #include <QVariant>
 
 #include <atomic>
+#include <utility>
 
 namespace Stemhaven {
 
@@ -44,6 +47,8 @@ DatabaseFile::DatabaseFile(const QString& path, Access access, const QString& co
         m_error = QStringLiteral("no such file");
     else if (!database.open())
         m_error = database.lastError().text();
+    else
+        SqliteLibrary::harden(database);
 }
 
 DatabaseFile::~DatabaseFile() {
@@ -55,6 +60,12 @@ bool DatabaseFile::isOpen() const {
     return QSqlDatabase::database(m_connection, false).isOpen();
 }
 
+void DatabaseFile::giveUpWhen(std::function<bool()> isGivenUp) {
+    m_isGivenUp = std::move(isGivenUp);
+    if (m_isGivenUp && isOpen())
+        SqliteLibrary::interruptWhen(QSqlDatabase::database(m_connection, false), m_isGivenUp);
+}
+
 bool DatabaseFile::run(QSqlQuery& query, const QString& statement) {
     query.setForwardOnly(true);
     const bool done = query.exec(statement);
@@ -63,6 +74,11 @@ bool DatabaseFile::run(QSqlQuery& query, const QString& statement) {
 }
 
 DatabaseFile::Condition DatabaseFile::check(Check check) {
+    // First, since the check itself computes what the schema says.
+    if (const auto part = foreignPartOf(QSqlDatabase::database(m_connection, false)); !part.isEmpty()) {
+        m_error = part;
+        return Condition::Foreign;
+    }
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
     const bool done =
         run(query,

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class QSqlQuery;
@@ -16,8 +17,9 @@ public:
     /// put that right then. ReadOnly changes nothing, but may leave empty files of SQLite's beside the
     /// database.
     enum class Access { ReadOnly, ReadWrite };
-    /// Unknown where the file cannot be read, or is locked.
-    enum class Condition { Sound, Damaged, Unknown };
+    /// Unknown where the file cannot be read, is locked or the check was given up; Foreign where it holds
+    /// what this program never writes and must not work with.
+    enum class Condition { Sound, Damaged, Foreign, Unknown };
     /// Quick leaves out whether the indexes agree with their tables, which is most of the time.
     enum class Check { Quick, Whole };
 
@@ -30,6 +32,9 @@ public:
     Q_DISABLE_COPY_MOVE(DatabaseFile)
 
     bool isOpen() const;
+
+    /// Asked while a call goes on, which fails once the answer is true.
+    void giveUpWhen(std::function<bool()> isGivenUp);
 
     Condition check(Check check);
 
@@ -49,6 +54,7 @@ private:
 
     QString m_connection;
     QString m_error;
+    std::function<bool()> m_isGivenUp;
 };
 
 } // namespace Stemhaven
