@@ -155,6 +155,13 @@ bool isSetUp(const Stemhaven::ActivationSocket& activation) {
     return false;
 }
 
+void endOnSignals(const Stemhaven::TerminationSignals& termination) {
+    QObject::connect(&termination, &Stemhaven::TerminationSignals::terminationRequested, [] {
+        QApplication::closeAllWindows();
+        QCoreApplication::quit();
+    });
+}
+
 /// Starts the monitor, and ends its threads with its scope.
 class MonitorGuard {
 public:
@@ -244,11 +251,7 @@ int run(int argc, char** argv) {
     const QByteArray activationToken = activationTokenOfThisProcess();
     const QApplication application(argc, argv);
     // Outlives the databases: a second signal must not end the process while edits are still being written.
-    const Stemhaven::TerminationSignals termination;
-    QObject::connect(&termination, &Stemhaven::TerminationSignals::terminationRequested, [] {
-        QApplication::closeAllWindows();
-        QCoreApplication::quit();
-    });
+    std::optional<Stemhaven::TerminationSignals> termination;
     const DatabaseGuard databases;
     const Stemhaven::ShutdownGuard shutdown;
     const auto commandLine = CommandLine::parse();
@@ -274,6 +277,8 @@ int run(int argc, char** argv) {
 
     if (!prepareProfile())
         return 1;
+    // Not before: the check of a large database may be killed, an edit may not.
+    endOnSignals(termination.emplace());
     const MonitorGuard monitor;
     // A size that is asked for holds on any screen.
     std::optional<ScreenFitting> screens;
