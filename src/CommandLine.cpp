@@ -18,7 +18,13 @@ const QString sizeOption = QStringLiteral("size");
 const QString colorSchemeOption = QStringLiteral("color-scheme");
 const QString exportOption = QStringLiteral("export-backup");
 const QString importOption = QStringLiteral("import-backup");
+const QString recoverOption = QStringLiteral("recover");
+const QString dryRunOption = QStringLiteral("dry-run");
 const QString yesOption = QStringLiteral("yes");
+
+QString dashed(const QString& option) {
+    return QStringLiteral("--") + option;
+}
 
 void describe(QCommandLineParser& parser) {
     parser.setApplicationDescription(QStringLiteral("Keeps a catalogue of your Logic Pro projects."));
@@ -36,7 +42,12 @@ void describe(QCommandLineParser& parser) {
     parser.addOption(
         {importOption,
          "Replace the catalogue and the settings by those of the backup <file>, without a window.", "file"});
-    parser.addOption({yesOption, "Answer the question before an import with Yes."});
+    parser.addOption(
+        {recoverOption,
+         "Find damaged projects in the watched folders, and repair them after a question, without a "
+         "window."});
+    parser.addOption({dryRunOption, "With --recover: list the damaged projects and change nothing."});
+    parser.addOption({yesOption, "Answer the question before an import or a repair with Yes."});
     parser.addOption({sizeOption, "Size of the main window in that picture, for example 1200x760.", "WxH"});
 }
 
@@ -44,6 +55,11 @@ void describe(QCommandLineParser& parser) {
 bool isNameOfPicture(const QString& file) {
     const QByteArray format = QFileInfo(file).suffix().toLower().toUtf8();
     return QImageWriter::supportedImageFormats().contains(format);
+}
+
+auto givenCount(const QCommandLineParser& parser, const QStringList& options) {
+    return std::count_if(
+        options.begin(), options.end(), [&](const QString& option) { return parser.isSet(option); });
 }
 
 std::optional<QSize> sizeFrom(const QString& text) {
@@ -85,7 +101,7 @@ bool CommandLine::printText(int argc, char** argv) {
 bool CommandLine::asksForNoWindow(int argc, char** argv) {
     return std::any_of(argv + 1, argv + argc, [](const char* argument) {
         const QString text = QString::fromLocal8Bit(argument).section(QLatin1Char('='), 0, 0);
-        return text == QStringLiteral("--") + exportOption || text == QStringLiteral("--") + importOption;
+        return text == dashed(exportOption) || text == dashed(importOption) || text == dashed(recoverOption);
     });
 }
 
@@ -115,9 +131,16 @@ std::optional<CommandLine> CommandLine::parse() {
     }
     commandLine.exportBackup = parser.value(exportOption);
     commandLine.importBackup = parser.value(importOption);
+    commandLine.recover = parser.isSet(recoverOption);
+    commandLine.dryRun = parser.isSet(dryRunOption);
     commandLine.yes = parser.isSet(yesOption);
-    if (parser.isSet(exportOption) && parser.isSet(importOption)) {
-        std::fputs("--export-backup and --import-backup are two commands.\n", stderr);
+    if (givenCount(parser, {exportOption, importOption, recoverOption}) > 1) {
+        std::fputs("--export-backup, --import-backup and --recover are commands of their own.\n", stderr);
+        return std::nullopt;
+    }
+    // An import that somebody thinks to be a trial must not happen.
+    if (commandLine.dryRun && !commandLine.recover) {
+        std::fputs("--dry-run is for --recover.\n", stderr);
         return std::nullopt;
     }
     return commandLine;

@@ -28,6 +28,10 @@ struct CommandLine {
     QString exportBackup;
     /// The backup that is to be imported, or empty.
     QString importBackup;
+    /// Whether damaged projects are to be found and repaired.
+    bool recover = false;
+    /// Whether they are only to be found.
+    bool dryRun = false;
     /// Whether questions are answered by that.
     bool yes = false;
 };

@@ -2,6 +2,7 @@
 
 #include "BackupCommands.h"
 #include "CommandLine.h"
+#include "RecoverCommand.h"
 #include "app/Paths.h"
 #include "app/SettingsKeys.h"
 #include "app/Shutdown.h"
@@ -226,7 +227,9 @@ int runWithoutWindow(int argc, char** argv) {
         sayAlreadyRunning(false);
         return 1;
     }
-    return runBackupCommand(*commandLine) ? 0 : 1;
+    const bool isDone =
+        commandLine->recover ? runRecoverCommand(*commandLine) : runBackupCommand(*commandLine);
+    return isDone ? 0 : 1;
 }
 
 int run(int argc, char** argv) {

@@ -756,6 +756,10 @@
         <translation>Die Einstellungen konnten nicht gezeigt werden.</translation>
     </message>
     <message>
+        <source>Showing recovery dialog failed.</source>
+        <translation>Der Dialog zum Wiederherstellen konnte nicht gezeigt werden.</translation>
+    </message>
+    <message>
         <source>Focusing on search failed.</source>
         <translation>Das Suchfeld konnte nicht angesprungen werden.</translation>
     </message>
@@ -1248,6 +1252,198 @@
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>RecoverCommand</name>
+    <message>
+        <source>Projects looked at: %1. Damaged: %2.</source>
+        <translation>Geprüfte Projekte: %1. Beschädigt: %2.</translation>
+    </message>
+    <message>
+        <source>There is no terminal to ask. Give --yes if that is what you want.</source>
+        <translation>Es gibt kein Terminal für die Frage. Gib --yes an, wenn du das willst.</translation>
+    </message>
+    <message>
+        <source>The watched folders could not be read: %1</source>
+        <translation>Die überwachten Ordner konnten nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>No folders are watched.</source>
+        <translation>Es werden keine Ordner überwacht.</translation>
+    </message>
+</context>
+<context>
+    <name>RecoverDialog</name>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>A&amp;lle auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;Find Recoverable Projects</source>
+        <translation>Beschädigte Projekte &amp;suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Recover</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Project Recovery</source>
+        <translation>Projekte wiederherstellen</translation>
+    </message>
+    <message>
+        <source>No folders are watched. Add one to the main window first.</source>
+        <translation>Es werden keine Ordner überwacht. Füge zuerst im Hauptfenster einen hinzu.</translation>
+    </message>
+    <message>
+        <source>What is found in your watched folders is listed here. Nothing is changed by looking.</source>
+        <translation>Hier steht, was in deinen überwachten Ordnern gefunden wird. Die Suche ändert nichts.</translation>
+    </message>
+    <message>
+        <source>Sometimes Logic Pro projects can be corrupted and are missing important files needed to open them. This results in the error &quot;The file couldn&apos;t be opened because it isn&apos;t in the correct format.&quot; when trying to open them. Stemhaven can find these projects and restore the missing files for you so they can be opened again.</source>
+        <translation>Manchmal sind Projekte von Logic Pro beschädigt, und wichtige Dateien fehlen, ohne die sie sich nicht öffnen lassen. Beim Öffnen erscheint dann der Fehler „The file couldn&apos;t be opened because it isn&apos;t in the correct format.“ Stemhaven kann solche Projekte finden und die fehlenden Dateien wiederherstellen, sodass sie sich wieder öffnen lassen.</translation>
+    </message>
+    <message>
+        <source>Recoverable Projects:</source>
+        <translation>Wiederherstellbare Projekte:</translation>
+    </message>
+    <message>
+        <source>Recoverable Projects</source>
+        <translation>Wiederherstellbare Projekte</translation>
+    </message>
+    <message>
+        <source>Could not finish project recovery</source>
+        <translation>Das Wiederherstellen wurde nicht beendet</translation>
+    </message>
+    <message>
+        <source>Could not find recoverable projects!</source>
+        <translation>Beschädigte Projekte konnten nicht gesucht werden!</translation>
+    </message>
+    <message>
+        <source>Error occurred while searching for recoverable projects!</source>
+        <translation>Bei der Suche nach beschädigten Projekten ist ein Fehler aufgetreten!</translation>
+    </message>
+    <message>
+        <source>The search was cancelled before it had found anything.</source>
+        <translation>Die Suche wurde abgebrochen, bevor sie etwas gefunden hatte.</translation>
+    </message>
+    <message>
+        <source>There are no projects in your watched folders.</source>
+        <translation>In deinen überwachten Ordnern gibt es keine Projekte.</translation>
+    </message>
+    <message>
+        <source>None of your projects lacks a file that Stemhaven could restore.</source>
+        <translation>Keinem deiner Projekte fehlt eine Datei, die Stemhaven wiederherstellen könnte.</translation>
+    </message>
+    <message>
+        <source>Found %1 recoverable projects!</source>
+        <translation>Wiederherstellbare Projekte gefunden: %1</translation>
+    </message>
+    <message>
+        <source>Do you want Stemhaven to recover %1 project(s)?</source>
+        <translation>Soll Stemhaven %1 Projekt(e) wiederherstellen?</translation>
+    </message>
+    <message>
+        <source>Stemhaven will create missing files to allow the projects to be opened again. Warning: this modifies the .logicx contents! Backup first to be safe.</source>
+        <translation>Stemhaven legt fehlende Dateien an, sodass sich die Projekte wieder öffnen lassen. Achtung: Das ändert den Inhalt der .logicx-Pakete! Mach zur Sicherheit vorher eine Kopie.</translation>
+    </message>
+    <message>
+        <source>%1 project(s) could not be recovered. The list says why.</source>
+        <translation>%1 Projekt(e) ließen sich nicht wiederherstellen. Die Liste sagt, warum.</translation>
+    </message>
+    <message>
+        <source>%1 project(s) were left as they were.</source>
+        <translation>%1 Projekt(e) blieben, wie sie waren.</translation>
+    </message>
+    <message>
+        <source>Stemhaven recovered %1 project(s)!</source>
+        <translation>Stemhaven hat %1 Projekt(e) wiederhergestellt!</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryProgress</name>
+    <message>
+        <source>Could not be looked at: %1</source>
+        <translation>Nicht prüfbar: %1</translation>
+    </message>
+    <message>
+        <source>Could not be looked at: %1 and %2 more</source>
+        <translation>Nicht prüfbar: %1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>Ready to Find Recoverable Projects...</source>
+        <translation>Bereit für die Suche nach beschädigten Projekten ...</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>&amp;Anhalten</translation>
+    </message>
+    <message>
+        <source>Cancelling the search...</source>
+        <translation>Die Suche wird abgebrochen ...</translation>
+    </message>
+    <message>
+        <source>Stopping after this project...</source>
+        <translation>Nach diesem Projekt wird angehalten ...</translation>
+    </message>
+    <message>
+        <source>Searching for recoverable projects...</source>
+        <translation>Beschädigte Projekte werden gesucht ...</translation>
+    </message>
+    <message>
+        <source>Projects looked at: %1. Damaged: %2.</source>
+        <translation>Geprüfte Projekte: %1. Beschädigt: %2.</translation>
+    </message>
+    <message>
+        <source>Projects looked at: %1.</source>
+        <translation>Geprüfte Projekte: %1.</translation>
+    </message>
+    <message>
+        <source>The search was cancelled, so there may be more.</source>
+        <translation>Die Suche wurde abgebrochen; es kann also mehr geben.</translation>
+    </message>
+    <message>
+        <source>Recovered %1/%2 projects</source>
+        <translation>Wiederhergestellte Projekte: %1/%2</translation>
+    </message>
+</context>
+<context>
+    <name>RecoverableList</name>
+    <message>
+        <source>Alternative %1 gets the files of its automatic backup %2.</source>
+        <translation>Alternative %1 erhält die Dateien ihrer automatischen Sicherung %2.</translation>
+    </message>
+    <message>
+        <source>A new ProjectInformation.plist is written, with alternative %1 active.</source>
+        <translation>Eine neue ProjectInformation.plist wird geschrieben, mit %1 als aktiver Alternative.</translation>
+    </message>
+    <message>
+        <source> (Recovered)</source>
+        <translation> (Wiederhergestellt)</translation>
+    </message>
+    <message>
+        <source>Recovered.</source>
+        <translation>Wiederhergestellt.</translation>
+    </message>
+    <message>
+        <source> (Failed)</source>
+        <translation> (Fehlgeschlagen)</translation>
+    </message>
+    <message>
+        <source>Could not be recovered: %1</source>
+        <translation>Ließ sich nicht wiederherstellen: %1</translation>
     </message>
 </context>
 <context>

@@ -39,15 +39,18 @@ void openDatabase(QSqlDatabase& database, const QString& path, const QString& fa
 void prepareMainConnection(QSqlDatabase& database) {
     run(database, "PRAGMA journal_mode=WAL");
     run(database, "PRAGMA synchronous=NORMAL");
-    ensureLookUpIndexes(database);
+    ensureLookUpTables(database);
 }
 
-void ensureLookUpIndexes(QSqlDatabase& database) {
+void ensureLookUpTables(QSqlDatabase& database) {
     QSqlQuery table(database);
     if (!table.exec(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type='table' AND name='projects'")) ||
         !table.next())
         return;
     table.finish();
+    run(database,
+        "CREATE TABLE IF NOT EXISTS former_identities (project_id INTEGER NOT NULL, SUFID TEXT NOT NULL, "
+        "PRIMARY KEY (project_id, SUFID)) WITHOUT ROWID");
     run(database, "CREATE INDEX IF NOT EXISTS projects_by_sufid ON projects(SUFID)");
     run(database, "CREATE INDEX IF NOT EXISTS projects_by_path ON projects(filename, filepath)");
     run(database,

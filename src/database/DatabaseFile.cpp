@@ -1,6 +1,7 @@
 #include "database/DatabaseFile.h"
 
 #include "database/DatabaseInitStatements.h"
+#include "database/RootPathStatements.h"
 #include "database/SchemaCheck.h"
 #include "database/SqlText.h"
 #include "database/SqliteLibrary.h"
@@ -112,6 +113,16 @@ bool DatabaseFile::hasTable(const QString& name) {
                QStringLiteral("SELECT 1 FROM sqlite_master WHERE type='table' AND name='%1'")
                    .arg(escape(name))) &&
         query.next();
+}
+
+std::optional<QStringList> DatabaseFile::rootPaths() {
+    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    if (!isOpen() || !run(query, RootPathStatements::selectAll()))
+        return std::nullopt;
+    QStringList paths;
+    while (query.next())
+        paths += query.value(QStringLiteral("root_search_path")).toString();
+    return paths;
 }
 
 bool DatabaseFile::copyTo(const QString& path) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -41,6 +42,8 @@ public:
     /// What the main database says that it is of; the first row counts. Nothing where it does not say.
     std::optional<QString> version();
     bool hasTable(const QString& name);
+    /// The watched folders, of the root-paths database. Nothing where they cannot be read.
+    std::optional<QStringList> rootPaths();
 
     /// Writes what the database holds now into a new file that only its user may read, in one piece, though
     /// others may be writing to it. They do not wait for it where the database has a write-ahead log.

@@ -59,7 +59,7 @@ private:
         auto task = std::make_shared<MultistatementTask>(m_statements.initMainSQL(), m_tasks.mainDatabase());
         task->setSuccessCallback([this, self = shared_from_this(), next](const TaskPointer& done) {
             done->addNextTask(
-                std::make_shared<SimpleTask>([this, self] { ensureLookUpIndexes(m_tasks.mainDatabase()); }));
+                std::make_shared<SimpleTask>([this, self] { ensureLookUpTables(m_tasks.mainDatabase()); }));
             next(done);
         });
         task->setSqlErrorCallback(

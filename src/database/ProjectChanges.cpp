@@ -40,7 +40,8 @@ void ProjectChanges::moveProject(const ProjectDetails& details, long long projec
 }
 
 void ProjectChanges::giveUpIdentity(long long projectId) {
-    m_releases.append(ProjectStatements::giveUpIdentity(projectId));
+    m_releases << ProjectStatements::rememberIdentity(projectId, {})
+               << ProjectStatements::giveUpIdentity(projectId);
 }
 
 void ProjectChanges::giveUpPlace(long long projectId) {
@@ -54,6 +55,10 @@ QList<ProjectChanges::Written> ProjectChanges::write(QSqlDatabase& database) con
         execute(query, statement);
     QList<Written> written;
     for (const auto& change : m_changes) {
+        if (!change.written.isNew)
+            execute(
+                query,
+                ProjectStatements::rememberIdentity(change.written.projectId, change.written.details.sufid));
         execute(query, change.statement);
         Written& done = written.emplaceBack(change.written);
         if (!done.isNew) {

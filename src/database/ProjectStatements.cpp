@@ -35,8 +35,6 @@ QString selectRecords(const QString& condition) {
         condition;
 }
 
-constexpr QLatin1String givenUpMark("former ");
-
 } // namespace
 
 QString selectRecordedBundles() {
@@ -118,13 +116,18 @@ QString move(const ProjectDetails& details, long long projectId) {
             details.sufid.toString(), decimal(projectId));
 }
 
-QString giveUpIdentity(long long projectId) {
-    return QStringLiteral("UPDATE projects SET SUFID='%1' || SUFID WHERE project_id=%2")
-        .arg(givenUpMark, decimal(projectId));
+QString selectFormerIdentities(long long projectId) {
+    return QStringLiteral("SELECT SUFID FROM former_identities WHERE project_id=%1").arg(decimal(projectId));
 }
 
-QString formerSufid(const QString& stored) {
-    return stored.startsWith(givenUpMark) ? stored.mid(givenUpMark.size()) : QString();
+QString rememberIdentity(long long projectId, const SystemUniqueFileID& next) {
+    return QStringLiteral("INSERT OR IGNORE INTO former_identities SELECT project_id, SUFID FROM projects "
+                          "WHERE project_id=%1 AND SUFID NOT IN ('', '%2')")
+        .arg(decimal(projectId), next.valid ? next.toString() : QString());
+}
+
+QString giveUpIdentity(long long projectId) {
+    return QStringLiteral("UPDATE projects SET SUFID='' WHERE project_id=%1").arg(decimal(projectId));
 }
 
 QString giveUpPlace(long long projectId) {

@@ -36,11 +36,12 @@ update(const ProjectDetails& details, const ProjectData& data, qint64 lastUpdate
 /// Moves a record to where the bundle is now.
 QString move(const ProjectDetails& details, long long projectId);
 
-/// Takes the identity from a record whose number the file system has given to another bundle. It is marked
-/// and not erased, since the note in a backup of the record's own bundle still names it.
+QString selectFormerIdentities(long long projectId);
+/// To go before each statement that gives a record another identity: the note in a backup of its bundle may
+/// still name the one that it has now. An invalid next is none.
+QString rememberIdentity(long long projectId, const SystemUniqueFileID& next);
+/// Takes the identity from a record whose number the file system has given to another bundle.
 QString giveUpIdentity(long long projectId);
-/// The identity that a record has given up, from what its column holds. Empty where it has not.
-QString formerSufid(const QString& stored);
 /// Takes the folder from a record where another bundle has the place. The name stays, to know the bundle by.
 QString giveUpPlace(long long projectId);
 

@@ -30,14 +30,22 @@ QList<ProjectRecord> select(QSqlDatabase& database, const QString& statement) {
         record.id = static_cast<long long>(id);
         record.filepath = query.value(1).toString();
         record.filename = query.value(2).toString();
-        const auto stored = query.value(3).toString();
-        const auto former = ProjectStatements::formerSufid(stored);
-        record.sufid = former.isEmpty() ? stored : QString();
-        record.lastSufid = former.isEmpty() ? stored : former;
+        record.sufid = query.value(3).toString();
         record.lastModified = query.value(4).toLongLong();
         records.append(record);
     }
     return records;
+}
+
+QStringList selectFormerIdentities(QSqlDatabase& database, long long projectId) {
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    if (!query.exec(ProjectStatements::selectFormerIdentities(projectId)))
+        throw DbException(&query, QStringLiteral("Query had an error"));
+    QStringList identities;
+    while (query.next())
+        identities.append(query.value(0).toString());
+    return identities;
 }
 
 } // namespace
@@ -62,6 +70,7 @@ RecordCandidates selectCandidates(
             select(database, ProjectStatements::selectBySufid(QString::fromStdString(note->second)));
     } else {
         found.byNotedId = noted.first();
+        found.formerOfNotedId = selectFormerIdentities(database, found.byNotedId->id);
     }
     return found;
 }

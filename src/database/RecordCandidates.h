@@ -24,8 +24,6 @@ struct ProjectRecord {
     QString filename;
     /// Empty where the record has given its identity up.
     QString sufid;
-    /// The last one that the record had, given up or not.
-    QString lastSufid;
     /// When the bundle's information file was last changed, in seconds since the epoch.
     qint64 lastModified = 0;
 };
@@ -40,6 +38,8 @@ struct RecordCandidates {
     /// At the paths from which the bundle was seen to move.
     QList<ProjectRecord> byPriorPath;
     std::optional<ProjectRecord> byNotedId;
+    /// All identities that the record with the noted id has had before.
+    QStringList formerOfNotedId;
     /// Looked up where no record has the id that the note names.
     QList<ProjectRecord> byNotedIdentity;
 };

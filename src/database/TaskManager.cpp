@@ -15,6 +15,7 @@
 #include <QThreadPool>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace Stemhaven {
@@ -62,6 +63,7 @@ void TaskManager::shutDown() {
         if (m_interruptFrom == 0)
             m_interruptFrom = (std::chrono::steady_clock::now() + patience).time_since_epoch().count();
     }
+    m_queueChanged.notify_all();
     {
         const std::lock_guard transition(m_transitionMutex);
         if (m_worker.joinable())
@@ -120,6 +122,7 @@ void TaskManager::addTask(std::shared_ptr<Task> task) {
     {
         const std::lock_guard lock(m_queueMutex);
         m_queue.push_back(std::move(task));
+        m_queueChanged.notify_all();
         if (!mayRun() || m_running)
             return;
         m_running = true;
@@ -142,6 +145,7 @@ void TaskManager::deleteQuery(QSqlQuery* query) {
         const std::lock_guard lock(m_queueMutex);
         // Ahead of the others: a result is not kept in memory while a long queue is worked off.
         m_queue.push_front(std::move(task));
+        m_queueChanged.notify_all();
         if (!mayRun() || m_running)
             return;
         m_running = true;
@@ -174,6 +178,7 @@ void TaskManager::stop() {
         if (std::exchange(m_restartRequested, false))
             return;
     }
+    m_queueChanged.notify_all();
     QThreadPool::globalInstance()->start([anchor = m_anchor] {
         const std::lock_guard lock(anchor->mutex);
         if (anchor->manager)
@@ -264,24 +269,26 @@ void TaskManager::runQueuedTasks() {
     }
 }
 
+/// Null once there is nothing more to do. A checkpoint costs several writes that wait for the disk, so it is
+/// kept for when no task has come for a while: who hands in one after the other does not pay it each time.
 std::shared_ptr<Task> TaskManager::takeTask() {
-    bool checkpointed = false;
-    while (true) {
-        {
-            const std::lock_guard lock(m_queueMutex);
-            if (!m_stopRequested && !m_queue.empty()) {
-                auto task = std::move(m_queue.front());
-                m_queue.pop_front();
-                return task;
-            }
-            if (checkpointed || m_stopRequested) {
-                m_running = false;
-                return nullptr;
-            }
-        }
+    constexpr std::chrono::milliseconds untilQuiet(100);
+    const auto hasNews = [this] {
+        return m_stopRequested || !m_queue.empty();
+    };
+    std::unique_lock lock(m_queueMutex);
+    if (!m_queueChanged.wait_for(lock, untilQuiet, hasNews)) {
+        lock.unlock();
         checkpoint(m_mainDatabase);
-        checkpointed = true;
+        lock.lock();
     }
+    if (m_stopRequested || m_queue.empty()) {
+        m_running = false;
+        return nullptr;
+    }
+    auto task = std::move(m_queue.front());
+    m_queue.pop_front();
+    return task;
 }
 
 void TaskManager::openConnections() {

@@ -9,7 +9,9 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <deque>
+#include <mutex>
 #include <thread>
 
 class QSqlQuery;
@@ -20,9 +22,9 @@ struct ProjectDetails;
 
 /// The one road to the databases: owns both connections and the worker thread that alone uses them.
 ///
-/// Tasks run in the order in which they were added. The worker lives while there are tasks; when it runs out
-/// of them it checkpoints the main database. All functions may be called from any thread, and none but
-/// shutDown() waits for the worker.
+/// Tasks run in the order in which they were added. The worker lives while there are tasks; when none has
+/// come for a moment it checkpoints the main database and ends. All functions may be called from any thread,
+/// and none but shutDown() waits for the worker.
 class TaskManager : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(TaskManager)
@@ -122,7 +124,8 @@ private:
     Outage m_rootPathsOutage{m_rootPathsDatabase};
     bool m_isOpenFailureReported = false; // used where the connections are
 
-    std::mutex m_queueMutex; // the queue, and every change of the flags
+    std::mutex m_queueMutex;                // the queue, and every change of the flags
+    std::condition_variable m_queueChanged; // a task was added, or a stop requested
     std::deque<std::shared_ptr<Task>> m_queue;
     std::atomic<bool> m_stopRequested = false;
     std::atomic<bool> m_stopped = false;

@@ -6,6 +6,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace Stemhaven::UserDataStatements {
@@ -30,6 +31,10 @@ QStringList quoted(const QStringList& columns) {
         expressions.append(QStringLiteral("quote(%1)").arg(column));
     return expressions;
 }
+
+/// By project_id; the record itself last.
+constexpr std::array tablesOfRecords{
+    "collections_projects_map", "project_tag_map", "former_identities", "projects"};
 
 } // namespace
 
@@ -165,18 +170,22 @@ QString deleteProject(qint64 projectId) {
 QStringList deleteAssociations(qint64 projectId) {
     return {
         QStringLiteral("DELETE FROM collections_projects_map WHERE project_id=%1").arg(decimal(projectId)),
-        QStringLiteral("DELETE FROM project_tag_map WHERE project_id=%1").arg(decimal(projectId))};
+        QStringLiteral("DELETE FROM project_tag_map WHERE project_id=%1").arg(decimal(projectId)),
+        QStringLiteral("DELETE FROM former_identities WHERE project_id=%1").arg(decimal(projectId))};
 }
 
 QString selectAsInserts(const QList<qint64>& projectIds) {
     const QStringList& columns = projectsFieldNames();
     const QString values = quoted(columns).join(QLatin1String(" || ',' || "));
-    return QStringLiteral("SELECT 'projects', project_id, 'INSERT INTO projects (%1) VALUES (' || %2 || ')' "
-                          "FROM projects WHERE project_id IN %3 "
-                          "UNION ALL SELECT 'collections', collection_id, project_id "
-                          "FROM collections_projects_map WHERE project_id IN %3 "
-                          "UNION ALL SELECT 'tags', tag_id, project_id "
-                          "FROM project_tag_map WHERE project_id IN %3")
+    return QStringLiteral(
+               "SELECT 'projects', project_id, 'INSERT INTO projects (%1) VALUES (' || %2 || ')' "
+               "FROM projects WHERE project_id IN %3 "
+               "UNION ALL SELECT 'projects', project_id, 'INSERT INTO former_identities VALUES (' || "
+               "project_id || ',' || quote(SUFID) || ')' FROM former_identities WHERE project_id IN %3 "
+               "UNION ALL SELECT 'collections', collection_id, project_id "
+               "FROM collections_projects_map WHERE project_id IN %3 "
+               "UNION ALL SELECT 'tags', tag_id, project_id "
+               "FROM project_tag_map WHERE project_id IN %3")
         .arg(columns.join(QLatin1String(", ")), values, list(projectIds));
 }
 
@@ -210,7 +219,7 @@ QString selectTaken(const QList<qint64>& projectIds) {
 
 QStringList moveProject(qint64 from, qint64 to) {
     QStringList statements;
-    for (const char* table : {"collections_projects_map", "project_tag_map", "projects"}) {
+    for (const char* table : tablesOfRecords) {
         statements.append(QStringLiteral("UPDATE %1 SET project_id=%2 WHERE project_id=%3")
                               .arg(QLatin1String(table), decimal(to), decimal(from)));
     }
@@ -225,16 +234,16 @@ QStringList settleRestoredProject(qint64 projectId) {
                        "project_id=%1) AND filepath<>''")
             .arg(id);
     QStringList statements;
-    for (const char* table : {"collections_projects_map", "project_tag_map", "projects"}) {
+    for (const char* table : tablesOfRecords) {
         statements.append(
             QStringLiteral("DELETE FROM %1 WHERE project_id IN (%2)").arg(QLatin1String(table), sameBundle));
     }
-    // One that was given up before stays as it is, though another record may have given up the same.
-    statements.append(
-        ProjectStatements::giveUpIdentity(projectId) +
+    const QString hasOther =
         QStringLiteral(" AND EXISTS (SELECT 1 FROM projects AS other WHERE other.SUFID=projects.SUFID AND "
-                       "other.project_id<>%1 AND projects.SUFID GLOB '[0-9-]*')")
-            .arg(id));
+                       "other.project_id<>%1 AND other.SUFID<>'')")
+            .arg(id);
+    statements << ProjectStatements::rememberIdentity(projectId, {}) + hasOther
+               << ProjectStatements::giveUpIdentity(projectId) + hasOther;
     return statements;
 }
 

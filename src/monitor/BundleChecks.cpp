@@ -16,7 +16,9 @@
 #include <QSettings>
 
 #include <algorithm>
+#include <future>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace Stemhaven {
@@ -24,6 +26,27 @@ namespace Stemhaven {
 namespace {
 
 constexpr std::chrono::seconds untilRemoteAnswers(10);
+
+/// Nothing for a bundle on a remote file system that does not answer. Half of a larger group is read on
+/// another thread, since reading takes longer than all else in the first search of a folder.
+std::vector<std::optional<FoundBundle>> readBundles(const QList<CheckRequest>& requests) {
+    constexpr qsizetype fewest = 8;
+    std::vector<std::optional<FoundBundle>> bundles(static_cast<std::size_t>(requests.size()));
+    const auto readRange = [&](qsizetype begin, qsizetype end) {
+        for (qsizetype i = begin; i < end; ++i) {
+            const QString& path = requests[i].path;
+            const QString folder = path.left(path.lastIndexOf(u'/'));
+            bundles[static_cast<std::size_t>(i)] =
+                RemoteCalls::run(folder, [path] { return FoundBundle::read(path); });
+        }
+    };
+    const qsizetype half = requests.size() < fewest ? 0 : requests.size() / 2;
+    auto first = half == 0 ? std::future<void>() : std::async(readRange, 0, half);
+    readRange(half, requests.size());
+    if (first.valid())
+        first.get();
+    return bundles;
+}
 
 /// Those on a remote file system are written with patience: where it does not answer, the next search finds
 /// that they are missing.
@@ -189,9 +212,10 @@ void BundleChecks::checkTogether(const CheckQueue::Group& group) {
 BundleChecks::CheckedGroup BundleChecks::read(const CheckQueue::Group& group) {
     auto checked = std::make_shared<std::vector<Checked>>();
     QSet<QString> identities;
-    for (const auto& request : group.requests) {
-        const QString folder = request.path.left(request.path.lastIndexOf(u'/'));
-        auto answer = RemoteCalls::run(folder, [path = request.path] { return FoundBundle::read(path); });
+    auto answers = readBundles(group.requests);
+    for (qsizetype i = 0; i < group.requests.size(); ++i) {
+        const auto& request = group.requests[i];
+        auto& answer = answers[static_cast<std::size_t>(i)];
         if (!answer) {
             const std::lock_guard lock(m_mutex);
             m_queue.addDelayed(request, Clock::now() + untilRemoteAnswers);
@@ -241,18 +265,18 @@ void BundleChecks::match(const CheckedGroup& group, bool areUndecided, BundleMat
             areUndecided && isSettled ? Knowledge::Settled : unsettled);
         if (outcome == BundleMatching::Outcome::Unreadable)
             checkOnceMore(checked);
-        else if (outcome == BundleMatching::Outcome::Undecided)
-            leaveUndecided(request, areUndecided, !checked.candidates.byPath.isEmpty());
+        else if (outcome != BundleMatching::Outcome::Decided)
+            leaveUndecided(request, areUndecided, outcome == BundleMatching::Outcome::UndecidedByPath);
         else
             m_checkedOnceMore.remove(request.path);
     }
 }
 
-void BundleChecks::leaveUndecided(CheckRequest request, bool isAllSeen, bool hasRecordAtPath) {
+void BundleChecks::leaveUndecided(CheckRequest request, bool isAllSeen, bool isDecidedByPath) {
     const auto now = Clock::now();
     if (!request.undecidedSince)
         request.undecidedSince = now;
-    request.hasRecordAtPath = hasRecordAtPath;
+    request.isDecidedByPath = isDecidedByPath;
     const auto notBefore = isAllSeen ? *request.undecidedSince + untilSettled() : now;
     const std::lock_guard lock(m_mutex);
     m_queue.addUndecided(std::move(request), notBefore);

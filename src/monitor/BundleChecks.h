@@ -100,7 +100,7 @@ private:
     CheckedGroup read(const CheckQueue::Group& group);
     bool findCandidates(const CheckedGroup& group);
     void match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching);
-    void leaveUndecided(CheckRequest request, bool isAllSeen, bool hasRecordAtPath);
+    void leaveUndecided(CheckRequest request, bool isAllSeen, bool isDecidedByPath);
     Clock::duration untilSettled() const;
     bool write(const CheckedGroup& group, const BundleMatching& matching);
     /// Writes the notes, and gives new projects their genres where the user wishes it.

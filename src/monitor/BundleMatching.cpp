@@ -43,19 +43,32 @@ bool isSameSave(const FoundBundle& bundle, const ProjectRecord& record) {
     return bundle.savedAt != 0 && bundle.savedAt == record.lastModified;
 }
 
+/// Whether what stands where the record says may be another song: its own can have moved to another volume,
+/// where it got another identity. What was put back there has the record's last save or its note.
+bool isReplaced(const ProjectRecord& record) {
+    const QString path = record.path();
+    const auto there = RemoteCalls::run(path, [path] { return FoundBundle::read(path); });
+    if (!there || !there->isThere() || there->noteFailure || isSameSave(*there, record))
+        return false;
+    return there->details.sufid.toString() != record.sufid &&
+        (!there->note || there->note->first != record.id);
+}
+
 /// Whether another catalogue wrote the note, so that the id in it means another song. Otherwise the record
-/// with that id has or had the identity that the note names, or the bundle was last saved when the record
-/// says, or has its name: a backup can be older than the record's identity and its last save.
+/// with that id has or had the identity that the note names, however old the backup that it comes from; or,
+/// where the catalogue itself is an older copy, the bundle was last saved when the record says.
 bool isForeign(
     const RecordCandidates::Note& note, const FoundBundle& bundle, const RecordCandidates& candidates) {
-    if (!candidates.byNotedId)
+    if (!candidates.byNotedId || isSameSave(bundle, *candidates.byNotedId))
         return false;
-    const auto& record = *candidates.byNotedId;
     const auto noted = SystemUniqueFileID::fromString(QString::fromStdString(note.second));
-    const auto recorded = SystemUniqueFileID::fromString(record.lastSufid);
-    // The number of a device can change from one start of the machine to the next.
-    const bool isIdentityNoted = noted.valid && recorded.valid && noted.inode == recorded.inode;
-    return !isIdentityNoted && !isSameSave(bundle, record) && bundle.details.filename != record.filename;
+    const auto isNoted = [&](const QString& sufid) {
+        const auto recorded = SystemUniqueFileID::fromString(sufid);
+        // The number of a device can change from one start of the machine to the next.
+        return noted.valid && recorded.valid && noted.inode == recorded.inode;
+    };
+    const auto& former = candidates.formerOfNotedId;
+    return !isNoted(candidates.byNotedId->sufid) && std::none_of(former.begin(), former.end(), isNoted);
 }
 
 } // namespace
@@ -92,8 +105,9 @@ BundleMatching::Outcome BundleMatching::match(
         origin->record.sufid.toStdString() == subject.note->second;
     // Put back by a sync client or a backup, or replaced by a document program.
     if (!atItsPath.isEmpty()) {
-        return knowledge == Knowledge::Settled ? update(subject, hasCome ? origin->record : atItsPath.first())
-                                               : Outcome::Undecided;
+        if (knowledge == Knowledge::Settled)
+            return update(subject, hasCome ? origin->record : atItsPath.first());
+        return hasCome ? Outcome::Undecided : Outcome::UndecidedByPath;
     }
     if (!origin)
         return insert(subject);
@@ -107,7 +121,8 @@ BundleMatching::Outcome BundleMatching::match(
     if (!nowThere || (nowThere->valid && *nowThere != bundle.details.sufid)) {
         qDebug() << "Previous project found with matching SUFID with project_id: " << origin->record.id;
         qDebug() << "Copy of project will be added as a new record.";
-        return insert(subject);
+        // The path keeps the record, but the song itself may be the one that was found elsewhere.
+        return hasCome && isReplaced(origin->record) ? insert(subject, origin->record.id) : insert(subject);
     }
     return knowledge == Knowledge::Settled ? update(subject, origin->record) : Outcome::Undecided;
 }
@@ -264,8 +279,8 @@ BundleMatching::Outcome BundleMatching::update(const Subject& subject, const Pro
         qInfo() << "Project was moved/renamed!"
                 << "\t From:" << record.path() << "\t To:  " << details;
     }
-    m_decided[record.id] = {record.id,     details.filepath, details.filename,
-                            subject.sufid, subject.sufid,    subject.bundle.savedAt};
+    m_decided[record.id] = {
+        record.id, details.filepath, details.filename, subject.sufid, subject.bundle.savedAt};
     return outcome;
 }
 

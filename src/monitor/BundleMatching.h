@@ -20,9 +20,9 @@ namespace Stemhaven {
 ///
 /// What speaks for a record, in this order: the bundle's identity, confirmed by its path, by having been seen
 /// moving there, by its note or by its last save; its path, unless its note names the last identity of a
-/// record whose bundle is gone; the id in its note; the identity in its note. An identity alone proves
-/// nothing, since file systems give freed inode numbers to new bundles. Each decision is known to the next
-/// ones of the same group.
+/// record whose bundle is gone; the id in its note; the identity in its note. An
+/// identity alone proves nothing, since file systems give freed inode numbers to new bundles. Each decision
+/// is known to the next ones of the same group.
 class BundleMatching {
 public:
     enum class Outcome {
@@ -30,6 +30,9 @@ public:
         /// It takes a look at the other bundles first: one of them may be what the record's path or the note
         /// speaks for.
         Undecided,
+        /// Likewise. Nothing but its path speaks for the record, to which the notes of others are compared
+        /// before it gets this bundle's identity.
+        UndecidedByPath,
         /// The bundle could not be read, which has been logged. If a record is surely its own, that one has
         /// been moved along.
         Unreadable

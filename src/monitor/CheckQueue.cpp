@@ -109,16 +109,16 @@ CheckQueue::Group CheckQueue::take(bool mayDecideAll) {
         return group;
     group.areUndecided = true;
     const auto now = Clock::now();
-    for (const bool hasRecordAtPath : {true, false}) {
-        for (auto it = m_undecided.begin();
-             it != m_undecided.end() && group.requests.size() < largestGroup;) {
-            if (it->second.hasRecordAtPath != hasRecordAtPath || it->first > now) {
-                ++it;
-                continue;
-            }
-            group.requests.append(std::move(it->second));
-            it = m_undecided.erase(it);
+    const bool isByPath = std::all_of(m_undecided.cbegin(), m_undecided.cend(), [](const auto& undecided) {
+        return undecided.second.isDecidedByPath;
+    });
+    for (auto it = m_undecided.begin(); it != m_undecided.end() && group.requests.size() < largestGroup;) {
+        if (it->second.isDecidedByPath != isByPath || it->first > now) {
+            ++it;
+            continue;
         }
+        group.requests.append(std::move(it->second));
+        it = m_undecided.erase(it);
     }
     return group;
 }

@@ -25,8 +25,8 @@ struct CheckRequest {
     bool isFromEvent = false;
     /// Of the batches of events that asked for it.
     std::vector<std::shared_ptr<ReplayProgress::Ticket>> tickets;
-    /// What it waited for when it was undecided: its path has another record, which goes first.
-    bool hasRecordAtPath = false;
+    /// When it was undecided, only its path spoke for a record: those with notes are decided before.
+    bool isDecidedByPath = false;
     std::optional<std::chrono::steady_clock::time_point> undecidedSince = {};
 };
 

@@ -15,6 +15,7 @@
 #include "ui/dialogs/FolderAdder.h"
 #include "ui/edits/EditHistory.h"
 #include "ui/edits/SelectionEditor.h"
+#include "ui/recovery/RecoverDialog.h"
 #include "ui/release/Releases.h"
 #include "ui/sidebar/FilterSidebar.h"
 #include "ui/sidebar/FolderTreeItemModel.h"
@@ -101,6 +102,9 @@ void MainWindow::setupActions() {
         m_editor->deleteSelectedProjectRecord();
     });
     perform(m_actions->settings, tr("Showing preferences failed."), [this] { showPreferences(); });
+    perform(m_actions->recoverProjects, tr("Showing recovery dialog failed."), [this] {
+        RecoverDialog::showOver(m_monitor, *this);
+    });
     connect(m_actions->quit, &QAction::triggered, this, &QWidget::close);
     perform(m_actions->undo, tr("Undo failed."), [this] { m_history->undo(); });
     perform(m_actions->redo, tr("Redo failed."), [this] { m_history->redo(); });

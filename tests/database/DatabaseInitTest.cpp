@@ -21,7 +21,7 @@ const QString statusSql =
 void expectWhole(TestDatabase& database) {
     EXPECT_TRUE(database.initialise());
     EXPECT_EQ(database.rows("SELECT * FROM details"), QStringList("v1.2"));
-    EXPECT_EQ(database.rows(tablesSql), QStringList("15"));
+    EXPECT_EQ(database.rows(tablesSql), QStringList("16"));
     EXPECT_EQ(database.rows(statusSql), QStringList("7|5|6|6"));
     EXPECT_TRUE(database.rootRows("SELECT root_search_path FROM root_project_search_paths").isEmpty());
 }
@@ -135,7 +135,7 @@ TEST(DatabaseInit, BringsEveryVersionToItsOwnAndWarnsOfDoublesAndNewerOnes) {
     LogCapture messages;
     ASSERT_TRUE(database.initialise());
     EXPECT_EQ(database.rows("SELECT * FROM details"), QStringList({"v1.2", "v1.2"}));
-    EXPECT_EQ(database.rows(tablesSql), QStringList("15"));
+    EXPECT_EQ(database.rows(tablesSql), QStringList("16"));
     EXPECT_EQ(messages.count("W: Multiple entries in details table for database_version! Count:  2"), 1);
     EXPECT_EQ(messages.count("\"v1.3\""), 1);
     EXPECT_EQ(database.rows("SELECT count(from_the_future) FROM projects"), QStringList("0"));

@@ -34,11 +34,11 @@ TEST(CheckQueue, TakesWhatIsOnRecordFirstAndEachPathOnce) {
     EXPECT_EQ(paths(queue.take(false)), paths(next));
 }
 
-TEST(CheckQueue, KeepsTheUndecidedToTheEndAndThoseWithARecordAtTheirPathBeforeTheOthers) {
+TEST(CheckQueue, KeepsTheUndecidedToTheEndAndThoseDecidedByTheirPathAfterAllOthers) {
     CheckQueue queue;
     auto noted = request("noted");
     auto putBack = request("put back");
-    putBack.hasRecordAtPath = true;
+    putBack.isDecidedByPath = true;
     const auto now = CheckQueue::Clock::now();
     queue.addUndecided(noted, now);
     queue.addUndecided(putBack, now);
@@ -52,8 +52,11 @@ TEST(CheckQueue, KeepsTheUndecidedToTheEndAndThoseWithARecordAtTheirPathBeforeTh
     EXPECT_EQ(queue.size(), 3);
     const auto last = queue.take(true);
     EXPECT_TRUE(last.areUndecided);
-    EXPECT_EQ(paths(last), QStringList({"put back", "noted"}));
+    EXPECT_EQ(paths(last), QStringList("noted"));
     EXPECT_TRUE(queue.take(true).requests.isEmpty());
+    queue.addUndecided(request("not settled"), now);
+    EXPECT_EQ(paths(queue.take(true)), QStringList("not settled"));
+    EXPECT_EQ(paths(queue.take(true)), QStringList("put back"));
 }
 
 TEST(CheckQueue, ADelayedOneIsTakenUpWhenItIsDue) {

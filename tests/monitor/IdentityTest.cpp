@@ -66,6 +66,15 @@ protected:
         fs::rename(from, to);
     }
 
+    /// Though a note may be written into it meanwhile.
+    static void removeAll(const fs::path& folder) {
+        EXPECT_TRUE(waitUntil([&] {
+            std::error_code failure;
+            fs::remove_all(folder, failure);
+            return !fs::exists(folder);
+        }));
+    }
+
     static void copy(const fs::path& from, const fs::path& to) {
         fs::create_directories(to.parent_path());
         fs::copy(from, to, fs::copy_options::recursive);
@@ -182,7 +191,7 @@ TEST_F(Identity, FollowsEachBundleWhetherItIsWatchedOrNot) {
          [&] {
              copy(path("Song.logicx"), path("../new"));
              fs::remove(path("../new/Resources/Stemhaven.plist"));
-             fs::remove_all(path("Song.logicx"));
+             removeAll(path("Song.logicx"));
              rename(path("../new"), path("Song.logicx"));
          },
          {"Song.logicx|1"}},
@@ -191,12 +200,23 @@ TEST_F(Identity, FollowsEachBundleWhetherItIsWatchedOrNot) {
          [&] {
              copy(path("F"), path("../F"));
              copy(path("G"), path("../G"));
-             fs::remove_all(path("F"));
-             fs::remove_all(path("G"));
+             removeAll(path("F"));
+             removeAll(path("G"));
              rename(path("../G"), path("F"));
              rename(path("../F"), path("G"));
          },
          {"F/Song.logicx|2", "G/Song.logicx|1"}},
+        {"moved by copying, as to another volume, and a new song at its path",
+         {"Song.logicx"},
+         [&] {
+             copy(path("Song.logicx"), path("../new/Song.logicx"));
+             TestBundle().write(path("../new/Other.logicx").string());
+             setSaved("../new/Other.logicx", std::chrono::hours(2));
+             removeAll(path("Song.logicx"));
+             rename(path("../new/Other.logicx"), path("Song.logicx"));
+             rename(path("../new"), path("x"));
+         },
+         {"Song.logicx|1", "x/Song.logicx|1"}},
         {"two apostrophes, renamed above",
          {"It''s/Song (12'' Mix).logicx"},
          [&] { rename(path("It''s"), path("It''s'''new")); },
@@ -228,7 +248,7 @@ TEST_F(Identity, FollowsEachBundleWhetherItIsWatchedOrNot) {
             SCOPED_TRACE(std::string(name) + (isWatched ? ", watched" : ", not watched"));
             TearDown();
             m_monitor.reset();
-            fs::remove_all(path(""));
+            removeAll(path(""));
             fs::create_directories(path(""));
             m_database.reopen();
             ASSERT_TRUE(m_database.initialise());
@@ -255,13 +275,16 @@ TEST_F(Identity, ARestoredOriginalHasItsRecordAgainThoughItsNumberWentToAnotherS
     const fs::path backup = m_disk.path().toStdString() + "/backup";
     copy(path("A.logicx"), backup);
     const auto id = idOf("A");
-    fs::remove_all(path("A.logicx"));
+    removeAll(path("A.logicx"));
     make("B.logicx", 4);
     const auto number = ProjectDetails(at("B.logicx")).sufid.toString();
     // File systems give the freed number to one of the next new folders; where this one did not, the
     // catalogue and the note are made to say so.
     const auto loseNumber = [&] {
-        m_database.rows("UPDATE projects SET SUFID='former " + number + "' WHERE name='A'");
+        m_database.rows("UPDATE projects SET SUFID='' WHERE name='A'");
+        m_database.rows(
+            "INSERT OR IGNORE INTO former_identities SELECT project_id, '" + number +
+            "' FROM projects WHERE name='A'");
         writeNote(backup, id, number.toStdString());
     };
     loseNumber();
@@ -269,10 +292,33 @@ TEST_F(Identity, ARestoredOriginalHasItsRecordAgainThoughItsNumberWentToAnotherS
     EXPECT_TRUE(becomes({"A.logicx|5", "B.logicx|4"}));
 
     // Elsewhere than at its old path, the id in the note tells.
-    fs::remove_all(path("A.logicx"));
+    removeAll(path("A.logicx"));
     loseNumber();
     copy(backup, path("else/A.logicx"));
     EXPECT_TRUE(becomes({"B.logicx|4", "else/A.logicx|5"}));
+}
+
+TEST_F(Identity, AnOldBackupHasItsRecordThoughNothingElseIsAsItWas) {
+    make("Song.logicx", 1);
+    start();
+    rate("Song.logicx", 5);
+    const fs::path backup = m_disk.path().toStdString() + "/backup";
+    copy(path("Song.logicx"), backup);
+    restart([&] {
+        copy(backup, path("../new"));
+        fs::remove(path("../new/Resources/Stemhaven.plist"));
+        removeAll(path("Song.logicx"));
+        rename(path("../new"), path("Song.logicx"));
+        setSaved("Song.logicx", std::chrono::hours(2));
+    });
+    EXPECT_TRUE(becomes({"Song.logicx|5"}));
+    restart([&] { rename(path("Song.logicx"), path("Renamed.logicx")); });
+    EXPECT_TRUE(becomes({"Renamed.logicx|5"}));
+    restart([&] {
+        removeAll(path("Renamed.logicx"));
+        rename(backup, path("Restored.logicx"));
+    });
+    EXPECT_TRUE(becomes({"Restored.logicx|5"}));
 }
 
 TEST_F(Identity, ANoteThatAnotherCatalogueWroteSpeaksForNoRecord) {
@@ -282,22 +328,26 @@ TEST_F(Identity, ANoteThatAnotherCatalogueWroteSpeaksForNoRecord) {
     start();
     m_database.rows("UPDATE projects SET star_rating=5, last_modified=1000000000");
     const auto ids = m_database.rows("SELECT project_id FROM projects ORDER BY project_id");
-    const auto former = ProjectDetails(at("Given up.logicx")).sufid.toString();
     restart([&] {
-        fs::remove_all(path("Deleted.logicx"));
-        fs::remove_all(path("Given up.logicx"));
+        removeAll(path("Deleted.logicx"));
+        removeAll(path("Given up.logicx"));
         rename(path("../drive"), path("../unplugged"));
-        m_database.rows("UPDATE projects SET SUFID='former " + former + "' WHERE name='Given up'");
+        m_database.rows("UPDATE projects SET SUFID='' WHERE name='Given up'");
         for (const auto& id : ids) {
             TestBundle().write(path("in/" + id + ".logicx"));
             writeNote(path("in/" + id + ".logicx"), id.toLongLong(), "4242-4242");
         }
+        // Even where it has the name of the deleted song.
+        TestBundle().write(path("in/Deleted.logicx"));
+        writeNote(path("in/Deleted.logicx"), idOf("Deleted"), "4242-4242");
         // Even where the file system gives it the number of the deleted song.
         const auto number = ProjectDetails(at("in/" + ids.first() + ".logicx")).sufid.toString();
         m_database.rows("UPDATE projects SET SUFID='" + number + "' WHERE name='Deleted'");
         writeNote(path("in/" + ids.first() + ".logicx"), idOf("Deleted"), "4242-4242");
     });
-    QStringList expected{"../drive/Away.logicx|5", "Deleted.logicx|5", "Given up.logicx|5", "There.logicx|5"};
+    QStringList expected{
+        "../drive/Away.logicx|5", "Deleted.logicx|5", "Given up.logicx|5", "There.logicx|5",
+        "in/Deleted.logicx|0"};
     for (const auto& id : ids)
         expected.append("in/" + id + ".logicx|0");
     expected.sort();
@@ -324,7 +374,7 @@ TEST_F(Identity, ACopyOfASongOnADriveThatIsAwayBeginsWithItsUserData) {
     // A folder that was taken off the list is not missing: what was there and is found elsewhere has moved.
     restart([&] {
         copy(path("../drive/A/Song.logicx"), path("C/Song.logicx"));
-        fs::remove_all(path("../drive"));
+        removeAll(path("../drive"));
         m_database.rootRows("DELETE FROM root_project_search_paths WHERE root_search_path LIKE '%drive'");
     });
     EXPECT_TRUE(becomes({"B/Song.logicx|1", "C/Song.logicx|5", "Other.logicx|0"}));
@@ -394,7 +444,7 @@ TEST_F(Identity, ABackupThatIsOlderThanTheRecordsIdentityHasItsRecord) {
         setSaved("Song.logicx", std::chrono::hours(2));
     });
     restart([&] {
-        fs::remove_all(path("Song.logicx"));
+        removeAll(path("Song.logicx"));
         copy(backup, path("restored/Song.logicx"));
     });
     EXPECT_TRUE(becomes({"restored/Song.logicx|5"}));
@@ -406,7 +456,7 @@ TEST_F(Identity, ABundleWithoutANoteOfItsOwnIsKnownByItsNumberAndItsLastSave) {
     for (const auto notes : {None, Foreign, ForeignWithUnknownId, OfTheOriginal, OfTheOriginalAndAsOld}) {
         SCOPED_TRACE(notes);
         restart([&] {
-            fs::remove_all(path(""));
+            removeAll(path(""));
             m_database.rows("DELETE FROM projects");
             // Where a folder has the note's place, none can be written.
             for (const auto* name : {"A.logicx", "B.logicx"}) {
@@ -451,7 +501,7 @@ TEST_F(Identity, WhatMovedOutOfSightLeavesItsNumberButNotItsRecord) {
     const auto found = FoundBundle::read(at("In.logicx"));
     RecordCandidates candidates;
     const QString out = at("Out.logicx");
-    candidates.byIdentity = {{1, at(""), "Out.logicx", found.details.sufid.toString(), {}, 0}};
+    candidates.byIdentity = {{1, at(""), "Out.logicx", found.details.sufid.toString(), 0}};
     for (const bool isSameSave : {false, true}) {
         candidates.byIdentity[0].lastModified = found.savedAt - (isSameSave ? 0 : 3600);
         candidates.byPriorPath = candidates.byIdentity;
@@ -464,7 +514,7 @@ TEST_F(Identity, WhatMovedOutOfSightLeavesItsNumberButNotItsRecord) {
 TEST_F(Identity, AStrayIsNotTakenForANewBundleWithItsNumber) {
     const auto stray = startWithStray("../one/Fav.logicx", 5);
     restart([&] {
-        fs::remove_all(stray);
+        removeAll(stray);
         TestBundle().write(path("../one/Other.logicx").string());
         const auto number =
             ProjectDetails(QString::fromStdString(path("../one/Other.logicx").string())).sufid;

@@ -179,7 +179,7 @@ TEST_F(ProjectMonitorTest, DoesNotGiveTheStarsOfADeletedSongToTheNextOneWithItsN
     EXPECT_TRUE(change("New.logicx"));
     EXPECT_EQ(
         m_database.rows("SELECT name, star_rating, notes, SUFID FROM projects WHERE name='Old'"),
-        QStringList("Old|5|mine|former " + newNumber));
+        QStringList("Old|5|mine|"));
     EXPECT_EQ(
         m_database.rows("SELECT star_rating, SUFID FROM projects WHERE name='New'"),
         QStringList("0|" + newNumber));

@@ -53,9 +53,10 @@ void expectToEnd(Profile& profile) {
     QElapsedTimer time;
     time.start();
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
-    EXPECT_LT(time.elapsed(), longestEnd);
+    const qint64 end = time.elapsed();
+    EXPECT_LT(end, longestEnd);
     EXPECT_LT(memory, memoryForASong() + mostMemory);
-    std::printf("Ended in %lld ms, %lld KiB of memory at most\n", time.elapsed(), memory);
+    std::printf("Ended in %lld ms, %lld KiB of memory at most\n", end, memory);
 }
 
 struct HostileFolder {
@@ -70,7 +71,7 @@ const HostileFolder folders[] = {
     {"uses up the watches of the machine",
      [](const Profile& profile) {
          makeSong(profile, "Song.logicx");
-         for (int i = 0; i < 20'000; ++i)
+         for (int i = 0; i < 5'000; ++i)
              fs::create_directory(
                  named(profile, "Song.logicx/Alternatives/x").toStdString() + std::to_string(i));
      },
@@ -98,7 +99,7 @@ const HostileFolder folders[] = {
      }},
     {"keeps the search busy while the program is to end",
      [](const Profile& profile) {
-         for (int i = 0; i < 20'000; ++i)
+         for (int i = 0; i < 5'000; ++i)
              fs::create_directories(named(profile, QString("%1/%2").arg(i % 100).arg(i)).toStdString());
      },
      -1},

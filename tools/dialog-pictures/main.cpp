@@ -5,10 +5,12 @@
 #include "database/SimpleTask.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
+#include "project/RecoverySearch.h"
 #include "ui/MainWindow.h"
 #include "ui/Translation.h"
 #include "ui/actions/WindowActions.h"
 #include "ui/preferences/PreferencesDialog.h"
+#include "ui/recovery/RecoverDialog.h"
 #include "ui/release/ReleaseCalendar.h"
 #include "ui/release/ReleaseDialog.h"
 #include "ui/widgets/FontIcons.h"
@@ -17,10 +19,15 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
+#include <QMessageBox>
 #include <QPixmap>
+#include <QTemporaryDir>
 #include <QThread>
 #include <QToolButton>
 #include <QTranslator>
@@ -61,6 +68,11 @@ public:
     void take(QWidget& window, const QString& name) {
         QApplication::setActiveWindow(&window);
         settle();
+        takeAtOnce(window, name);
+    }
+
+    /// What is gone a moment later.
+    void takeAtOnce(QWidget& window, const QString& name) {
         const QString file = m_folder + QLatin1Char('/') + name + m_suffix + QStringLiteral(".png");
         m_areWritten = window.grab().save(file) && m_areWritten;
     }
@@ -118,6 +130,59 @@ void takeReleases(Pictures& pictures, MainWindow& window) {
     calendar->close();
 }
 
+void write(const QString& path) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write("made up");
+}
+
+/// A bundle without its information file, and with nothing but a backup in its alternative. A repairable one
+/// has nothing in the place of the file that is to be restored.
+void writeDamagedBundle(const QString& path, bool isRepairable) {
+    const QString alternative = path + QStringLiteral("/Alternatives/000");
+    for (const char* file : {"/MetaData.plist", "/ProjectData"})
+        write(alternative + QStringLiteral("/Project File Backups/03") + QLatin1String(file));
+    if (!isRepairable)
+        QDir().mkpath(alternative + QStringLiteral("/ProjectData"));
+}
+
+void answerYes(RecoverDialog& dialog) {
+    for (auto* question : dialog.findChildren<QMessageBox*>())
+        question->button(QMessageBox::Yes)->click();
+}
+
+/// The search is that of the profile; what is repaired is in a folder of its own.
+void takeRecovery(Pictures& pictures, MainWindow& window) {
+    auto& dialog = RecoverDialog::showOver(ProjectMonitor::instance(), window);
+    pictures.take(dialog, QStringLiteral("recovery"));
+    bool isDone = false;
+    QObject::connect(&dialog, &RecoverDialog::workEnded, [&] { isDone = true; });
+    dialog.findRecoverable();
+    pictures.takeAtOnce(dialog, QStringLiteral("recovery-searching"));
+    waitUntil([&] { return isDone; });
+    pictures.take(dialog, QStringLiteral("recovery-none-found"));
+
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/Music-XXXXXX"));
+    for (const char* song : {"Night Drive", "Paper Lanterns", "Slow Tide", "Late Bloom"}) {
+        const QString name = QString::fromLatin1(song);
+        writeDamagedBundle(
+            folder.filePath(name) + QStringLiteral(".logicx"), name != QLatin1String("Paper Lanterns"));
+    }
+    dialog.setRecoverableProjects(Stemhaven::findRecoverableProjects({folder.path()}));
+    pictures.take(dialog, QStringLiteral("recovery-found"));
+    dialog.findChild<QCheckBox*>()->click();
+    isDone = false;
+    dialog.recover();
+    pictures.take(*dialog.findChild<QMessageBox*>(), QStringLiteral("recovery-question"));
+    answerYes(dialog);
+    waitUntil([&] { return isDone; });
+    pictures.take(dialog, QStringLiteral("recovery-done"));
+    const auto messages = dialog.findChildren<QMessageBox*>();
+    pictures.take(*messages.constLast(), QStringLiteral("recovery-message"));
+    dialog.cancel();
+}
+
 void takeWindow(Pictures& pictures) {
     MainWindow window;
     window.show();
@@ -126,6 +191,7 @@ void takeWindow(Pictures& pictures) {
     waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); });
     takePreferences(pictures, window);
     takeReleases(pictures, window);
+    takeRecovery(pictures, window);
 }
 
 int run(int argc, char** argv) {

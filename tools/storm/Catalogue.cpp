@@ -35,7 +35,7 @@ std::vector<Record> Catalogue::records() const {
         return records;
     QSqlQuery query(m_database);
     query.exec(QStringLiteral(
-        "SELECT project_id, filepath || filename, bpm, iif(SUFID GLOB 'former *', '', SUFID), star_rating, "
+        "SELECT project_id, filepath || filename, bpm, SUFID, star_rating, "
         "notes, "
         "(SELECT name FROM genres WHERE genres.genre_id = projects.genre_id), "
         "(SELECT group_concat(name) FROM tags JOIN project_tag_map USING (tag_id) "

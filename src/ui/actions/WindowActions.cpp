@@ -85,11 +85,12 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     addFolder = make(tr("&Add Folder..."));
     addFolder->setStatusTip(tr("Look for projects in another folder, too"));
     recoverProjects = make(tr("Recover Projects..."));
+    recoverProjects->setObjectName(QStringLiteral("recoverProjects"));
     backup = make(tr("Backup..."));
     importBackup = make(tr("Import backup..."));
 
     // What these open does not exist yet.
-    for (QAction* action : {checkForUpdates, recoverProjects, backup, importBackup})
+    for (QAction* action : {checkForUpdates, backup, importBackup})
         action->setEnabled(false);
     enableForSelection(false, false);
     release->setEnabled(false);

@@ -6,6 +6,7 @@
 #include <QStyleOptionSlider>
 
 #include <algorithm>
+#include <chrono>
 
 using namespace ControlPainting;
 
@@ -46,6 +47,14 @@ QRect filledGroove(const QStyleOptionSlider& option, const QRect& groove, const 
     else
         filled.setBottom(handle.y());
     return filled;
+}
+
+/// How far the moving part of a bar without an end has come in this moment, from 0 to 1.
+double busyShare() {
+    constexpr long long once = 1800; // ms
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<double>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count() % once) /
+        once;
 }
 
 } // namespace
@@ -159,9 +168,16 @@ void drawProgress(const QStyleOptionProgressBar& option, QPainter* painter) {
     const QColor window = option.palette.color(QPalette::Window);
     fillBox(painter, groove, mixed(window, option.palette.color(QPalette::WindowText), 0.16F), round);
     const int range = option.maximum - option.minimum;
-    if (range <= 0 || option.progress <= option.minimum)
-        return;
     QRect filled = groove;
+    if (range <= 0) {
+        const int span = groove.width() / 3;
+        filled.setWidth(span);
+        filled.moveLeft(groove.left() - span + static_cast<int>(busyShare() * (groove.width() + span)));
+        fillBox(painter, filled & groove, accentShape(option.palette), round);
+        return;
+    }
+    if (option.progress <= option.minimum)
+        return;
     filled.setWidth(groove.width() * (option.progress - option.minimum) / range);
     fillBox(
         painter, QStyle::visualRect(option.direction, groove, filled), accentShape(option.palette), round);

@@ -24,7 +24,8 @@ void drawScrollBar(const QStyleOptionSlider& option, const QColor& ground, QPain
 QRect sliderPart(const QStyleOptionSlider& option, QStyle::SubControl part);
 void drawSlider(const QStyleOptionSlider& option, QPainter* painter);
 
-/// A groove that is filled so far; lies on its side, and shows no text.
+/// A groove that is filled so far; lies on its side, and shows no text. Without a range a part of it moves
+/// along, in step with the time, whenever it is painted.
 void drawProgress(const QStyleOptionProgressBar& option, QPainter* painter);
 
 } // namespace SliderPainting
