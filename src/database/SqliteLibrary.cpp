@@ -90,11 +90,9 @@ void harden(const QSqlDatabase& database) {
         return;
     constexpr int length = 0;
     sqlite.limit(handle, length, largestValue);
-    constexpr int enableTriggers = 1003;
     constexpr int defensive = 1010;
     constexpr int enableViews = 1015;
-    constexpr std::array<std::pair<int, int>, 3> settings{
-        {{enableTriggers, 0}, {defensive, 1}, {enableViews, 0}}};
+    constexpr std::array<std::pair<int, int>, 2> settings{{{defensive, 1}, {enableViews, 0}}};
     for (const auto& [setting, value] : settings)
         sqlite.configure(
             handle, setting, value,

@@ -14,8 +14,8 @@ namespace SqliteLibrary {
 /// Bytes of a value, and of a row: what is larger is neither read nor written, but an error.
 inline constexpr int largestValue = 16 << 20;
 
-/// For an open connection, since the file may be anybody's: limits its values, runs no trigger and reads no
-/// view of it, checks its pages, and lets nothing spoil it by way of SQL.
+/// For an open connection, since the file may be anybody's: limits its values, reads no view of it, checks
+/// its pages, and lets nothing spoil it by way of SQL.
 void harden(const QSqlDatabase& database);
 
 /// Asked every few milliseconds while a statement of the connection runs, on its thread; the statement fails
