@@ -2979,6 +2979,11 @@
         <translation>Die Datei %1 ist beschädigt, und es gibt keine gute Kopie von ihr. Spiele eine Sicherung ein, um sie zu ersetzen.</translation>
     </message>
     <message>
+        <source>The file %1 is not as Stemhaven made it, and there is no good copy of it: it holds %2. It was left as it is and not opened. Start Stemhaven with --import-backup to put a backup in its place.</source>
+        <extracomment>%1 is a file, %2 tells what is in it in the terms of a database, such as: view &quot;projects&quot;</extracomment>
+        <translation>Die Datei %1 ist nicht so, wie Stemhaven sie angelegt hat, und es gibt keine gute Kopie von ihr: Sie enthält %2. Sie wurde gelassen, wie sie ist, und nicht geöffnet. Starte Stemhaven mit --import-backup, um eine Sicherung an ihre Stelle zu setzen.</translation>
+    </message>
+    <message>
         <source>An import of a backup was interrupted, and its files could not be put right. Check that you may write to the folders of Stemhaven and that the disk is not full, and start it again.</source>
         <translation>Das Einspielen einer Sicherung wurde unterbrochen, und seine Dateien ließen sich nicht in Ordnung bringen. Prüfe, ob du in die Ordner von Stemhaven schreiben darfst und der Datenträger nicht voll ist, und starte es noch einmal.</translation>
     </message>

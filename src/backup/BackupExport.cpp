@@ -150,6 +150,7 @@ void BackupExport::compress(BackupSteps& steps) {
             << m_archive.path();
         throw failure;
     }
+    QFile::setPermissions(m_archive.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     steps.next(tr("Reading the backup back"));
     if (!flushToDisk(m_archive.path()) || !m_archive.agreesWith(m_folder, m_live.names()) ||
         !flushToDisk(m_destination) || !m_work.keepArchive(m_folder))

@@ -134,9 +134,12 @@ void BackupImport::copyAside() {
         return;
     // An import may be the way out of a damaged database, which no copy can be made of but as it is.
     const auto isDamaged = [](const QString& path) {
-        return isThere(path) &&
-            DatabaseFile(path, DatabaseFile::Access::ReadWrite).check(DatabaseFile::Check::Whole) ==
-            DatabaseFile::Condition::Damaged;
+        using Condition = DatabaseFile::Condition;
+        if (!isThere(path))
+            return false;
+        const auto condition =
+            DatabaseFile(path, DatabaseFile::Access::ReadWrite).check(DatabaseFile::Check::Whole);
+        return condition == Condition::Damaged || condition == Condition::Foreign;
     };
     for (const auto& live : {m_live.mainDatabase, m_live.rootPathsDatabase}) {
         if (!isDamaged(live))

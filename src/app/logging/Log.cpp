@@ -1,5 +1,7 @@
 #include "app/logging/Log.h"
 
+#include "app/logging/PrintableText.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
@@ -74,7 +76,7 @@ QString filePath(const QString& directory, const QString& prefix) {
 void handler(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
     const std::lock_guard lock(handlerState().mutex);
     if (handlerState().logIsGone) {
-        writeToConsole(type, message.toUtf8());
+        writeToConsole(type, printable(message).toUtf8());
         return;
     }
 
@@ -90,7 +92,7 @@ void handler(QtMsgType type, const QMessageLogContext& /*context*/, const QStrin
         return;
 
     const QByteArray line =
-        QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + tag(type) + message.toUtf8();
+        QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + tag(type) + printable(message).toUtf8();
     if (Log::shouldOutputToConsole())
         writeToConsole(type, line);
     if (isOpen)

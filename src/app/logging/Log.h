@@ -10,7 +10,8 @@
 namespace Logging {
 
 /// The one handler of all Qt messages: filters by level, echoes to the console, appends to a log file of
-/// bounded size. Safe from any thread, from its installation by Log's first use to the end of the process.
+/// bounded size. Each message is one line of both: see printable(). Safe from any thread, from its
+/// installation by Log's first use to the end of the process.
 void handler(QtMsgType type, const QMessageLogContext& context, const QString& message);
 
 /// What the handler works with. Paths are set during start-up, before there are other threads.
