@@ -1,6 +1,6 @@
 #include "platform/DecodingTurn.h"
 
-#include <chrono>
+#include "platform/FreeMemory.h"
 
 namespace Stemhaven {
 
@@ -18,6 +18,14 @@ DecodingTurn::DecodingTurn(const std::function<bool()>& isWanted) : m_lock(onlyT
     constexpr std::chrono::milliseconds betweenQuestions(20);
     while (isWanted() && !m_lock.try_lock_for(betweenQuestions)) {
     }
+    m_begin = std::chrono::steady_clock::now();
+}
+
+DecodingTurn::~DecodingTurn() {
+    // The lists and pictures of honest bundles take less, or are few.
+    constexpr std::chrono::milliseconds shortTurn(5);
+    if (isHeld() && std::chrono::steady_clock::now() - m_begin > shortTurn)
+        returnFreeMemory();
 }
 
 } // namespace Stemhaven

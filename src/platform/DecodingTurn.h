@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <mutex>
 
@@ -14,6 +15,8 @@ public:
     /// Waits for the turn, which is held until this is destroyed. isWanted is asked again and again while
     /// waiting; once it says no there is no turn.
     explicit DecodingTurn(const std::function<bool()>& isWanted = [] { return true; });
+    /// Gives the memory back where the turn was long enough to have taken much.
+    ~DecodingTurn();
     DecodingTurn(const DecodingTurn&) = delete;
     DecodingTurn& operator=(const DecodingTurn&) = delete;
 
@@ -21,6 +24,7 @@ public:
 
 private:
     std::unique_lock<std::timed_mutex> m_lock;
+    std::chrono::steady_clock::time_point m_begin;
 };
 
 } // namespace Stemhaven
