@@ -2134,6 +2134,30 @@
         <source>%1 projects</source>
         <translation>%1 Projekte</translation>
     </message>
+    <message>
+        <source>Genre</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Arrangement</source>
+        <translation>Arrangement</translation>
+    </message>
+    <message>
+        <source>Lyrics</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Mix/Master</source>
+        <translation>Mix/Master</translation>
+    </message>
 </context>
 <context>
     <name>WindowActions</name>

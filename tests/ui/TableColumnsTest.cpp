@@ -157,3 +157,45 @@ TEST_F(TableColumnsTest, AreShownAndHiddenButNeverAll) {
     settle();
     EXPECT_EQ(titles(), (QStringList{"Name", shown.constLast()}));
 }
+
+TEST_F(TableColumnsTest, WhatIsLookedAtMostComesFirst) {
+    open();
+    const QStringList first{"Progress", "Name", "Rating", "Tempo", "Key", "Time Signature", "Last Modified"};
+    EXPECT_EQ(firstTitles(7), first);
+}
+
+TEST_F(TableColumnsTest, ShowGenreFolderAndStatusesByTheirNames) {
+    database.rows("UPDATE projects SET genre_id=1, lyrics_status=1 WHERE name='Beta'");
+    database.rows("UPDATE projects SET filepath='/music/b, c/Ä/' WHERE name='Alpha'");
+    open();
+    for (const char* title : {"Genre", "Folder", "Arrangement", "Lyrics", "Recording", "Mix/Master"})
+        choice(title)->trigger();
+    settle();
+    const auto shown = [this](const QString& title) {
+        const int column = header().logicalIndex(static_cast<int>(titles().indexOf(title)));
+        QStringList texts;
+        for (int row = 0; row < model().rowCount(); ++row)
+            texts.append(model().index(row, column).data().toString());
+        return texts.join('|');
+    };
+    EXPECT_EQ(shown("Genre"), "|Pop|");
+    EXPECT_EQ(shown("Folder"), "Ä|music|music");
+    EXPECT_EQ(shown("Lyrics"), "Lyrics Status Unknown|No Lyrics|Lyrics Status Unknown");
+    // What can be seen can be searched, and sorts.
+    search("pop");
+    EXPECT_EQ(names(), QStringList("Beta"));
+    search("");
+    table().sortByColumn(model().columnOf("folder"), Qt::AscendingOrder);
+    settle();
+    EXPECT_EQ(names(), (QStringList{"Beta", "Gamma", "Alpha"}));
+
+    // The list of the builder is as long as before; the columns stay all the same.
+    QSettings settings;
+    settings.beginGroup(SettingsKeys::fields);
+    EXPECT_EQ(settings.childGroups().size(), 22);
+    const QStringList before = titles();
+    open();
+    EXPECT_EQ(titles(), before);
+    EXPECT_EQ(shown("Folder"), "music|music|Ä");
+    EXPECT_EQ(header().sortIndicatorSection(), model().columnOf("folder"));
+}
