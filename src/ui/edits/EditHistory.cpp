@@ -94,6 +94,7 @@ void EditHistory::start(const EditPointer& edit, Direction direction, std::share
         });
     m_inFlight.push_back(std::move(step));
     m_tasks.addTask(std::move(task));
+    emit undoOffered({});
     emit changed();
 }
 
@@ -129,6 +130,14 @@ void EditHistory::finish(const std::shared_ptr<Step>& step) {
     if (step->direction != Direction::Perform && !step->changesNothing)
         tellOfChange(*edit);
     emit written();
+    offerUndo(*step);
+}
+
+void EditHistory::offerUndo(const Step& step) {
+    const bool isNext = canUndo() && m_done.back() == step.edit;
+    const QString& done = step.edit->texts().done;
+    if (step.direction == Direction::Perform && !step.changesNothing && isNext && !done.isEmpty())
+        emit undoOffered(done);
 }
 
 void EditHistory::tellOfChange(const Edit& edit) {

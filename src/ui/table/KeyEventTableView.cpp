@@ -12,12 +12,21 @@
 #include <QStyleOptionFocusRect>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
 
 bool isEnter(const QKeyEvent* event) {
     return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+/// The stars that a key of the window gives.
+std::optional<int> ratingOf(const QKeyEvent* event) {
+    constexpr int most = 5;
+    const int stars = event->key() - Qt::Key_0;
+    const bool isRating = event->modifiers() == Qt::ControlModifier && stars >= 0 && stars <= most;
+    return isRating ? std::optional(stars) : std::nullopt;
 }
 
 /// Keys such as Delete come with a text, too, and the space bar selects.
@@ -57,11 +66,14 @@ void KeyEventTableView::releaseKeys() {
 }
 
 bool KeyEventTableView::event(QEvent* event) {
-    // Behind keys that wait, Return opens what they lead to, and not what is current now.
-    if (event->type() == QEvent::ShortcutOverride && isHoldingKeys() &&
-        isEnter(static_cast<QKeyEvent*>(event))) {
-        event->accept();
-        return true;
+    // Behind keys that wait, Return opens what they lead to, and not what is current now. So it is with those
+    // that rate.
+    if (event->type() == QEvent::ShortcutOverride && isHoldingKeys()) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (isEnter(key) || ratingOf(key)) {
+            event->accept();
+            return true;
+        }
     }
     return QTableView::event(event);
 }
@@ -75,8 +87,13 @@ QModelIndex KeyEventTableView::moveCursor(CursorAction action, Qt::KeyboardModif
 }
 
 void KeyEventTableView::keyPressEvent(QKeyEvent* event) {
-    if (isHoldingKeys() && !beginsSearch(event->text())) {
+    const auto rating = ratingOf(event);
+    if (isHoldingKeys() && (rating || !beginsSearch(event->text()))) {
         m_heldKeys.emplace_back(event->clone());
+        return;
+    }
+    if (rating) {
+        emit ratingTyped(*rating);
         return;
     }
     if (isEnter(event) && !event->isAutoRepeat())

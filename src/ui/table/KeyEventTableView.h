@@ -37,6 +37,8 @@ signals:
     void homePressed();
     void selectionChangedByKeyboard(const QModelIndex& index);
     void textTyped(const QString& text);
+    /// Where the window has not taken the key, as behind keys that wait.
+    void ratingTyped(int stars);
 
 protected:
     bool event(QEvent* event) override;

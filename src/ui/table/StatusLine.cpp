@@ -1,5 +1,6 @@
 #include "ui/table/StatusLine.h"
 
+#include "ui/table/UndoOffer.h"
 #include "ui/widgets/AccessibleRole.h"
 #include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -20,12 +21,18 @@ const QString StatusLine::separator = QStringLiteral(" · ");
 StatusLine::StatusLine(QWidget* parent)
     : QWidget(parent),
       m_statusLabel(new ElidedLabel(this)),
-      m_noticeLabel(new ElidedLabel(this)) {
+      m_noticeLabel(new ElidedLabel(this)),
+      m_undo(new UndoOffer(this)) {
     m_statusLabel->setObjectName(QStringLiteral("statusLabel"));
     m_noticeLabel->setObjectName(QStringLiteral("noticeLabel"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
+    layout->addWidget(m_undo, 1);
+    m_undo->setContentsMargins(sideMargin, 0, 0, 0);
+    connect(m_undo, &UndoOffer::undoRequested, this, &StatusLine::undoRequested);
+    connect(m_undo, &UndoOffer::keyboardReleased, this, &StatusLine::keyboardReleased);
+    connect(m_undo, &UndoOffer::shown, m_statusLabel, &QWidget::setHidden);
     for (auto* label : {m_statusLabel, m_noticeLabel}) {
         Contrast::makeSecondary(*label);
         label->setContentsMargins(sideMargin, lineMargin, sideMargin, lineMargin);
@@ -54,6 +61,10 @@ void StatusLine::showTip(const QString& tip) {
         showStatus();
     else
         m_statusLabel->setText(tip);
+}
+
+void StatusLine::offerUndo(const QString& done) {
+    m_undo->offer(done);
 }
 
 void StatusLine::showStatus() {
