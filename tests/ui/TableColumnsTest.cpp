@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QMenu>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -198,4 +199,45 @@ TEST_F(TableColumnsTest, ShowGenreFolderAndStatusesByTheirNames) {
     EXPECT_EQ(titles(), before);
     EXPECT_EQ(shown("Folder"), "music|music|Ä");
     EXPECT_EQ(header().sortIndicatorSection(), model().columnOf("folder"));
+}
+
+TEST_F(TableColumnsTest, NamesStayInSightWhenTheTableIsScrolledSideways) {
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        open();
+        window->resize(1200, 500);
+        window->setLayoutDirection(direction);
+        settle();
+        auto* bar = table().horizontalScrollBar();
+        ASSERT_GT(bar->maximum(), 200);
+        bar->setValue(bar->maximum());
+        const bool isMirrored = direction == Qt::RightToLeft;
+        const auto fromEdge = [&](int x) {
+            return isMirrored ? table().viewport()->width() - 1 - x : x;
+        };
+        const QRect beta = table().visualRect(model().index(1, nameColumn()));
+        EXPECT_EQ(isMirrored ? fromEdge(beta.right()) : beta.left(), 0);
+        const QPoint place(fromEdge(20), beta.center().y());
+        EXPECT_EQ(table().indexAt(place).data(), "Beta");
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, place);
+        settle();
+        EXPECT_EQ(selectedName(), "Beta");
+        EXPECT_EQ(bar->value(), bar->maximum());
+
+        // What lies below the names comes out.
+        table().setCurrentIndex(model().index(1, nameColumn() + 1));
+        const QRect next = table().visualRect(table().currentIndex());
+        EXPECT_FALSE(next.intersects(beta));
+        EXPECT_TRUE(table().viewport()->rect().contains(next));
+
+        bar->setValue(bar->maximum());
+        for (const char* first : {"Alpha", "Gamma"}) {
+            QTest::mouseClick(header().viewport(), Qt::LeftButton, {}, {fromEdge(20), header().height() / 2});
+            settle();
+            EXPECT_EQ(names().constFirst(), first);
+            bar->setValue(bar->maximum());
+        }
+        QTest::mouseClick(header().viewport(), Qt::LeftButton, {}, {fromEdge(20), header().height() / 2});
+        EXPECT_EQ(header().sortIndicatorSection(), -1);
+        settle();
+    }
 }

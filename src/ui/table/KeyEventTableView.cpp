@@ -7,8 +7,10 @@
 #include <QHeaderView>
 #include <QItemSelection>
 #include <QKeyEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyleOptionFocusRect>
 
 #include <algorithm>
@@ -144,8 +146,43 @@ void KeyEventTableView::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
 }
 
+QModelIndex KeyEventTableView::indexAt(const QPoint& position) const {
+    return m_pinned.rect().contains(position) ? m_pinned.indexAt(position) : QTableView::indexAt(position);
+}
+
+QRect KeyEventTableView::visualRect(const QModelIndex& index) const {
+    const bool isPinned = index.isValid() && index.column() == m_pinned.column() && !m_pinned.rect().isNull();
+    return isPinned ? m_pinned.rect(index) : QTableView::visualRect(index);
+}
+
+void KeyEventTableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int position = horizontalScrollBar()->value();
+    const bool isPinned = index.column() == m_pinned.column() && !m_pinned.rect().isNull();
+    QTableView::scrollTo(index, hint);
+    if (isPinned)
+        horizontalScrollBar()->setValue(position);
+    else if (index.isValid() && index.column() != m_pinned.column())
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - m_pinned.overlap(index.column()));
+}
+
+void KeyEventTableView::scrollContentsBy(int dx, int dy) {
+    const bool wasPinned = !m_pinned.rect().isNull();
+    QTableView::scrollContentsBy(dx, dy);
+    if (dx == 0 || (!wasPinned && m_pinned.rect().isNull()))
+        return;
+    // The pixels of the names have moved with the others.
+    viewport()->update();
+    horizontalHeader()->viewport()->update();
+}
+
 void KeyEventTableView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
+    if (!m_pinned.rect().isNull()) {
+        QStyleOptionViewItem option;
+        initViewItemOption(&option);
+        QPainter painter(viewport());
+        m_pinned.paint(painter, event->rect(), option);
+    }
     const QModelIndex current = currentIndex();
     if (!hasFocus() || !current.isValid() || selectionModel()->isSelected(current))
         return;
