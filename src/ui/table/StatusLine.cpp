@@ -13,6 +13,7 @@ namespace {
 
 constexpr int sideMargin = 16;
 constexpr int lineMargin = 8;
+constexpr int linkMargin = 2; // what a link adds to the height of its text, on both sides
 
 } // namespace
 
@@ -29,7 +30,8 @@ StatusLine::StatusLine(QWidget* parent)
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(m_undo, 1);
-    m_undo->setContentsMargins(sideMargin, 0, 0, 0);
+    // As high as the status, so that the table does not move.
+    m_undo->setContentsMargins(sideMargin, lineMargin - linkMargin, 0, lineMargin - linkMargin);
     connect(m_undo, &UndoOffer::undoRequested, this, &StatusLine::undoRequested);
     connect(m_undo, &UndoOffer::keyboardReleased, this, &StatusLine::keyboardReleased);
     connect(m_undo, &UndoOffer::shown, m_statusLabel, &QWidget::setHidden);
