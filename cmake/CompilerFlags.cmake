@@ -12,6 +12,11 @@ elseif(STEMHAVEN_SANITIZE STREQUAL "thread")
     add_link_options(-fsanitize=thread)
     # GCC warns that TSan does not model the fences in the standard library's headers.
     target_compile_options(stemhaven_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-tsan>)
+elseif(STEMHAVEN_SANITIZE STREQUAL "fuzzer")
+    # Clang only. The fuzz targets link the fuzzer itself; everything else only reports to it.
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined
+        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
 elseif(NOT STEMHAVEN_SANITIZE STREQUAL "")
-    message(FATAL_ERROR "STEMHAVEN_SANITIZE is '${STEMHAVEN_SANITIZE}'; it must be address, thread or empty")
+    message(FATAL_ERROR "STEMHAVEN_SANITIZE is '${STEMHAVEN_SANITIZE}'; it must be address, thread, fuzzer or empty")
 endif()

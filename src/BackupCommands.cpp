@@ -1,6 +1,7 @@
 #include "BackupCommands.h"
 
 #include "CommandLine.h"
+#include "app/logging/PrintableText.h"
 #include "backup/BackupExport.h"
 #include "backup/BackupImport.h"
 #include "backup/StartCheck.h"
@@ -23,13 +24,12 @@ class Texts {
 };
 
 void print(const QString& line) {
-    std::printf("%s\n", qUtf8Printable(line));
-    std::fflush(stdout);
+    Logging::printLine(stdout, line);
 }
 
 void printError(const QString& text) {
     if (!text.isEmpty())
-        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+        Logging::printLine(stderr, text);
 }
 
 bool printStep(const BackupProgress& progress) {
@@ -94,6 +94,9 @@ bool runBackupCommand(const CommandLine& commandLine) {
         return false;
     if (!commandLine.importBackup.isEmpty())
         return importBackup(live, commandLine.importBackup, commandLine.yes);
+    // An import replaces a database that may not be opened.
+    if (!start.mayStart())
+        return false;
     if (!commandLine.exportBackup.isEmpty())
         return exportBackup(live, commandLine.exportBackup);
     printError(Texts::tr("There is a folder or a file missing on the command line."));

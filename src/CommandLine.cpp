@@ -2,11 +2,16 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QImageWriter>
 
 #include <algorithm>
 #include <cstdio>
 
 namespace {
+
+/// Of a window, in pixels. A larger one would be drawn for minutes.
+constexpr int longestSide = 8192;
 
 const QString screenshotOption = QStringLiteral("screenshot");
 const QString sizeOption = QStringLiteral("size");
@@ -46,6 +51,12 @@ void describe(QCommandLineParser& parser) {
     parser.addOption({sizeOption, "Size of the main window in that picture, for example 1200x760.", "WxH"});
 }
 
+/// What cannot be written is refused before there is a window.
+bool isNameOfPicture(const QString& file) {
+    const QByteArray format = QFileInfo(file).suffix().toLower().toUtf8();
+    return QImageWriter::supportedImageFormats().contains(format);
+}
+
 auto givenCount(const QCommandLineParser& parser, const QStringList& options) {
     return std::count_if(
         options.begin(), options.end(), [&](const QString& option) { return parser.isSet(option); });
@@ -54,7 +65,8 @@ auto givenCount(const QCommandLineParser& parser, const QStringList& options) {
 std::optional<QSize> sizeFrom(const QString& text) {
     const auto parts = text.split(QLatin1Char('x'));
     const QSize size = parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
-    return size.isEmpty() ? std::nullopt : std::optional(size);
+    const bool isPossible = !size.isEmpty() && size.width() <= longestSide && size.height() <= longestSide;
+    return isPossible ? std::optional(size) : std::nullopt;
 }
 
 /// Null for what is no colour scheme.
@@ -99,9 +111,17 @@ std::optional<CommandLine> CommandLine::parse() {
     parser.process(QCoreApplication::arguments());
     CommandLine commandLine;
     commandLine.screenshot = parser.value(screenshotOption);
+    if (parser.isSet(screenshotOption) && !isNameOfPicture(commandLine.screenshot)) {
+        std::fputs(
+            "--screenshot wants a file whose name ends in a format of pictures, for example "
+            "window.png.\n",
+            stderr);
+        return std::nullopt;
+    }
     commandLine.size = sizeFrom(parser.value(sizeOption));
     if (parser.isSet(sizeOption) && !commandLine.size) {
-        std::fputs("--size wants a width and a height, for example 1200x760.\n", stderr);
+        std::fprintf(
+            stderr, "--size wants a width and a height of at most %d, for example 1200x760.\n", longestSide);
         return std::nullopt;
     }
     commandLine.colorScheme = colorSchemeFrom(parser.value(colorSchemeOption));

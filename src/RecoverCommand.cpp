@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "app/Paths.h"
+#include "app/logging/PrintableText.h"
 #include "database/DatabaseFile.h"
 #include "platform/TerminationSignals.h"
 #include "project/RecoveryRun.h"
@@ -52,8 +53,7 @@ class Output {
 public:
     void print(const QString& line) {
         clearCount();
-        std::printf("%s\n", qUtf8Printable(line));
-        std::fflush(stdout);
+        Logging::printLine(stdout, line);
     }
 
     void count(RecoverySearch::Progress progress) {
@@ -80,7 +80,7 @@ private:
 };
 
 void printError(const QString& text) {
-    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+    Logging::printLine(stderr, text);
 }
 
 bool isConfirmed(const QString& question, Interruption& interruption) {

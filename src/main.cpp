@@ -9,11 +9,13 @@
 #include "app/errors/ErrorHandler.h"
 #include "app/errors/Guarded.h"
 #include "app/logging/Log.h"
+#include "app/logging/PrintableText.h"
 #include "backup/DailyCopy.h"
 #include "backup/StartCheck.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
 #include "platform/ActivationSocket.h"
+#include "platform/PrivateFiles.h"
 #include "platform/ProfileLock.h"
 #include "platform/TerminationSignals.h"
 #include "ui/MainWindow.h"
@@ -38,7 +40,6 @@
 #include <QThread>
 #include <QTranslator>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <memory>
@@ -47,15 +48,10 @@
 namespace {
 
 void startLog(const QSettings& settings) {
-    if (!settings.contains(Stemhaven::SettingsKeys::logLevel)) {
-        Logging::Log::setLevel(QtCriticalMsg);
-        return;
-    }
-    // What the type cannot hold is as good as its greatest number: nothing passes.
-    constexpr int greatestLevel = 7;
-    const int stored = settings.value(Stemhaven::SettingsKeys::logLevel).toInt();
-    const auto level = static_cast<QtMsgType>(std::clamp(stored, 0, greatestLevel));
-    qInfo() << "Starting Stemhaven! LogLevel: " << level;
+    const auto stored = settings.value(Stemhaven::SettingsKeys::logLevel);
+    const auto level = Logging::Log::levelOf(stored);
+    if (stored.isValid())
+        qInfo() << "Starting Stemhaven! LogLevel: " << level;
     Logging::Log::setLevel(level);
 }
 
@@ -76,11 +72,19 @@ QString activationSocketPath() {
     return profileFolder() + QStringLiteral("/stemhaven.socket");
 }
 
-/// Makes the folder of the databases and the log where it is missing, for its user alone.
-void makeProfileFolder() {
+/// Makes the folder of the databases and the log where it is missing, and sees to it that the profile is its
+/// user's alone. Returns whether others could look into it until now.
+bool makeProfile(const QString& settingsFile) {
     const auto folder = profileFolder();
-    QDir().mkpath(QFileInfo(folder).absolutePath());
+    for (const auto& path : {folder, settingsFile})
+        QDir().mkpath(QFileInfo(path).absolutePath());
     QDir().mkdir(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    const bool wasOpen = Stemhaven::makePrivate(folder);
+    for (const auto& file : {Logging::Log::filepath(), settingsFile}) {
+        Stemhaven::makePrivateFile(file);
+        Stemhaven::makePrivate(file);
+    }
+    return wasOpen;
 }
 
 enum class ProfileAccess {
@@ -146,6 +150,13 @@ bool isSetUp(const Stemhaven::ActivationSocket& activation) {
     return false;
 }
 
+void endOnSignals(const Stemhaven::TerminationSignals& termination) {
+    QObject::connect(&termination, &Stemhaven::TerminationSignals::terminationRequested, [] {
+        QApplication::closeAllWindows();
+        QCoreApplication::quit();
+    });
+}
+
 /// Starts the monitor, and ends its threads with its scope.
 class MonitorGuard {
 public:
@@ -170,12 +181,12 @@ public:
 
 bool isCatalogueAtRest() {
     const auto& monitor = Stemhaven::ProjectMonitor::instance();
-    return !monitor.isSearching() && !monitor.isChecking();
+    return !monitor.isSearching() && !monitor.isChecking() && !monitor.isSuspended();
 }
 
 void sayAlreadyRunning(bool inWindow) {
     const auto text = QCoreApplication::translate("main", "Stemhaven is already running.");
-    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+    Logging::printLine(stderr, text);
     if (inWindow && QGuiApplication::platformName() != QLatin1String("offscreen"))
         QMessageBox::information(nullptr, QStringLiteral("Stemhaven"), text);
 }
@@ -187,8 +198,8 @@ bool prepareProfile() {
     if (!report.isRemarkable())
         return true;
     const QString text = textOf(report);
-    if (report.import == FileSwap::Repair::Failed) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+    if (!report.mayStart()) {
+        Logging::printLine(stderr, text);
         if (QGuiApplication::platformName() != QLatin1String("offscreen"))
             QMessageBox::critical(nullptr, QStringLiteral("Stemhaven"), text);
         return false;
@@ -222,11 +233,14 @@ int run(int argc, char** argv) {
     if (CommandLine::printText(argc, argv))
         return 0;
 
-    makeProfileFolder();
-    Logging::Log::setDirectory(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-    Logging::Log::setPrefix(QStringLiteral("stemhaven"));
     const QSettings settings;
+    Logging::Log::setPrefix(QStringLiteral("stemhaven"));
+    const bool wasOpenToOthers = makeProfile(settings.fileName());
+    Logging::Log::setDirectory(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     startLog(settings);
+    if (wasOpenToOthers)
+        qInfo() << "Others could look into the folder of the catalogue. It is its user's alone now:"
+                << profileFolder();
 
     if (CommandLine::asksForNoWindow(argc, argv))
         return runWithoutWindow(argc, argv);
@@ -234,11 +248,7 @@ int run(int argc, char** argv) {
     const QByteArray activationToken = activationTokenOfThisProcess();
     const QApplication application(argc, argv);
     // Outlives the databases: a second signal must not end the process while edits are still being written.
-    const Stemhaven::TerminationSignals termination;
-    QObject::connect(&termination, &Stemhaven::TerminationSignals::terminationRequested, [] {
-        QApplication::closeAllWindows();
-        QCoreApplication::quit();
-    });
+    std::optional<Stemhaven::TerminationSignals> termination;
     const DatabaseGuard databases;
     const Stemhaven::ShutdownGuard shutdown;
     const auto commandLine = CommandLine::parse();
@@ -264,6 +274,8 @@ int run(int argc, char** argv) {
 
     if (!prepareProfile())
         return 1;
+    // Not before: the check of a large database may be killed, an edit may not.
+    endOnSignals(termination.emplace());
     const MonitorGuard monitor;
     // A size that is asked for holds on any screen.
     std::optional<ScreenFitting> screens;

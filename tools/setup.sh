@@ -10,6 +10,7 @@ declare -A packages_for=(
              fonts-dejavu-core"
     [wayland]="qt6-wayland"
     [tests]="libgtest-dev libgmock-dev dbus-daemon sqlite3"
+    [fuzz]="clang"
     [bench]="libbenchmark-dev libplist-dev python3 inotify-tools"
     [font]="npm ca-certificates"
 )
@@ -33,7 +34,7 @@ have() { command -v "$1" >/dev/null 2>&1; }
 # Whether what a package brings is here. A tool counts wherever it comes from.
 have_package() {
     case $1 in
-    g++ | cmake | npm | sqlite3 | dbus-daemon | python3) have "$1" && return ;;
+    g++ | clang | cmake | npm | sqlite3 | dbus-daemon | python3) have "$1" && return ;;
     ninja-build) have ninja && return ;;
     esac
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]

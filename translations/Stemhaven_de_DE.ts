@@ -911,6 +911,14 @@
         <source>Showing the calendar failed.</source>
         <translation>Der Kalender konnte nicht angezeigt werden.</translation>
     </message>
+    <message>
+        <source>Backup failed.</source>
+        <translation>Die Sicherung ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Import backup failed.</source>
+        <translation>Das Einspielen der Sicherung ist fehlgeschlagen.</translation>
+    </message>
 </context>
 <context>
     <name>MonitorPage</name>
@@ -2502,6 +2510,14 @@
         <source>&amp;Release Calendar</source>
         <translation>&amp;Veröffentlichungskalender</translation>
     </message>
+    <message>
+        <source>Write everything that Stemhaven knows into one file</source>
+        <translation>Alles, was Stemhaven weiß, in eine Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Replace everything that Stemhaven knows by what a backup holds</source>
+        <translation>Alles, was Stemhaven weiß, durch den Inhalt einer Sicherung ersetzen</translation>
+    </message>
 </context>
 <context>
     <name>Wizard</name>
@@ -2540,10 +2556,6 @@
     <message>
         <source>Step</source>
         <translation>Schritt</translation>
-    </message>
-    <message>
-        <source>Backups cannot be imported yet.</source>
-        <translation>Sicherungen können noch nicht eingespielt werden.</translation>
     </message>
     <message>
         <source>Backup file</source>
@@ -2600,6 +2612,10 @@
     <message>
         <source>You can set these paths up later in the Monitor tab in Settings. Stemhaven won&apos;t show any projects until this is done!</source>
         <translation>Du kannst sie später in den Einstellungen unter „Überwachung“ hinzufügen. Bis dahin zeigt Stemhaven keine Projekte!</translation>
+    </message>
+    <message>
+        <source>Wizard: Import backup failed.</source>
+        <translation>Einrichtung: Das Einspielen der Sicherung ist fehlgeschlagen.</translation>
     </message>
 </context>
 <context>
@@ -2829,6 +2845,60 @@
     <message>
         <source>Showing release dialog failed.</source>
         <translation>Der Dialog zur Veröffentlichung konnte nicht angezeigt werden.</translation>
+    </message>
+</context>
+<context>
+    <name>BackupDialog</name>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Sicherung</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Waiting for what is being saved...</source>
+        <translation>Was gerade gespeichert wird, wird abgewartet …</translation>
+    </message>
+    <message>
+        <source>Import Backup</source>
+        <translation>Sicherung einspielen</translation>
+    </message>
+    <message>
+        <source>Backups (*.hvbk)</source>
+        <translation>Sicherungen (*.hvbk)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Folder for the Backup</source>
+        <translation>Ordner für die Sicherung</translation>
+    </message>
+    <message>
+        <source>Cancelled. Everything is as it was.</source>
+        <translation>Abgebrochen. Alles ist, wie es war.</translation>
+    </message>
+</context>
+<context>
+    <name>Backups</name>
+    <message>
+        <source>A backup is being made…</source>
+        <translation>Eine Sicherung wird angelegt …</translation>
+    </message>
+    <message>
+        <source>A backup is being imported…</source>
+        <translation>Eine Sicherung wird eingespielt …</translation>
     </message>
 </context>
 <context>
@@ -3114,6 +3184,10 @@
         <source>Reading the settings again</source>
         <translation>Einstellungen neu lesen</translation>
     </message>
+    <message>
+        <source>Could not bring the database from backup up to date. Stopping backup import...</source>
+        <translation>Die Datenbank der Sicherung konnte nicht auf den neuesten Stand gebracht werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
 </context>
 <context>
     <name>Stemhaven::StartCheck</name>
@@ -3124,6 +3198,11 @@
     <message>
         <source>The file %1 is damaged, and there is no good copy of it. Import a backup to replace it.</source>
         <translation>Die Datei %1 ist beschädigt, und es gibt keine gute Kopie von ihr. Spiele eine Sicherung ein, um sie zu ersetzen.</translation>
+    </message>
+    <message>
+        <source>The file %1 is not as Stemhaven made it, and there is no good copy of it: it holds %2. It was left as it is and not opened. Start Stemhaven with --import-backup to put a backup in its place.</source>
+        <extracomment>%1 is a file, %2 tells what is in it in the terms of a database, such as: view &quot;projects&quot;</extracomment>
+        <translation>Die Datei %1 ist nicht so, wie Stemhaven sie angelegt hat, und es gibt keine gute Kopie von ihr: Sie enthält %2. Sie wurde gelassen, wie sie ist, und nicht geöffnet. Starte Stemhaven mit --import-backup, um eine Sicherung an ihre Stelle zu setzen.</translation>
     </message>
     <message>
         <source>An import of a backup was interrupted, and its files could not be put right. Check that you may write to the folders of Stemhaven and that the disk is not full, and start it again.</source>

@@ -41,6 +41,10 @@ BackupExport::BackupExport(const LiveFiles& live, const QString& destination, co
       m_archive(m_folder + QStringLiteral(".hvbk")),
       m_work(live.profileFolder(), live.names()) {}
 
+QString BackupExport::failureTitle() {
+    return tr("Could not export backup!");
+}
+
 QString BackupExport::beginningText() {
     return tr("Beginning backup export...");
 }
@@ -50,6 +54,7 @@ QString BackupExport::workingText() const {
 }
 
 BackupResult BackupExport::run(const BackupObserver& observer) {
+    const std::lock_guard lock(liveFilesMutex());
     const auto body = [&] {
         BackupSteps steps(stepCount, observer);
         qInfo().noquote().nospace() << "Backup export: Starting backup to: " << m_destination;
@@ -69,7 +74,7 @@ BackupResult BackupExport::run(const BackupObserver& observer) {
         result.archive = m_archive.path();
         return result;
     };
-    return backupResult(tr("Could not export backup!"), body, [this](BackupResult&) { m_work.remove(); });
+    return backupResult(failureTitle(), body, [this](BackupResult&) { m_work.remove(); });
 }
 
 void BackupExport::makeFolder() {
@@ -145,6 +150,7 @@ void BackupExport::compress(BackupSteps& steps) {
             << m_archive.path();
         throw failure;
     }
+    QFile::setPermissions(m_archive.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     steps.next(tr("Reading the backup back"));
     if (!flushToDisk(m_archive.path()) || !m_archive.agreesWith(m_folder, m_live.names()) ||
         !flushToDisk(m_destination) || !m_work.keepArchive(m_folder))

@@ -26,6 +26,9 @@ public:
 
     BackupResult run(const BackupObserver& observer);
 
+    /// Of failures that have no other headline.
+    static QString failureTitle();
+
     /// The status line before and during the work.
     static QString beginningText();
     QString workingText() const;

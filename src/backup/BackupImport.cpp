@@ -52,6 +52,10 @@ QString BackupImport::questionAdvice() {
     return tr("This will replace the current database and settings!");
 }
 
+QString BackupImport::failureTitle() {
+    return tr("Error importing backup");
+}
+
 QString BackupImport::beginningText() {
     return tr("Beginning backup import...");
 }
@@ -60,7 +64,8 @@ QString BackupImport::workingText() const {
     return tr("Importing backup from '%1'. Please wait.").arg(m_file);
 }
 
-BackupResult BackupImport::run(const BackupObserver& observer) {
+BackupResult BackupImport::run(const BackupObserver& observer, const Initialise& initialise) {
+    const std::lock_guard lock(liveFilesMutex());
     const auto body = [&] {
         BackupSteps steps(stepCount, observer);
         checkArchive(steps);
@@ -68,14 +73,14 @@ BackupResult BackupImport::run(const BackupObserver& observer) {
         steps.next(tr("Copying the current databases aside"));
         copyAside();
         replaceLiveFiles(steps);
-        finish(steps);
+        finish(steps, initialise);
         BackupResult result;
         result.outcome = BackupResult::Outcome::Finished;
         result.message = tr("Finished importing backup!");
-        result.needsInitialisation = m_version != currentDatabaseVersion;
+        result.needsInitialisation = m_version != currentDatabaseVersion && !initialise;
         return result;
     };
-    return backupResult(tr("Error importing backup"), body, [this](BackupResult& result) { undo(result); });
+    return backupResult(failureTitle(), body, [this](BackupResult& result) { undo(result); });
 }
 
 void BackupImport::checkArchive(BackupSteps& steps) {
@@ -129,9 +134,12 @@ void BackupImport::copyAside() {
         return;
     // An import may be the way out of a damaged database, which no copy can be made of but as it is.
     const auto isDamaged = [](const QString& path) {
-        return isThere(path) &&
-            DatabaseFile(path, DatabaseFile::Access::ReadWrite).check(DatabaseFile::Check::Whole) ==
-            DatabaseFile::Condition::Damaged;
+        using Condition = DatabaseFile::Condition;
+        if (!isThere(path))
+            return false;
+        const auto condition =
+            DatabaseFile(path, DatabaseFile::Access::ReadWrite).check(DatabaseFile::Check::Whole);
+        return condition == Condition::Damaged || condition == Condition::Foreign;
     };
     for (const auto& live : {m_live.mainDatabase, m_live.rootPathsDatabase}) {
         if (!isDamaged(live))
@@ -185,8 +193,11 @@ void BackupImport::replace(const QString& live, const Texts& texts, BackupSteps&
         throw BackupError(texts.copyFailure);
 }
 
-void BackupImport::finish(BackupSteps& steps) {
+void BackupImport::finish(BackupSteps& steps, const Initialise& initialise) {
     steps.nextWithoutWayBack(tr("Making the replacement final"));
+    if (initialise && m_version != currentDatabaseVersion && !initialise())
+        throw BackupError(
+            tr("Could not bring the database from backup up to date. Stopping backup import..."));
     if (!m_swap.commit())
         throw BackupError(tr("Could not make the replacement of the current files final."));
     m_isSwapping = false;

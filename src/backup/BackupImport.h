@@ -10,6 +10,8 @@
 #include <QDateTime>
 #include <QString>
 
+#include <functional>
+
 namespace Stemhaven {
 
 /// Replaces both databases and the settings by what an archive holds. One import an object. The connections
@@ -25,7 +27,13 @@ class BackupImport {
 public:
     BackupImport(const LiveFiles& live, const QString& file, const QDateTime& now);
 
-    BackupResult run(const BackupObserver& observer);
+    /// Brings the databases, which are in place, to the current schema, with no connection to them open
+    /// before and after. Returns whether it could. On the thread of the import.
+    using Initialise = std::function<bool()>;
+
+    /// initialise is called for databases of an older version; where it fails, so does the import. An empty
+    /// one leaves that to the next start.
+    BackupResult run(const BackupObserver& observer, const Initialise& initialise = {});
 
     /// Whether a file's name is that of a backup, and what is said where it is not.
     static bool hasNameOfBackup(const QString& file);
@@ -35,6 +43,9 @@ public:
     /// The question, with the answers Yes and No, that comes before.
     static QString questionText();
     static QString questionAdvice();
+
+    /// Of failures that have no other headline.
+    static QString failureTitle();
 
     /// The status line before and during the work.
     static QString beginningText();
@@ -54,7 +65,7 @@ private:
     void copyAside();
     void replaceLiveFiles(BackupSteps& steps);
     void replace(const QString& live, const Texts& texts, BackupSteps& steps);
-    void finish(BackupSteps& steps);
+    void finish(BackupSteps& steps, const Initialise& initialise);
     void undo(BackupResult& result);
 
     LiveFiles m_live;

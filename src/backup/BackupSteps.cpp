@@ -13,17 +13,17 @@ BackupSteps::BackupSteps(int count, BackupObserver observer)
       m_observer(std::move(observer)) {}
 
 void BackupSteps::next(const QString& text) {
-    if (!tell(text))
+    if (!tell(text, true))
         throw BackupCancelled();
 }
 
 void BackupSteps::nextWithoutWayBack(const QString& text) {
-    tell(text);
+    tell(text, false);
 }
 
-bool BackupSteps::tell(const QString& text) {
+bool BackupSteps::tell(const QString& text, bool canBeCancelled) {
     ++m_step;
-    return !m_observer || m_observer({text, m_step, m_count});
+    return !m_observer || m_observer({text, m_step, m_count, canBeCancelled});
 }
 
 BackupResult backupResult(

@@ -15,6 +15,8 @@ struct BackupProgress {
     /// Counted from 1.
     int step = 0;
     int steps = 0;
+    /// Whether an end that is asked for is still heard.
+    bool canBeCancelled = true;
 };
 
 /// Called before each step, on the thread that does the work. False asks for an end, which is heard until
@@ -75,7 +77,7 @@ public:
     void nextWithoutWayBack(const QString& text);
 
 private:
-    bool tell(const QString& text);
+    bool tell(const QString& text, bool canBeCancelled);
 
     int m_count;
     int m_step = 0;

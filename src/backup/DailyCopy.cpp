@@ -18,15 +18,19 @@ DailyCopy::DailyCopy(LiveFiles live, std::function<bool()> isQuiet, std::chrono:
 }
 
 DailyCopy::~DailyCopy() {
+    m_isEnding = true;
     m_copying.waitForFinished();
 }
 
 void DailyCopy::copyIfDue() {
     if (m_copying.isRunning() || !m_isQuiet())
         return;
-    m_copying = QtConcurrent::run([live = m_live] {
+    m_copying = QtConcurrent::run([this] {
         loggingFailures(QStringLiteral("Could not copy the databases aside."), [&] {
-            const DatabaseCopies copies(live);
+            const std::unique_lock lock(liveFilesMutex(), std::try_to_lock);
+            if (!lock)
+                return;
+            const DatabaseCopies copies(m_live, [this] { return m_isEnding.load(); });
             const auto now = QDateTime::currentDateTime();
             if (copies.isDue(now))
                 copies.copyAside(now);

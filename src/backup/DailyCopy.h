@@ -5,6 +5,7 @@
 #include <QFuture>
 #include <QTimer>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 
@@ -16,7 +17,7 @@ public:
     /// isQuiet says whether the catalogue is at rest; it is asked at each interval, on the thread of this
     /// object.
     DailyCopy(LiveFiles live, std::function<bool()> isQuiet, std::chrono::milliseconds interval);
-    /// Waits for a copy that is being made.
+    /// Gives up a copy that is being made, and waits for its end.
     ~DailyCopy();
     Q_DISABLE_COPY_MOVE(DailyCopy)
 
@@ -25,6 +26,7 @@ private:
 
     const LiveFiles m_live;
     const std::function<bool()> m_isQuiet;
+    std::atomic<bool> m_isEnding = false;
     QTimer m_timer;
     QFuture<void> m_copying;
 };

@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace Stemhaven {
 
 namespace {
@@ -35,8 +37,9 @@ bool hasContents(const QString& database) {
 
 } // namespace
 
-DatabaseCopies::DatabaseCopies(const LiveFiles& live)
+DatabaseCopies::DatabaseCopies(const LiveFiles& live, std::function<bool()> isGivenUp)
     : m_live(live),
+      m_isGivenUp(std::move(isGivenUp)),
       m_folder(live.profileFolder() + QStringLiteral("/Backups")) {}
 
 QList<DatabaseCopies::Copy> DatabaseCopies::all() const {
@@ -86,11 +89,13 @@ bool DatabaseCopies::writeInto(const QString& folder) const {
             continue;
         const QString copy = folder + QLatin1Char('/') + QFileInfo(live).fileName();
         DatabaseFile database(live, DatabaseFile::Access::ReadWrite);
+        database.giveUpWhen(m_isGivenUp);
         if (!database.copyTo(copy)) {
             qCritical().noquote() << "Could not copy the database aside:" << live << database.error();
             return false;
         }
         DatabaseFile written(copy);
+        written.giveUpWhen(m_isGivenUp);
         if (written.check(DatabaseFile::Check::Whole) != DatabaseFile::Condition::Sound ||
             !flushToDisk(copy)) {
             qCritical().noquote() << "The copy of the database is not good:" << copy << written.error();

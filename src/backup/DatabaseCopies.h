@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace Stemhaven {
@@ -27,7 +28,8 @@ public:
         Failed,
     };
 
-    explicit DatabaseCopies(const LiveFiles& live);
+    /// A copy that is being made fails once isGivenUp says so.
+    explicit DatabaseCopies(const LiveFiles& live, std::function<bool()> isGivenUp = {});
 
     /// Newest first.
     QList<Copy> all() const;
@@ -49,6 +51,7 @@ private:
     void removeAbandoned() const;
 
     LiveFiles m_live;
+    std::function<bool()> m_isGivenUp;
     QString m_folder;
 };
 

@@ -22,6 +22,11 @@ QString LiveFiles::profileFolder() const {
     return QFileInfo(mainDatabase).absolutePath();
 }
 
+std::recursive_mutex& liveFilesMutex() {
+    static std::recursive_mutex mutex;
+    return mutex;
+}
+
 bool isThere(const QString& path) {
     const QFileInfo file(path);
     return file.isSymLink() || file.exists();

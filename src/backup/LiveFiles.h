@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <mutex>
+
 namespace Stemhaven {
 
 /// The files that a backup is made of, where the program uses them.
@@ -25,6 +27,10 @@ struct LiveFiles {
     /// The folder of the databases, in which what is remembered of a backup lies as well.
     QString profileFolder() const;
 };
+
+/// Held while the databases are copied or replaced beside the worker: a connection that is open during a
+/// replacement would spoil the new file. The worker's own are closed then.
+std::recursive_mutex& liveFilesMutex();
 
 /// Whether something has that path, a link that leads nowhere included.
 bool isThere(const QString& path);

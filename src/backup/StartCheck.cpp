@@ -30,13 +30,18 @@ fs::path nativePath(const QString& path) {
     return QFile::encodeName(path).toStdString();
 }
 
-bool needsCopy(const QString& database, const QString& table) {
+/// foreignPart is set where the database needs a copy for what it holds.
+bool needsCopy(const QString& database, const QString& table, QString& foreignPart) {
     if (!isThere(database))
         return false;
     DatabaseFile file(database, DatabaseFile::Access::ReadWrite);
     switch (file.check(DatabaseFile::Check::Quick)) {
     case DatabaseFile::Condition::Damaged:
         qCritical().noquote() << "The database is damaged:" << database << file.error();
+        return true;
+    case DatabaseFile::Condition::Foreign:
+        foreignPart = file.error();
+        qCritical().noquote() << "The database is not as Stemhaven made it:" << database << foreignPart;
         return true;
     case DatabaseFile::Condition::Unknown:
         qWarning().noquote() << "The database could not be checked:" << database << file.error();
@@ -94,7 +99,8 @@ StartReport checkAtStart(const LiveFiles& live, const QDateTime& now) {
 
     const DatabaseCopies copies(live);
     const auto check = [&](const QString& database, const QString& table) {
-        if (!needsCopy(database, table))
+        QString foreignPart;
+        if (!needsCopy(database, table, foreignPart))
             return;
         const QString name = QFileInfo(database).fileName();
         const auto copy = copies.newestSound(name, table);
@@ -104,7 +110,10 @@ StartReport checkAtStart(const LiveFiles& live, const QDateTime& now) {
             report.restored.append({database, damaged, copy->made});
         } else if (QFileInfo(database).size() > 0) {
             qCritical().noquote() << "There is no good copy for" << database;
-            report.damaged.append(database);
+            if (foreignPart.isEmpty())
+                report.damaged.append(database);
+            else
+                report.foreign.append({database, foreignPart});
         }
     };
     check(live.mainDatabase, QStringLiteral("projects"));
@@ -129,6 +138,14 @@ QString textOf(const StartReport& report) {
             Texts::tr(
                 "The file %1 is damaged, and there is no good copy of it. Import a backup to replace it.")
                 .arg(QDir::toNativeSeparators(database)));
+    }
+    for (const auto& foreign : report.foreign) {
+        //: %1 is a file, %2 tells what is in it in the terms of a database, such as: view "projects"
+        const QString text = Texts::tr(
+            "The file %1 is not as Stemhaven made it, and there is no good copy of it: it holds %2. "
+            "It was left as it is and not opened. Start Stemhaven with --import-backup to put a "
+            "backup in its place.");
+        texts.append(text.arg(QDir::toNativeSeparators(foreign.database), foreign.part));
     }
     if (report.import == FileSwap::Repair::Failed)
         texts.append(Texts::tr(

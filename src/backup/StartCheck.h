@@ -27,10 +27,19 @@ struct StartReport {
     /// Damaged databases that there is no good copy for. They are where they were.
     QStringList damaged;
 
+    /// A database with contents that the program must not work with, and that there is no good copy for.
+    struct Foreign {
+        QString database;
+        QString part;
+    };
+
+    QList<Foreign> foreign;
+
+    /// Whether the databases may be opened.
+    bool mayStart() const { return import != FileSwap::Repair::Failed && foreign.isEmpty(); }
+
     /// Whether the user should hear of it.
-    bool isRemarkable() const {
-        return import == FileSwap::Repair::Failed || !restored.isEmpty() || !damaged.isEmpty();
-    }
+    bool isRemarkable() const { return !mayStart() || !restored.isEmpty() || !damaged.isEmpty(); }
 };
 
 /// Puts the profile right after whatever ended the last run: an import that was killed is brought to its end
@@ -39,8 +48,7 @@ struct StartReport {
 /// database once.
 StartReport checkAtStart(const LiveFiles& live, const QDateTime& now);
 
-/// For the user, on the databases that were damaged and replaced, or could not be; empty where there are
-/// none.
+/// For the user, on all that is remarkable; empty where nothing is.
 QString textOf(const StartReport& report);
 
 /// Where a damaged database is to go: a name beside it that nothing has.

@@ -1,6 +1,8 @@
 #include "database/Connection.h"
 
 #include "app/errors/DbException.h"
+#include "database/SqliteLibrary.h"
+#include "platform/PrivateFiles.h"
 
 #include <QDebug>
 #include <QDir>
@@ -25,10 +27,13 @@ void openDatabase(QSqlDatabase& database, const QString& path, const QString& fa
     if (database.isOpen())
         return;
     QDir().mkpath(QFileInfo(path).absolutePath());
+    // SQLite makes its other files with the permissions of this one.
+    makePrivateFile(path);
     database.setDatabaseName(path);
     if (!database.open())
         throw DbException(database, failureMessage);
     run(database, "PRAGMA busy_timeout=5000");
+    SqliteLibrary::harden(database);
 }
 
 void prepareMainConnection(QSqlDatabase& database) {

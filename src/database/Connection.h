@@ -6,8 +6,8 @@ class QString;
 /// Opening of the database connections. On the worker thread only.
 namespace Stemhaven {
 
-/// Opens the file at path, with its folder made where it is missing. Does nothing when it is open already.
-/// Throws DbException with failureMessage where it does not open.
+/// Opens the file at path, with its folder made where it is missing, hardened against what it holds. Does
+/// nothing when it is open already. Throws DbException with failureMessage where it does not open.
 void openDatabase(QSqlDatabase& database, const QString& path, const QString& failureMessage);
 
 /// What the main connection has beyond that: write-ahead logging, and what the checks of a bundle look up, so

@@ -2,7 +2,10 @@
 
 #include "database/DatabaseInitStatements.h"
 #include "database/RootPathStatements.h"
+#include "database/SchemaCheck.h"
 #include "database/SqlText.h"
+#include "database/SqliteLibrary.h"
+#include "platform/PrivateFiles.h"
 
 #include <QFileInfo>
 #include <QSqlDatabase>
@@ -11,6 +14,7 @@
 #include <QVariant>
 
 #include <atomic>
+#include <utility>
 
 namespace Stemhaven {
 
@@ -44,6 +48,8 @@ DatabaseFile::DatabaseFile(const QString& path, Access access, const QString& co
         m_error = QStringLiteral("no such file");
     else if (!database.open())
         m_error = database.lastError().text();
+    else
+        SqliteLibrary::harden(database);
 }
 
 DatabaseFile::~DatabaseFile() {
@@ -55,6 +61,12 @@ bool DatabaseFile::isOpen() const {
     return QSqlDatabase::database(m_connection, false).isOpen();
 }
 
+void DatabaseFile::giveUpWhen(std::function<bool()> isGivenUp) {
+    m_isGivenUp = std::move(isGivenUp);
+    if (m_isGivenUp && isOpen())
+        SqliteLibrary::interruptWhen(QSqlDatabase::database(m_connection, false), m_isGivenUp);
+}
+
 bool DatabaseFile::run(QSqlQuery& query, const QString& statement) {
     query.setForwardOnly(true);
     const bool done = query.exec(statement);
@@ -63,6 +75,11 @@ bool DatabaseFile::run(QSqlQuery& query, const QString& statement) {
 }
 
 DatabaseFile::Condition DatabaseFile::check(Check check) {
+    // First, since the check itself computes what the schema says.
+    if (const auto part = foreignPartOf(QSqlDatabase::database(m_connection, false)); !part.isEmpty()) {
+        m_error = part;
+        return Condition::Foreign;
+    }
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
     const bool done =
         run(query,
@@ -113,6 +130,8 @@ bool DatabaseFile::copyTo(const QString& path) {
     // end the locks of the first. The statement reads in one transaction, so what others write meanwhile is
     // not in the copy.
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    // SQLite writes into an empty file, too.
+    makePrivateFile(path);
     return run(query, QStringLiteral("VACUUM INTO '%1'").arg(escape(path)));
 }
 

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 class QSqlQuery;
@@ -17,8 +18,9 @@ public:
     /// put that right then. ReadOnly changes nothing, but may leave empty files of SQLite's beside the
     /// database.
     enum class Access { ReadOnly, ReadWrite };
-    /// Unknown where the file cannot be read, or is locked.
-    enum class Condition { Sound, Damaged, Unknown };
+    /// Unknown where the file cannot be read, is locked or the check was given up; Foreign where it holds
+    /// what this program never writes and must not work with.
+    enum class Condition { Sound, Damaged, Foreign, Unknown };
     /// Quick leaves out whether the indexes agree with their tables, which is most of the time.
     enum class Check { Quick, Whole };
 
@@ -32,6 +34,9 @@ public:
 
     bool isOpen() const;
 
+    /// Asked while a call goes on, which fails once the answer is true.
+    void giveUpWhen(std::function<bool()> isGivenUp);
+
     Condition check(Check check);
 
     /// What the main database says that it is of; the first row counts. Nothing where it does not say.
@@ -40,8 +45,8 @@ public:
     /// The watched folders, of the root-paths database. Nothing where they cannot be read.
     std::optional<QStringList> rootPaths();
 
-    /// Writes what the database holds now into a new file, in one piece, though others may be writing to it.
-    /// They do not wait for it where the database has a write-ahead log.
+    /// Writes what the database holds now into a new file that only its user may read, in one piece, though
+    /// others may be writing to it. They do not wait for it where the database has a write-ahead log.
     bool copyTo(const QString& path);
 
     /// Why the last call failed.
@@ -52,6 +57,7 @@ private:
 
     QString m_connection;
     QString m_error;
+    std::function<bool()> m_isGivenUp;
 };
 
 } // namespace Stemhaven

@@ -50,6 +50,16 @@ QStringList selectFormerIdentities(QSqlDatabase& database, long long projectId) 
 
 } // namespace
 
+std::optional<ProjectRecord> selectRecord(QSqlDatabase& database, long long projectId) {
+    const auto records = select(database, ProjectStatements::selectById(projectId));
+    return records.isEmpty() ? std::nullopt : std::optional(records.first());
+}
+
+QList<ProjectRecord> selectAt(QSqlDatabase& database, const QString& path) {
+    const qsizetype nameBegin = path.lastIndexOf(u'/') + 1;
+    return select(database, ProjectStatements::selectByPath(path.left(nameBegin), path.mid(nameBegin)));
+}
+
 RecordCandidates selectCandidates(
     QSqlDatabase& database, const ProjectDetails& details, const std::optional<RecordCandidates::Note>& note,
     const QStringList& priorPaths) {
@@ -57,19 +67,15 @@ RecordCandidates selectCandidates(
     const QString sufid = details.sufid.toString();
     found.byIdentity = select(database, ProjectStatements::selectBySufid(sufid));
     found.byPath = select(database, ProjectStatements::selectByPath(details.filepath, details.filename));
-    for (const auto& path : priorPaths) {
-        const qsizetype nameBegin = path.lastIndexOf(u'/') + 1;
-        found.byPriorPath.append(
-            select(database, ProjectStatements::selectByPath(path.left(nameBegin), path.mid(nameBegin))));
-    }
+    for (const auto& path : priorPaths)
+        found.byPriorPath.append(selectAt(database, path));
     if (!note)
         return found;
-    const auto noted = select(database, ProjectStatements::selectById(note->first));
-    if (noted.isEmpty()) {
+    found.byNotedId = selectRecord(database, note->first);
+    if (!found.byNotedId) {
         found.byNotedIdentity =
             select(database, ProjectStatements::selectBySufid(QString::fromStdString(note->second)));
     } else {
-        found.byNotedId = noted.first();
         found.formerOfNotedId = selectFormerIdentities(database, found.byNotedId->id);
     }
     return found;

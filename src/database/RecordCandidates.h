@@ -44,7 +44,12 @@ struct RecordCandidates {
     QList<ProjectRecord> byNotedIdentity;
 };
 
-/// On the worker; throws DbException.
+// On the worker; all throw DbException.
+
+std::optional<ProjectRecord> selectRecord(QSqlDatabase& database, long long projectId);
+/// Those whose bundle is at path.
+QList<ProjectRecord> selectAt(QSqlDatabase& database, const QString& path);
+
 RecordCandidates selectCandidates(
     QSqlDatabase& database, const ProjectDetails& details, const std::optional<RecordCandidates::Note>& note,
     const QStringList& priorPaths);

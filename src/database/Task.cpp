@@ -70,6 +70,7 @@ Outage& Task::outage() const {
 void Task::runUnder(TaskManager& manager) {
     m_manager = &manager;
     m_managerIsEnding = manager.m_ending;
+    manager.m_isEdit = outlastsShutDown();
 }
 
 bool Task::callbacksHaveCeased() const {

@@ -6,6 +6,7 @@
 #include "app/errors/Guarded.h"
 #include "database/Connection.h"
 #include "database/SimpleTask.h"
+#include "database/SqliteLibrary.h"
 
 #include <QDebug>
 #include <QDir>
@@ -57,6 +58,10 @@ void TaskManager::shutDown() {
         const std::lock_guard lock(m_queueMutex);
         m_stopRequested = true;
         *m_ending = true;
+        // Enough for whatever the program asks of a catalogue in the ordinary way.
+        constexpr std::chrono::milliseconds patience(500);
+        if (m_interruptFrom == 0)
+            m_interruptFrom = (std::chrono::steady_clock::now() + patience).time_since_epoch().count();
     }
     m_queueChanged.notify_all();
     {
@@ -77,12 +82,17 @@ void TaskManager::shutDown() {
     answerStops();
 }
 
+bool TaskManager::isStatementGivenUp() const {
+    const auto from = m_interruptFrom.load();
+    return from != 0 && !m_isEdit && std::chrono::steady_clock::now().time_since_epoch().count() >= from;
+}
+
 void TaskManager::writeQueuedEdits() {
     // Nothing waits for their callbacks, and follow-ups they have none.
     while (const auto edit = takeEdit()) {
         const bool done = loggingFailures(QStringLiteral("TaskManager: could not finish at the end!"), [&] {
-            openConnections();
             edit->runUnder(*this);
+            openConnections();
             edit->exec();
         });
         if (done)
@@ -155,6 +165,11 @@ void TaskManager::startWorker() {
         }
     }
     m_worker = std::thread([this] { runTasks(); });
+}
+
+bool TaskManager::isIdle() {
+    const std::lock_guard lock(m_queueMutex);
+    return m_queue.empty() && !m_running;
 }
 
 void TaskManager::stop() {
@@ -308,6 +323,7 @@ void TaskManager::openConnection(QSqlDatabase& database, const QString& path, co
         }
         throw;
     }
+    SqliteLibrary::interruptWhen(database, m_isGivenUp);
 }
 
 void TaskManager::closeConnections() {

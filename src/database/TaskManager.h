@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -39,13 +40,16 @@ public:
     ~TaskManager() override;
 
     /// Finishes the task that is running and the user's edits, drops the others and closes the connections,
-    /// for good. Waits for the worker. Called in main, since the SQL library does not outlive it: its own
-    /// statics are the first to go.
+    /// for good. Waits for the worker, but has a statement that runs on, and is no edit's, interrupted.
+    /// Called in main, since the SQL library does not outlive it: its own statics are the first to go.
     void shutDown();
 
     void addTask(std::shared_ptr<Task> task);
     /// As addTask, or as a follow-up of parent when there is one.
     void addTask(std::shared_ptr<Task> task, const std::shared_ptr<Task>& parent);
+
+    /// Whether nothing is queued or being run.
+    bool isIdle();
 
     /// Lets the running task finish, writes the user's edits that are queued, as whoever stops the manager
     /// may replace the files, keeps the other tasks and closes the connections. wasStopped() is emitted then,
@@ -99,6 +103,7 @@ private:
         TaskManager* manager;
     };
 
+    bool isStatementGivenUp() const;
     void writeQueuedEdits();
     std::shared_ptr<Task> takeEdit();
     void carryOutStop();
@@ -130,6 +135,12 @@ private:
     std::atomic<bool> m_running = false;
     bool m_restartRequested = false; // while a stop has not been answered
     int m_unansweredStops = 0;
+    /// By the steady clock, in its own unit; 0 while nothing ends.
+    std::atomic<std::chrono::steady_clock::rep> m_interruptFrom = 0;
+    bool m_isEdit = false; // what is run; used where the connections are
+    const std::function<bool()> m_isGivenUp = [this] {
+        return isStatementGivenUp();
+    };
     /// Shared with the tasks, whose callbacks are dropped from then on.
     const std::shared_ptr<std::atomic<bool>> m_ending = std::make_shared<std::atomic<bool>>(false);
 

@@ -193,6 +193,21 @@ QString selectAsInserts(const QList<qint64>& projectIds) {
         .arg(columns.join(QLatin1String(", ")), values, list(projectIds));
 }
 
+QString selectUntouched(qint64 projectId) {
+    QStringList conditions;
+    for (const char* text : {"artist", "release_name", "ISRC", "UPC", "album", "notes"})
+        conditions.append(QStringLiteral("COALESCE(%1, '')=''").arg(QLatin1String(text)));
+    for (const char* number :
+         {"publicly_released", "genre_id", "progress", "completed", "ignored", "release_date", "star_rating",
+          "arrangement_status", "lyrics_status", "recording_status", "mix_master_status"})
+        conditions.append(QStringLiteral("COALESCE(%1, 0)=0").arg(QLatin1String(number)));
+    for (const char* table : {"collections_projects_map", "project_tag_map", "associated_files"})
+        conditions.append(QStringLiteral("project_id NOT IN (SELECT project_id FROM %1 WHERE project_id=%2)")
+                              .arg(QLatin1String(table), decimal(projectId)));
+    return QStringLiteral("SELECT 1 FROM projects WHERE project_id=%1 AND %2")
+        .arg(decimal(projectId), conditions.join(QLatin1String(" AND ")));
+}
+
 QStringList copy(qint64 fromProjectId, qint64 toProjectId) {
     const QString columns = QStringLiteral(
         "artist, release_name, publicly_released, ISRC, UPC, album, genre_id, notes, progress, completed, "

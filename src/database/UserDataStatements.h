@@ -38,6 +38,8 @@ QString setLiterals(const QStringList& columns, const QStringList& literals, qin
 QString deleteProject(qint64 projectId);
 QStringList deleteAssociations(qint64 projectId);
 
+/// A row where the user has said nothing of the record yet.
+QString selectUntouched(qint64 projectId);
 /// Says of a new record all that the user said of another one, its associations included.
 QStringList copy(qint64 fromProjectId, qint64 toProjectId);
 

@@ -71,6 +71,7 @@ BundleChecks::BundleChecks(
       m_recorded(std::move(recorded)),
       m_delay(delay),
       m_callbacks(std::move(callbacks)),
+      m_moves(tasks),
       m_databaseDelay(delay),
       m_thread([this] { run(); }) {}
 
@@ -82,6 +83,20 @@ void BundleChecks::stop() {
     m_changed.notify_all();
     if (m_thread.joinable())
         m_thread.join();
+}
+
+void BundleChecks::suspend() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isSuspended = true;
+        m_queue.abandonAll();
+    }
+    m_changed.notify_all();
+}
+
+void BundleChecks::resume() {
+    const std::lock_guard lock(m_mutex);
+    m_isSuspended = false;
 }
 
 BundleChecks::~BundleChecks() {
@@ -98,6 +113,23 @@ bool BundleChecks::add(CheckRequest request) {
     }
     m_changed.notify_all();
     return isNew;
+}
+
+void BundleChecks::addMissing(const QSet<QString>& paths) {
+    if (!m_hasCopies)
+        return;
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto due = Clock::now() + untilSettled();
+        for (const auto& path : paths) {
+            CheckRequest request;
+            request.path = path;
+            request.isFromEvent = true;
+            request.isVanished = true;
+            m_queue.addDelayed(std::move(request), due);
+        }
+    }
+    m_changed.notify_all();
 }
 
 void BundleChecks::waitForRoom(qsizetype limit, const std::function<bool()>& giveUp) {
@@ -143,6 +175,10 @@ bool BundleChecks::takeNext(CheckQueue::Group& group) {
     m_isChecking = false;
     m_changed.notify_all();
     while (!isEnding()) {
+        if (m_isSuspended) {
+            m_queue.abandonAll();
+            m_pausedUntil = {};
+        }
         m_queue.takeUpDelayed();
         if (m_pausedUntil <= Clock::now()) {
             const bool mayDecideAll = m_queue.readySize() == 0 && !m_callbacks.isSearching();
@@ -224,7 +260,7 @@ BundleChecks::CheckedGroup BundleChecks::read(const CheckQueue::Group& group) {
         auto& bundle = *answer;
         if (!bundle.isThere()) {
             m_checkedOnceMore.remove(request.path);
-            m_callbacks.vanished(bundle.details);
+            bundleVanished(request, bundle.details);
             continue;
         }
         // The same bundle by another path: to be matched with what is decided for this one.
@@ -238,6 +274,25 @@ BundleChecks::CheckedGroup BundleChecks::read(const CheckQueue::Group& group) {
         checked->push_back({request, std::move(bundle), {}});
     }
     return checked;
+}
+
+/// A bundle that was renamed is gone from its path, too, and turns up elsewhere a little later.
+void BundleChecks::bundleVanished(const CheckRequest& request, const ProjectDetails& details) {
+    if (!request.isVanished)
+        m_callbacks.vanished(details);
+    if (m_moves.isEmpty() || !request.isFromEvent)
+        return;
+    if (!request.isVanished) {
+        auto again = request;
+        again.isVanished = true;
+        const std::lock_guard lock(m_mutex);
+        m_queue.addDelayed(std::move(again), Clock::now() + untilSettled());
+        return;
+    }
+    const auto written =
+        m_moves.originalVanished(request.path, Places(m_callbacks.roots()), [this] { return isEnding(); });
+    if (written)
+        m_callbacks.written({*written}, true, false);
 }
 
 /// False when the program ends meanwhile.
@@ -316,6 +371,13 @@ bool BundleChecks::write(const CheckedGroup& group, const BundleMatching& matchi
         return false;
 
     follow(*written);
+    const auto& originals = matching.originalsBySufid();
+    for (const auto& record : std::as_const(*written)) {
+        if (const auto original = originals.constFind(record.details.sufid.toString());
+            record.isNew && original != originals.cend())
+            m_moves.add(*original, record.projectId);
+        m_hasCopies = !m_moves.isEmpty();
+    }
     bool isFromEvent = false;
     for (const auto& checked : *group) {
         isFromEvent = isFromEvent || checked.request.isFromEvent;

@@ -4,6 +4,7 @@
 #include "monitor/BundleMatching.h"
 #include "monitor/CheckQueue.h"
 #include "monitor/FoundBundle.h"
+#include "monitor/MovesByCopying.h"
 #include "monitor/RecordedBundles.h"
 
 #include <QList>
@@ -67,8 +68,16 @@ public:
 
     // From any thread:
 
+    /// From now on what waits, and what is added, is dropped, and its events are to be replayed. The group at
+    /// hand is brought to its end, after which the checks are idle.
+    void suspend();
+    void resume();
+
     /// False where a check of that path is waiting already; it will do for both then.
     bool add(CheckRequest request);
+
+    /// A search found nothing at these paths, which are on record.
+    void addMissing(const QSet<QString>& paths);
 
     /// Blocks until fewer than limit checks are waiting. Looks at giveUp now and then, and returns when it
     /// says so.
@@ -102,6 +111,7 @@ private:
     void match(const CheckedGroup& group, bool areUndecided, BundleMatching& matching);
     void leaveUndecided(CheckRequest request, bool isAllSeen, bool isDecidedByPath);
     Clock::duration untilSettled() const;
+    void bundleVanished(const CheckRequest& request, const ProjectDetails& details);
     bool write(const CheckedGroup& group, const BundleMatching& matching);
     /// Writes the notes, and gives new projects their genres where the user wishes it.
     void follow(const QList<ProjectChanges::Written>& written);
@@ -119,12 +129,15 @@ private:
     std::condition_variable m_changed;
     CheckQueue m_queue;
     bool m_isChecking = false;
+    bool m_isSuspended = false;
     std::vector<std::function<void()>> m_whenIdle;
     Clock::time_point m_pausedUntil;
     std::atomic<bool> m_stop = false;
+    std::atomic<bool> m_hasCopies = false; // some that may have been moves
 
     // The checks' thread:
     QSet<QString> m_checkedOnceMore; // of the unreadable ones
+    MovesByCopying m_moves;
     std::chrono::milliseconds m_databaseDelay;
     bool m_isDatabaseOut = false;
     std::thread m_thread; // last: it uses the others

@@ -121,6 +121,7 @@ BundleMatching::Outcome BundleMatching::match(
     if (!nowThere || (nowThere->valid && *nowThere != bundle.details.sufid)) {
         qDebug() << "Previous project found with matching SUFID with project_id: " << origin->record.id;
         qDebug() << "Copy of project will be added as a new record.";
+        m_originals.insert(subject.sufid, origin->record.id);
         // The path keeps the record, but the song itself may be the one that was found elsewhere.
         return hasCome && isReplaced(origin->record) ? insert(subject, origin->record.id) : insert(subject);
     }

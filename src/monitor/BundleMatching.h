@@ -71,6 +71,9 @@ public:
 
     const QList<Duplicate>& duplicates() const { return m_duplicates; }
 
+    /// Of bundles that got a record of their own as copies, the ids of the records of their originals.
+    const QHash<QString, long long>& originalsBySufid() const { return m_originals; }
+
 private:
     struct Subject {
         const FoundBundle& bundle;
@@ -107,6 +110,7 @@ private:
     QHash<long long, ProjectRecord> m_decided;
     QStringList m_vacatedPaths;
     QList<Duplicate> m_duplicates;
+    QHash<QString, long long> m_originals;
 };
 
 } // namespace Stemhaven

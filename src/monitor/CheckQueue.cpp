@@ -19,6 +19,7 @@ void CheckQueue::merge(CheckRequest& into, CheckRequest&& request) {
             into.priorPaths.append(prior);
     }
     into.isFromEvent = into.isFromEvent || request.isFromEvent;
+    into.isVanished = into.isVanished || request.isVanished;
     if (!into.undecidedSince)
         into.undecidedSince = request.undecidedSince;
     std::move(request.tickets.begin(), request.tickets.end(), std::back_inserter(into.tickets));
@@ -133,6 +134,7 @@ void CheckQueue::abandonAll() {
         abandon(request);
     for (const auto& [path, delayed] : m_delayed)
         abandon(delayed.second);
+    *this = {};
 }
 
 } // namespace Stemhaven

@@ -28,6 +28,8 @@ struct CheckRequest {
     /// When it was undecided, only its path spoke for a record: those with notes are decided before.
     bool isDecidedByPath = false;
     std::optional<std::chrono::steady_clock::time_point> undecidedSince = {};
+    /// There was no bundle at path when it was looked at before.
+    bool isVanished = false;
 };
 
 /// The bundles that wait for their check, each path once. What is on record already goes before what is new,
@@ -63,7 +65,7 @@ public:
     /// Of those that wait for nothing else.
     qsizetype readySize() const { return m_waiting.size(); }
 
-    /// Their batches are to be replayed by the next start.
+    /// Empties the queue; the batches are to be replayed by the next start.
     void abandonAll();
 
 private:

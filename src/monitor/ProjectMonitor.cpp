@@ -27,7 +27,6 @@ namespace Stemhaven {
 namespace {
 
 // Between attempts to read from a database that fails.
-constexpr std::chrono::milliseconds shortestPause(250);
 constexpr std::chrono::milliseconds longestPause(10'000);
 
 std::chrono::milliseconds nextPause(std::chrono::milliseconds pause) {
@@ -150,7 +149,7 @@ void ProjectMonitor::requestUpdateWatchedDirs() {
 }
 
 void ProjectMonitor::start() {
-    if (m_running)
+    if (m_running || m_isSuspended)
         return;
     if (m_updateRequested) {
         updateWatchedDirs(false);
@@ -301,13 +300,16 @@ void ProjectMonitor::loadProjectPaths(
 }
 
 void ProjectMonitor::updateWatchedDirs(bool startWhenDone) {
-    m_updateRequested = false;
+    m_updateRequested = m_isSuspended.load();
     m_searchOwed = m_searchOwed || !startWhenDone;
+    if (m_isSuspended)
+        return;
     const QPointer<ProjectMonitor> self(this);
     queryWatchedFolders(
         m_tasks, m_recorded,
-        [self, startWhenDone](const WatchedFolders& folders, const StrayBundles& strays) {
-            if (self)
+        [self, startWhenDone,
+         suspensions = m_suspensions](const WatchedFolders& folders, const StrayBundles& strays) {
+            if (self && self->m_suspensions == suspensions)
                 self->takeFolders(folders, strays, startWhenDone);
         },
         [self, startWhenDone] {
@@ -353,7 +355,7 @@ void ProjectMonitor::takeFolders(
 }
 
 void ProjectMonitor::searchForProjects(bool restartWhenDone) {
-    m_searchOwed = !m_search.request(restartWhenDone);
+    m_searchOwed = m_isSuspended || !m_search.request(restartWhenDone);
     // Written at once: after a crash the search is taken up again, too.
     rememberUnsettledSearch();
 }
@@ -377,8 +379,10 @@ ProjectSearch::Callbacks ProjectMonitor::searchCallbacks() {
                 return std::any_of(
                     roots.begin(), roots.end(), [&](const QString& root) { return path.startsWith(root); });
             };
-            if (m_recorded->setMissing(missing, isBelowRoot))
+            if (m_recorded->setMissing(missing, isBelowRoot)) {
                 tellMissingBundles();
+                m_checks.addMissing(missing);
+            }
         },
         [this](quint64 recordedBefore, bool restartWanted) { searchWalked(recordedBefore, restartWanted); },
     };
@@ -393,6 +397,11 @@ void ProjectMonitor::searchWalked(quint64 recordedBefore, bool restartWanted) {
 }
 
 void ProjectMonitor::settleSearch(quint64 recordedBefore, bool restartWanted) {
+    if (m_isSuspended) {
+        // The search is owed, and whatever resumes the monitor starts it.
+        m_search.settled();
+        return;
+    }
     const auto settle = [this, recordedBefore, restartWanted] {
         m_search.settled();
         rememberUnsettledSearch();

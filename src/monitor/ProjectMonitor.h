@@ -54,6 +54,22 @@ public:
     /// outlive it.
     void shutDown();
 
+    /// Brings everything to rest, so that the databases and the settings can be replaced: nothing is watched,
+    /// a search is broken off, and what waits to be checked is dropped. Until resume() nothing begins. GUI
+    /// thread, as for the three that follow.
+    void suspend();
+
+    bool isSuspended() const { return m_isSuspended; }
+
+    /// After suspend(): whether nothing is being read or written any more.
+    bool isAtRest() const;
+    /// Goes on where suspend() broke off.
+    void resume();
+    /// As resume(), but the databases and the settings are others now: everything is read anew and searched,
+    /// and what happened since the settings' time is replayed. Where startNow is not set, that waits for the
+    /// next start.
+    void resumeWithOthers(bool startNow);
+
     void start();
     void stopMonitoring();
     void restartMonitoring();
@@ -120,6 +136,7 @@ signals:
     /// rootSearchPaths() has changed.
     void watchedFoldersChanged();
     void rootSearchPathChanged(QString path);
+    /// The catalogue can be read. Also when another one has taken its place.
     void databaseInitialized();
     void databaseInitFailed();
 
@@ -161,6 +178,7 @@ private:
 
     /// A search runs this far ahead of the checks and no further.
     static constexpr qsizetype mostChecksWaiting = 256;
+    static constexpr std::chrono::milliseconds shortestPause{250};
 
     TaskManager& m_tasks;
     const std::chrono::milliseconds m_latency;
@@ -176,6 +194,8 @@ private:
     bool m_isStartDelayed = false;             // GUI thread
     bool m_arePathsUnreadable = false;         // GUI thread
     std::atomic<bool> m_running = false;
+    std::atomic<bool> m_isSuspended = false;
+    quint64 m_suspensions = 0; // GUI thread; what was asked for before the last one comes to nothing
     std::atomic<bool> m_updateRequested = false;
     std::atomic<bool> m_searchOwed = false;
     ProjectSearch m_search;

@@ -69,19 +69,27 @@ void ProjectSearch::stop() {
         future.waitForFinished();
 }
 
+void ProjectSearch::interrupt() {
+    const std::lock_guard lock(m_mutex);
+    m_again = false;
+    m_interrupted = m_inProgress.load();
+}
+
 bool ProjectSearch::request(bool restartWhenDone) {
     const std::lock_guard lock(m_mutex);
     // The pool takes no more work then.
-    if (isInterrupted())
+    if (isEnding())
         return false;
     m_restartWanted = m_restartWanted || restartWhenDone;
     if (m_inProgress) {
         m_again = true;
+        m_interrupted = false;
         return true;
     }
     m_inProgress = true;
     ++m_unsettledWalks;
     m_again = false;
+    m_interrupted = false;
     m_futures.removeIf([](const QFuture<void>& future) { return future.isFinished(); });
     m_futures.append(QtConcurrent::run(QThreadPool::globalInstance(), [this] {
         loggingFailures(QStringLiteral("Search for projects failed."), [this] { run(); });
@@ -113,19 +121,19 @@ void ProjectSearch::run() {
         m_again = false;
         loggingFailures(QStringLiteral("Search for projects failed."), [&] { walkRoots(m_recorded->all()); });
         const std::lock_guard lock(m_mutex);
-        passWanted = m_again && !isInterrupted();
+        passWanted = m_again && !isEnding();
         if (!passWanted) {
             m_inProgress = false;
             restartWanted = std::exchange(m_restartWanted, false);
         }
     }
-    if (!isInterrupted())
+    if (!isEnding())
         m_callbacks.walked(recordedBefore, restartWanted);
 }
 
 void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
     const auto giveUp = [this] {
-        return m_again || isInterrupted();
+        return m_again || m_interrupted || isEnding();
     };
     int found = 0;
     QSet<QString> seen;
@@ -173,7 +181,7 @@ void ProjectSearch::walkRoots(const RecordedBundles::ByPath& recorded) {
     m_callbacks.looked(roots, missingOf(recorded, roots, seen));
 }
 
-bool ProjectSearch::isInterrupted() const {
+bool ProjectSearch::isEnding() const {
     return m_stop || Shutdown::hasBegun();
 }
 

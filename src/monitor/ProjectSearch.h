@@ -49,6 +49,9 @@ public:
     /// Ends the walk and waits for it. No search begins any more.
     void stop();
 
+    /// Ends the walk where it is, without waiting for that. It counts as over, though not all was seen.
+    void interrupt();
+
     /// False, with nothing done, when searches have come to an end for good.
     bool request(bool restartWhenDone);
 
@@ -67,7 +70,7 @@ public:
 private:
     void run();
     void walkRoots(const RecordedBundles::ByPath& recorded);
-    bool isInterrupted() const;
+    bool isEnding() const;
 
     const std::shared_ptr<const RecordedBundles> m_recorded;
     Callbacks m_callbacks;
@@ -76,6 +79,7 @@ private:
     bool m_restartWanted = false;
     int m_unsettledWalks = 0;
     std::atomic<bool> m_again = false;
+    std::atomic<bool> m_interrupted = false;
     std::atomic<bool> m_stop = false;
     std::set<QString> m_unreadable; // the walk's thread
     QSet<QString> m_unreadableRoots;

@@ -35,6 +35,13 @@ void advanceTo(unsigned long long id) {
         settings.setValue(SettingsKeys::lastEventId, static_cast<qulonglong>(id));
 }
 
+void adopt(unsigned long long present) {
+    const auto id = stored();
+    const std::lock_guard lock(settingsMutex());
+    if (id > present)
+        QSettings().setValue(SettingsKeys::lastEventId, 0ULL);
+}
+
 void settle(long long oldestUnresolved) {
     constexpr unsigned mostAttempts = 2;
     const std::lock_guard lock(settingsMutex());

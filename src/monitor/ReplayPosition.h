@@ -10,6 +10,10 @@ unsigned long long stored();
 /// Stores id unless a greater one is stored.
 void advanceTo(unsigned long long id);
 
+/// The settings have come from elsewhere, with a catalogue of their time. Where they lack an id, or its time
+/// is after present, as an id of another system may be, everything is replayed.
+void adopt(unsigned long long present);
+
 /// At quit: oldestUnresolved is the id of the oldest move that has not been resolved, -1 when there is none.
 /// Goes back to it, so that the next start sees the move again, at most three times in a row.
 void settle(long long oldestUnresolved);

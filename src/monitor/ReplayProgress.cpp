@@ -18,6 +18,11 @@ std::shared_ptr<ReplayProgress::Ticket> ReplayProgress::begin(unsigned long long
     return std::make_shared<Ticket>(*this, lastEventID);
 }
 
+void ReplayProgress::startAnew() {
+    const std::lock_guard lock(m_mutex);
+    m_open.clear();
+}
+
 bool ReplayProgress::isComplete() const {
     const std::lock_guard lock(m_mutex);
     for (const auto& [id, open] : m_open) {

@@ -35,6 +35,9 @@ public:
     /// Batches are begun in the order of their ids.
     std::shared_ptr<Ticket> begin(unsigned long long lastEventID);
 
+    /// Once no ticket is left: what was abandoned does not hold up later batches, as it is being replayed.
+    void startAnew();
+
     /// Whether all batches that were begun are over.
     bool isComplete() const;
 

@@ -34,6 +34,11 @@ void UnresolvedMoves::remove(unsigned long long fileID) {
     m_moves.remove(fileID);
 }
 
+void UnresolvedMoves::clear() {
+    const std::lock_guard lock(m_mutex);
+    m_moves.clear();
+}
+
 QList<ChangedPath> UnresolvedMoves::all() const {
     const std::lock_guard lock(m_mutex);
     return m_moves.values();

@@ -23,6 +23,7 @@ public:
     void add(const QList<EventBatch::Move>& moves);
     bool contains(unsigned long long fileID) const;
     void remove(unsigned long long fileID);
+    void clear();
 
     QList<ChangedPath> all() const;
     /// The id of the oldest event among them, -1 when there are none.

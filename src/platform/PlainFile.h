@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace Stemhaven {
@@ -13,7 +14,12 @@ namespace Stemhaven {
 /// gives nothing, at once. Any thread.
 std::optional<QByteArray> readPlainFile(const QString& path, qint64 maxSize);
 
-/// As above, for a file in a folder. A link is no plain file here.
+/// As above. isWanted is asked again and again while the file is read; once it says no, the rest is left and
+/// nothing is given.
+std::optional<QByteArray>
+readPlainFile(const QString& path, qint64 maxSize, const std::function<bool()>& isWanted);
+
+/// As the first, for a file in a folder. A link is no plain file here.
 std::optional<QByteArray> readPlainFile(const OpenFolder& folder, const char* name, qint64 maxSize);
 
 } // namespace Stemhaven

@@ -2,7 +2,9 @@
 
 #include <QStringList>
 
+#include <cstddef>
 #include <functional>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,14 +39,17 @@ struct FolderListing {
         Kind kind = Kind::Other;
     };
 
-    /// Without "." and "..", in no particular order.
-    static FolderListing of(const std::string& folder);
+    /// Without "." and "..", in no particular order. Reads no more than that many entries.
+    static FolderListing
+    of(const std::string& folder, std::size_t mostEntries = std::numeric_limits<std::size_t>::max());
     /// As of(), but gives up after a while, with ETIMEDOUT, where a remote file system does not answer.
     static FolderListing withPatience(const std::string& folder);
 
     std::vector<Entry> entries;
     /// The errno of a folder that cannot be read to its end, else 0.
     int error = 0;
+    /// Whether the folder has more entries than were to be read.
+    bool isCut = false;
 };
 
 /// Visits a folder and all folders below it in which bundles can lie: not bundles, not hidden folders, no

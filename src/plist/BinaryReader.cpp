@@ -1,7 +1,5 @@
 #include "plist/BinaryReader.h"
 
-#include "plist/Limits.h"
-
 #include <bit>
 
 namespace Plist {
@@ -9,13 +7,6 @@ namespace Plist {
 namespace {
 
 constexpr std::uint64_t trailerSize = 32;
-
-// Objects may be shared, so a small file can stand for a huge tree. What it unfolds to is held to about this
-// much memory. A file that shares no containers has at most one value a byte and always fits; the rest is
-// room for shared strings.
-constexpr std::uint64_t chargePerValue = 64;
-constexpr std::uint64_t allowancePerByte = 64;
-constexpr std::uint64_t leastAllowance = 16U << 20U;
 
 [[noreturn]] void failOutOfBounds() {
     throw Error("Out of bounds getRange");
@@ -94,7 +85,7 @@ std::string utf16ToUtf8(std::string_view units) {
 
 } // namespace
 
-BinaryReader::BinaryReader(std::string_view file) {
+BinaryReader::BinaryReader(std::string_view file) : m_allowance(file.size()) {
     if (file.size() <= trailerSize)
         failOutOfBounds();
     const std::uint64_t bodySize = file.size() - trailerSize;
@@ -114,7 +105,6 @@ BinaryReader::BinaryReader(std::string_view file) {
     m_offsetCount = m_offsetTable.size() / m_offsetByteSize;
     if (objectCount > m_offsetCount)
         failOutOfBounds();
-    m_allowance = leastAllowance + allowancePerByte * file.size();
 }
 
 Value BinaryReader::read() {
@@ -139,16 +129,20 @@ void BinaryReader::parse(const Object& object, int depth, Value& out) {
         out.emplace<Date>(parseDate(object));
         break;
     case 0x4:
+        m_allowance.takeHeldApart();
         out.emplace<Data>(parseData(object));
         break;
     case 0x5:
     case 0x6:
+        m_allowance.takeHeldApart();
         out.emplace<std::string>(parseString(object));
         break;
     case 0xA:
+        m_allowance.takeHeldApart();
         parseArray(object, depth, out);
         break;
     case 0xD:
+        m_allowance.takeHeldApart();
         parseDictionary(object, depth, out);
         break;
     default:
@@ -178,18 +172,18 @@ Date BinaryReader::parseDate(const Object& object) const {
 
 Data BinaryReader::parseData(const Object& object) {
     const std::string_view bytes = payload(object, 1);
-    charge(bytes.size());
+    m_allowance.takeBytes(bytes.size());
     return {bytes.begin(), bytes.end()};
 }
 
 std::string BinaryReader::parseString(const Object& object) {
     if (object.kind() == 0x5) {
         const std::string_view bytes = payload(object, 1);
-        charge(bytes.size());
+        m_allowance.takeBytes(bytes.size());
         return std::string(bytes);
     }
     const std::string_view units = payload(object, 2);
-    charge(units.size() / 2 * 3);
+    m_allowance.takeBytes(units.size() / 2 * 3);
     return utf16ToUtf8(units);
 }
 
@@ -197,7 +191,7 @@ void BinaryReader::parseArray(const Object& object, int depth, Value& out) {
     checkDepth(depth);
     const std::string_view references = payload(object, m_objRefSize);
     const std::size_t count = references.size() / m_objRefSize;
-    charge(count * chargePerValue);
+    m_allowance.takeElements(count);
     Array& array = out.emplace<Array>(count);
     for (std::size_t i = 0; i < count; ++i)
         parse(referencedObject(references, i), depth + 1, array[i]);
@@ -207,7 +201,7 @@ void BinaryReader::parseDictionary(const Object& object, int depth, Value& out) 
     checkDepth(depth);
     const std::string_view references = payload(object, 2 * m_objRefSize);
     const std::size_t count = references.size() / (2 * m_objRefSize);
-    charge(count * 2 * chargePerValue);
+    m_allowance.takeEntries(count);
     Dictionary& dictionary = out.emplace<Dictionary>();
     for (std::size_t i = 0; i < count; ++i) {
         const Object key = referencedObject(references, i);
@@ -255,12 +249,6 @@ std::string_view BinaryReader::payload(const Object& object, std::uint64_t unitS
     if (count > m_objectTable.size() / unitSize)
         failOutOfBounds();
     return getRange(m_objectTable, begin, count * unitSize);
-}
-
-void BinaryReader::charge(std::uint64_t bytes) {
-    if (bytes > m_allowance)
-        throw Error("Plist: unfolds to more than its size allows");
-    m_allowance -= bytes;
 }
 
 } // namespace Plist

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plist/Value.h"
+#include "plist/Limits.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -49,14 +49,13 @@ private:
     Object objectAt(std::uint64_t offset) const;
     Integer integerOf(const Object& object) const;
     std::string_view payload(const Object& object, std::uint64_t unitSize) const;
-    void charge(std::uint64_t bytes);
 
     std::string_view m_objectTable; // with the header, so that offsets index it directly
     std::string_view m_offsetTable;
     std::uint64_t m_offsetCount = 0;
     std::size_t m_offsetByteSize = 0;
     std::size_t m_objRefSize = 0;
-    std::uint64_t m_allowance = 0;
+    Allowance m_allowance;
 };
 
 } // namespace Plist

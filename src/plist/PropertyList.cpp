@@ -20,7 +20,8 @@ namespace Plist {
 
 namespace {
 
-constexpr off_t maxFileSize = 64 << 20;
+// A bundle's lists have a few kilobytes.
+constexpr off_t maxFileSize = 4 << 20;
 
 class FileDescriptor {
 public:

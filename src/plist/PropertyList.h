@@ -21,7 +21,7 @@ void readPlist(const char* data, std::int64_t size, Value& out);
 
 void readPlist(std::istream& stream, Value& out);
 
-/// Reads a plain file of at most 64 MiB. Anything else in its place (a pipe, a device, a folder) is refused
+/// Reads a plain file of at most 4 MiB. Anything else in its place (a pipe, a device, a folder) is refused
 /// at once with an Error.
 void readPlistFile(const char* fileName, Value& out);
 

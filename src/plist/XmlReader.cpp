@@ -6,6 +6,7 @@
 #include <clocale>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <locale> // where macOS has strtod_l
 #include <string>
 
@@ -80,6 +81,7 @@ Value parseDictionary(const pugi::xml_node& element, int depth) {
 Value parseArray(const pugi::xml_node& element, int depth) {
     checkDepth(depth);
     Array array;
+    array.reserve(static_cast<std::size_t>(std::distance(element.begin(), element.end())));
     for (const pugi::xml_node& child : element)
         array.push_back(parse(child, depth + 1));
     return array;

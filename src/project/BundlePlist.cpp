@@ -5,7 +5,29 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <string>
+#include <utility>
+
 namespace Stemhaven {
+
+namespace {
+
+/// In bytes. A bundle's texts are keys, versions and the like; they go into every row that is shown.
+constexpr std::size_t maxTextSize = 1024;
+
+Plist::Value smallValue(Plist::Value value) {
+    if (const auto* text = std::any_cast<std::string>(&value))
+        return text->substr(0, maxTextSize + 1);
+    if (value.type() == typeid(Plist::Dictionary))
+        return Plist::Dictionary();
+    if (value.type() == typeid(Plist::Array))
+        return Plist::Array();
+    if (value.type() == typeid(Plist::Data))
+        return Plist::Data();
+    return value;
+}
+
+} // namespace
 
 Plist::Dictionary readBundlePlist(const QFileInfo& info) {
     const QString path = info.filePath();
@@ -17,6 +39,23 @@ Plist::Dictionary readBundlePlist(const QFileInfo& info) {
     Plist::Dictionary dictionary;
     Plist::readPlist(QFile::encodeName(path).constData(), dictionary);
     return dictionary;
+}
+
+Plist::Dictionary smallEntries(Plist::Dictionary list, std::initializer_list<const char*> keys) {
+    Plist::Dictionary entries;
+    for (const char* key : keys) {
+        const auto entry = list.find(key);
+        if (entry != list.end())
+            entries.emplace(key, smallValue(std::move(entry->second)));
+    }
+    return entries;
+}
+
+QString typedText(const Plist::Dictionary& dictionary, const char* key, const char* mismatch) {
+    const auto& text = typedRead<std::string>(dictionary, key, mismatch);
+    if (text.size() > maxTextSize)
+        throw IOException(QStringLiteral("Project meta data '%1' is too long").arg(QLatin1String(key)));
+    return QString::fromStdString(text);
 }
 
 } // namespace Stemhaven

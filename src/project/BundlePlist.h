@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <any>
+#include <initializer_list>
 #include <typeinfo>
 
 class QFileInfo;
@@ -16,6 +17,10 @@ namespace Stemhaven {
 /// Throws IOException where the file is missing, no plain file or closed to us, Plist::Error where it is no
 /// property list and std::bad_cast where its root is no dictionary.
 Plist::Dictionary readBundlePlist(const QFileInfo& file);
+
+/// The values of list under keys, with nothing that could be large: a container or data that is not asked for
+/// by its contents is kept empty, and a text up to where typedText() refuses it.
+Plist::Dictionary smallEntries(Plist::Dictionary list, std::initializer_list<const char*> keys);
 
 /// The value of type T under key, which lives as long as the dictionary. Throws IOException where the key is
 /// missing, and with the text mismatch where the value has another type: %1 is the key, %2 the type wanted,
@@ -34,5 +39,8 @@ const T& typedRead(const Plist::Dictionary& dictionary, const char* key, const c
     }
     return *value;
 }
+
+/// As typedRead, for a text. Throws IOException also where it has more than 1 KiB.
+QString typedText(const Plist::Dictionary& dictionary, const char* key, const char* mismatch);
 
 } // namespace Stemhaven

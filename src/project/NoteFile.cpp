@@ -23,6 +23,8 @@ constexpr const char* noteName = "Stemhaven.plist";
 constexpr const char* projectIdKey = "project_id";
 constexpr const char* sufidKey = "SUFID";
 constexpr off_t maxNoteSize = 4 << 20;
+/// Two numbers and what is between them. The texts of many notes are held at once.
+constexpr std::size_t maxSufidSize = 64;
 /// Each note that is written holds two descriptors open, of which a process may have only 256 on some
 /// systems.
 constexpr std::size_t mostAtOnce = 64;
@@ -155,7 +157,7 @@ std::optional<std::pair<std::int64_t, std::string>> loadStemhavenPlistDetails(co
     }
     const auto* id = std::any_cast<std::int64_t>(&projectId->second);
     const auto* text = std::any_cast<std::string>(&sufid->second);
-    if (id == nullptr || text == nullptr) {
+    if (id == nullptr || text == nullptr || text->size() > maxSufidSize) {
         qCritical() << "Type mismatch in Stemhaven.plist. Bad cast!";
         return std::nullopt;
     }

@@ -13,7 +13,8 @@
 ///
 /// A bundle, its Resources folder or a note that is a link leads into what may be another bundle, so nothing
 /// is read, written or removed through one; links above the bundle are followed. A note that is empty, no
-/// plain file or larger than 4 MiB counts as none. All functions may be called from any thread.
+/// plain file or larger than 4 MiB counts as none, and so does one whose identity is no short text. All
+/// functions may be called from any thread.
 namespace Stemhaven {
 
 struct NoteToWrite {

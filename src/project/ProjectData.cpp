@@ -5,20 +5,17 @@
 #include <QFileInfo>
 
 #include <cstdint>
-#include <string>
 
 namespace Stemhaven {
 
 namespace {
 
+constexpr const char* mismatch =
+    "Could not retrieve project meta data '%1'. Bad any cast to type: %2 from %3";
+
 template <typename T>
 const T& read(const Plist::Dictionary& metaData, const char* key) {
-    return typedRead<T>(
-        metaData, key, "Could not retrieve project meta data '%1'. Bad any cast to type: %2 from %3");
-}
-
-QString readText(const Plist::Dictionary& metaData, const char* key) {
-    return QString::fromStdString(read<std::string>(metaData, key));
+    return typedRead<T>(metaData, key, mismatch);
 }
 
 } // namespace
@@ -26,9 +23,13 @@ QString readText(const Plist::Dictionary& metaData, const char* key) {
 ProjectData::ProjectData(const QString& bundlePath)
     : m_extension(bundlePath.mid(bundlePath.lastIndexOf(u'.') + 1)),
       m_information(informationPath(bundlePath)) {
-    m_metaData = readBundlePlist(QFileInfo(
+    const QFileInfo list(
         bundlePath + QStringLiteral("/Alternatives/") + m_information.getActiveAlternativeDir() +
-        QStringLiteral("/MetaData.plist")));
+        QStringLiteral("/MetaData.plist"));
+    m_metaData = smallEntries(
+        readBundlePlist(list),
+        {"BeatsPerMinute", "NumberOfTracks", "SampleRate", "SongKey", "SongGenderKey",
+         "SongSignatureNumerator", "SongSignatureDenominator"});
 }
 
 double ProjectData::bpm() const {
@@ -51,11 +52,11 @@ qint64 ProjectData::sampleRate() const {
 }
 
 QString ProjectData::songKey() const {
-    return readText(m_metaData, "SongKey");
+    return typedText(m_metaData, "SongKey", mismatch);
 }
 
 QString ProjectData::songGenderKey() const {
-    return readText(m_metaData, "SongGenderKey");
+    return typedText(m_metaData, "SongGenderKey", mismatch);
 }
 
 qint64 ProjectData::songSignatureNumerator() const {

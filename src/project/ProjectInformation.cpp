@@ -14,10 +14,12 @@ namespace Stemhaven {
 
 namespace {
 
+constexpr const char* mismatch =
+    "Could not retrieve project information '%1'. Bad any cast to type: %2 from %3";
+
 template <typename T>
 const T& read(const Plist::Dictionary& plist, const char* key) {
-    return typedRead<T>(
-        plist, key, "Could not retrieve project information '%1'. Bad any cast to type: %2 from %3");
+    return typedRead<T>(plist, key, mismatch);
 }
 
 } // namespace
@@ -32,13 +34,13 @@ ProjectInformation::ProjectInformation(const QString& plistPath) {
         throw IOException(QFile(plistPath), QStringLiteral("File not found"));
     m_lastModifiedAt = file.lastModified();
     m_createdAt = file.birthTime();
-    m_plist = readBundlePlist(file);
+    const Plist::Dictionary plist = readBundlePlist(file);
 
-    if (m_plist.count("ActiveVariant") != 0)
-        m_activeVariant = QString::number(read<std::int64_t>(m_plist, "ActiveVariant"));
-    m_lastSavedWithVersion = QString::fromStdString(read<std::string>(m_plist, "LastSavedFrom"));
-    if (m_plist.count("VariantNamesV2") != 0) {
-        const auto& names = read<Plist::Dictionary>(m_plist, "VariantNamesV2");
+    if (plist.count("ActiveVariant") != 0)
+        m_activeVariant = QString::number(read<std::int64_t>(plist, "ActiveVariant"));
+    m_lastSavedWithVersion = typedText(plist, "LastSavedFrom", mismatch);
+    if (plist.count("VariantNamesV2") != 0) {
+        const auto& names = read<Plist::Dictionary>(plist, "VariantNamesV2");
         m_alternativesCount = std::max<qint64>(1, static_cast<qint64>(names.size()));
     }
 

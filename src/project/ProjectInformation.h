@@ -1,7 +1,5 @@
 #pragma once
 
-#include "plist/Value.h"
-
 #include <QDateTime>
 #include <QString>
 
@@ -29,7 +27,6 @@ public:
     QString getLastSavedWithVersion() const;
 
 private:
-    Plist::Dictionary m_plist;
     QDateTime m_lastModifiedAt;
     QDateTime m_createdAt;
     qint64 m_alternativesCount = 1;

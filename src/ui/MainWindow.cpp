@@ -6,6 +6,7 @@
 #include "database/QueryBuilder.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
+#include "ui/Backups.h"
 #include "ui/CurrentFilter.h"
 #include "ui/SelectedBundle.h"
 #include "ui/SidePanes.h"
@@ -64,6 +65,7 @@ MainWindow::MainWindow(TaskManager& tasks, ProjectMonitor& monitor, QWidget* par
       m_menus(new ProjectMenus(*m_actions, *m_editor, *m_filter, *this)),
       m_folders(new FolderAdder(tasks, *this)),
       m_releases(new Releases(tasks, *m_history, monitor, *this)),
+      m_backups(new Backups(tasks, monitor, m_history, *this)),
       m_sidebarToggle(new ToolButton(Glyph::SidebarToggle, tr("Filter Sidebar"))),
       m_detailsToggle(new ToolButton(Glyph::DetailsToggle, tr("Project Details"))) {
     setWindowTitle(QStringLiteral("Stemhaven"));

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+class Backups;
 class CurrentFilter;
 class DetailsPane;
 class EditHistory;
@@ -63,9 +64,11 @@ private:
     void setupEvents();
     void setupEditEvents();
     void setupMonitorEvents();
+    void setupBackups();
     void setupMenus();
     void restoreState();
     void storeState();
+    void restoreAnew();
     void restoreShown();
     void storeShown() const;
 
@@ -117,6 +120,7 @@ private:
     ProjectMenus* m_menus;
     FolderAdder* m_folders;
     Releases* m_releases;
+    Backups* m_backups;
     QPointer<PreferencesDialog> m_preferences;
     ToolButton* m_sidebarToggle;
     ToolButton* m_detailsToggle;

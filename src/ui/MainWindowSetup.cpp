@@ -2,6 +2,7 @@
 
 #include "app/errors/Guarded.h"
 #include "monitor/ProjectMonitor.h"
+#include "ui/Backups.h"
 #include "ui/MainWindow.h"
 #include "ui/MissingFolders.h"
 #include "ui/MissingProjects.h"
@@ -129,6 +130,8 @@ void MainWindow::setupActions() {
         m_releases->showCalendar({m_actions->undo, m_actions->redo, m_actions->quit});
     });
     perform(m_actions->addFolder, tr("Could not add folder"), [this] { m_folders->choose(); });
+    perform(m_actions->backup, tr("Backup failed."), [this] { m_backups->exportBackup(); });
+    perform(m_actions->importBackup, tr("Import backup failed."), [this] { m_backups->importBackup(); });
     // Toggled, so that the program may do it as well as the user.
     connect(m_actions->hideCompleted, &QAction::toggled, this, &MainWindow::hideCompleted);
     connect(m_actions->hideIgnored, &QAction::toggled, this, &MainWindow::hideIgnored);
@@ -183,6 +186,7 @@ void MainWindow::setupEvents() {
     });
     setupEditEvents();
     setupMonitorEvents();
+    setupBackups();
 }
 
 void MainWindow::setupEditEvents() {
@@ -243,6 +247,19 @@ void MainWindow::setupMonitorEvents() {
     connect(missingProjects, &MissingProjects::changed, m_details, &DetailsPane::setMissingProjects);
     // A deleted record that comes back may be one of them.
     connect(m_history, &EditHistory::wentBackOrForth, missingProjects, &MissingProjects::request);
+}
+
+void MainWindow::setupBackups() {
+    connect(m_backups, &Backups::begun, m_projects.get(), &ProjectsPane::showActivity);
+    connect(m_backups, &Backups::aboutToImport, this, [this] {
+        m_details->commit();
+        m_projects->storeAtOnce();
+    });
+    connect(m_backups, &Backups::imported, this, &MainWindow::restoreAnew);
+    connect(m_backups, &Backups::ended, this, [this] {
+        m_projects->showActivity({});
+        reloadAll();
+    });
 }
 
 void MainWindow::setupMenus() {

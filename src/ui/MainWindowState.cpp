@@ -37,6 +37,17 @@ void MainWindow::restoreState() {
     restoreShown();
 }
 
+/// The settings, and the catalogue with them, are others.
+void MainWindow::restoreAnew() {
+    m_whenSelectedIsShown.reset();
+    m_projects->clearSelection();
+    m_filter->clear();
+    m_sidebar->setCurrent(FilterType::ALL);
+    m_projects->restoreState();
+    restoreState();
+    m_markedTerm = m_projects->searchTerm();
+}
+
 void MainWindow::restoreShown() {
     const QSettings settings;
     if (settings.contains(SettingsKeys::foldedGroups)) {

@@ -1,12 +1,17 @@
 #include "ui/Screenshot.h"
 
+#include "app/logging/PrintableText.h"
 #include "database/SimpleTask.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
+#include "platform/FileCopy.h"
 #include "ui/MainWindow.h"
 #include "ui/details/DetailsPane.h"
 
 #include <QApplication>
+#include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
 #include <QPixmap>
 #include <QPointer>
 #include <QTimer>
@@ -55,9 +60,21 @@ void Screenshot::giveUp() {
     QCoreApplication::exit(1);
 }
 
+bool Screenshot::write(const QPixmap& picture) const {
+    const QFileInfo file(m_file);
+    // Links above the file are the user's own. A pipe or a device is not to be replaced by a picture.
+    const QString folder = QDir(file.absolutePath()).canonicalPath();
+    if (folder.isEmpty() || (file.exists() && !file.isFile() && !file.isSymLink()))
+        return false;
+    QBuffer bytes;
+    return bytes.open(QIODevice::WriteOnly) && picture.save(&bytes, file.suffix().toUtf8().constData()) &&
+        Stemhaven::replaceFile(folder + QLatin1Char('/') + file.fileName(), bytes.data());
+}
+
 void Screenshot::take() {
-    const bool written = m_window.grab().save(m_file);
+    const bool written = write(m_window.grab());
     if (!written)
-        std::fprintf(stderr, "Could not write the picture to %s\n", qUtf8Printable(m_file));
+        Logging::printLine(
+            stderr, QStringLiteral("Could not write the picture to %1").arg(Logging::printable(m_file)));
     QCoreApplication::exit(written ? 0 : 1);
 }

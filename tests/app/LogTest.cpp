@@ -1,5 +1,7 @@
 #include "app/logging/Log.h"
 
+#include "app/logging/PrintableText.h"
+
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -53,10 +55,29 @@ TEST_F(LogTest, WritesWhatPassesTheLevelAsANumber) {
         QFile::remove(Log::filepath());
         Log::setLevel(static_cast<QtMsgType>(level));
         for (const int type : {0, 1, 2, 3, 4, 7})
-            write(static_cast<QtMsgType>(type), "grün\nzwei");
-        const QString expected = "@" + tags.mid(level).join(": grün\nzwei\n@") + ": grün\nzwei";
+            write(static_cast<QtMsgType>(type), "grün\tzwei");
+        const QString expected = "@" + tags.mid(level).join(": grün\tzwei\n@") + ": grün\tzwei";
         EXPECT_EQ(withoutTimes(contents().toStdString()), expected) << level;
     }
+}
+
+TEST_F(LogTest, ShowsControlCharactersOfANameAndLetsNoneBeginALine) {
+    const std::pair<const char16_t*, const char*> cases[] = {
+        {u"Song\n2026-01-01T00:00:00(INFO): All is well", "Song\\n2026-01-01T00:00:00(INFO): All is well"},
+        {u"a\r\nb\tc\\n\"ü\" \u05d0", "a\\r\\nb\tc\\n\"ü\" \u05d0"},
+        {u"\u001b[2J\u009b1A\u007f\u0085\u0008", "\\u001b[2J\\u009b1A\\u007f\\u0085\\u0008"},
+        {u"\u2028\u2029\u202a\u202e\u2066\u2069\u200e", "\\u2028\\u2029\\u202a\\u202e\\u2066\\u2069\u200e"},
+    };
+    for (const auto& [name, shown] : cases) {
+        QFile::remove(Log::filepath());
+        Log::outputToConsole(true);
+        testing::internal::CaptureStderr();
+        qCritical().noquote() << "Gone:" << QString::fromUtf16(name);
+        const auto console = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(withoutTimes(contents().toStdString()), QString("@(CRITICAL): Gone: ") + shown);
+        EXPECT_EQ(console, contents().toStdString() + '\n');
+    }
+    EXPECT_EQ(Logging::printable(QString("a\nb\x1b"), Logging::LineBreaks::Keep), "a\nb\\u001b");
 }
 
 TEST_F(LogTest, LosesAndTearsNoLineOfManyThreadsWhileItIsCut) {

@@ -88,6 +88,55 @@ private:
 
 } // namespace
 
+TEST_F(Following, StandsAsideWhileAnotherCatalogueTakesThePlace) {
+    const quint64 before = FileEventStream::currentEventID();
+    constexpr quint64 farAhead = ~0ULL - 1;
+    makeBundle("Song.logicx", TestBundle(180));
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));
+    m_monitor->searchForProjects(true);
+    m_monitor->suspend();
+    ASSERT_TRUE(waitUntil([&] { return m_monitor->isAtRest(); }));
+
+    // Neither an event nor a request of a window begins anything.
+    makeBundle("New.logicx");
+    m_monitor->directoryChanged(at("New.logicx"), true);
+    m_monitor->requestUpdateWatchedDirs();
+    m_monitor->restartMonitoring();
+    m_monitor->searchForProjects(true);
+    ASSERT_TRUE(waitUntil([&] { return m_monitor->isAtRest(); }));
+    EXPECT_EQ(rows("bpm"), QStringList({"120", "180"}));
+
+    // As before: what was broken off is made up for.
+    m_monitor->resume();
+    EXPECT_TRUE(shows({"New", "Other", "Song"}));
+    ASSERT_TRUE(waitUntil([&] { return !m_monitor->isSearching() && m_monitor->isWatching(); }));
+
+    // With the catalogue and the settings of a while ago, or settings that say nothing, or those of a system
+    // that counts otherwise.
+    for (const auto& id : {QVariant(before), QVariant(), QVariant(farAhead)}) {
+        SCOPED_TRACE(id.toString().toStdString());
+        m_monitor->suspend();
+        ASSERT_TRUE(waitUntil([&] { return m_monitor->isAtRest(); }));
+        m_database.rows("UPDATE projects SET bpm=90, last_updated=last_updated-9 WHERE name='Song'");
+        m_database.rows("DELETE FROM projects WHERE name='New'");
+        if (id.isValid())
+            QSettings().setValue(SettingsKeys::lastEventId, id);
+        else
+            QSettings().remove(SettingsKeys::lastEventId);
+        m_monitor->resumeWithOthers(true);
+        EXPECT_TRUE(shows({"New", "Other", "Song"}));
+        EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }, 20));
+        ASSERT_TRUE(waitUntil([&] { return !m_monitor->isSearching() && m_monitor->isWatching(); }));
+    }
+    // Events count again from here on.
+    makeBundle("Song.logicx", TestBundle(200));
+    EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("200"); }));
+    EXPECT_TRUE(waitUntil([&] {
+        const auto id = QSettings().value(SettingsKeys::lastEventId).toULongLong();
+        return id > before && id < farAhead;
+    }));
+}
+
 TEST_F(Following, SavesNewProjectsRenamesMovesAndCopies) {
     makeBundle("Song.logicx", TestBundle(180));
     EXPECT_TRUE(waitUntil([&] { return rows("bpm").contains("180"); }));

@@ -49,7 +49,7 @@ TEST(File, RefusedAtOnce) {
     std::ofstream(empty).close();
     const std::string large = scratch("large");
     std::ofstream(large).close();
-    std::filesystem::resize_file(large, (64U << 20U) + 1);
+    std::filesystem::resize_file(large, (4U << 20U) + 1);
     const std::string array = scratch("array");
     writePlistBinary(array.c_str(), Array{true});
 

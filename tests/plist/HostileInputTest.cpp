@@ -34,10 +34,29 @@ std::string nestedXml(std::size_t count) {
     return "<plist>" + begin + "<true/>" + end + "</plist>";
 }
 
-std::string longStringOftenShared() {
-    ListBytes list{.offsetSize = 3};
-    list.objects.push_back("\xAF\x11\xFF\xFF" + std::string(0xFFFF, '\x01'));
-    list.objects.push_back("\x5F\x12" + bigEndian(100000, 4) + std::string(100000, 'x'));
+// An array of count references to one object, which may refer to itself no further.
+std::string oftenShared(std::uint64_t count, const std::string& object) {
+    ListBytes list{.offsetSize = 4};
+    list.objects = {"\xAF\x12" + bigEndian(count, 4) + std::string(count, '\x01'), object};
+    return list.bytes();
+}
+
+std::string text(std::size_t length) {
+    return "\x5F\x12" + bigEndian(length, 4) + std::string(length, 'x');
+}
+
+// One dictionary of 200 entries with the same value, often.
+std::string dictionaryOftenShared(std::uint64_t count) {
+    constexpr unsigned keys = 200;
+    std::string dictionary = "\xDF\x10" + bigEndian(keys, 1);
+    ListBytes list{.objects = {"", ""}, .offsetSize = 4};
+    for (unsigned i = 0; i < keys; ++i) {
+        list.objects.push_back("\x51" + bigEndian(i, 1));
+        dictionary += bigEndian(i + 2, 1);
+    }
+    list.objects.push_back("\x09");
+    list.objects[0] = "\xAF\x12" + bigEndian(count, 4) + std::string(count, '\x01');
+    list.objects[1] = dictionary + std::string(keys, static_cast<char>(keys + 2));
     return list.bytes();
 }
 
@@ -85,7 +104,11 @@ TEST(HostileInput, BinaryListsAreRefused) {
          "Plist: nested too deeply"},
         {"513 deep", nestedBinary(513), "Plist: nested too deeply"},
         {"doublings", nestedBinary(40, 2), "Plist: unfolds to more than its size allows"},
-        {"long string often", longStringOftenShared(), "Plist: unfolds to more than its size allows"},
+        {"long string 63 times", oftenShared(63, text(1 << 20)),
+         "Plist: unfolds to more than its size allows"},
+        {"short string often", oftenShared(1 << 20, text(40)), "Plist: unfolds to more than its size allows"},
+        {"empty array often", oftenShared(1 << 20, "\xA0"), "Plist: unfolds to more than its size allows"},
+        {"dictionary often", dictionaryOftenShared(2000), "Plist: unfolds to more than its size allows"},
     };
 
     for (const auto& [name, bytes, message] : cases) {
@@ -93,6 +116,16 @@ TEST(HostileInput, BinaryListsAreRefused) {
         EXPECT_NE(error, "none") << name;
         EXPECT_TRUE(message.empty() || error == message) << name << ": " << error;
     }
+}
+
+TEST(HostileInput, ListsThatShareAFewMegabytesAreRead) {
+    const std::pair<std::uint64_t, std::string> cases[] = {
+        {100'000, oftenShared(100'000, text(200))},
+        {1'500'000, oftenShared(1'500'000, "\x09")},
+        {500, dictionaryOftenShared(500)},
+    };
+    for (const auto& [count, bytes] : cases)
+        EXPECT_EQ(std::any_cast<Plist::Array>(read(bytes)).size(), count);
 }
 
 TEST(HostileInput, LoneSurrogatesAreAConversionFailure) {

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcessEnvironment>
+#include <QRegularExpression>
 #include <QSettings>
 
 #include <gtest/gtest.h>
@@ -99,6 +100,15 @@ int Profile::runToEnd(const QStringList& arguments, const QString& program) {
     const auto process = makeProcess();
     process->start(program, arguments);
     return statusAtEnd(*process);
+}
+
+qint64 Profile::peakMemory() const {
+    QFile status(QStringLiteral("/proc/%1/status").arg(processId()));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QString text = QString::fromLatin1(status.readAll());
+    static const QRegularExpression peak(QStringLiteral("VmHWM:\\s+(\\d+)"));
+    return peak.match(text).captured(1).toLongLong();
 }
 
 int Profile::terminate() {

@@ -59,6 +59,9 @@ public:
 
     qint64 processId() const { return m_process->processId(); }
 
+    /// In KiB, the most that the running program has had in memory; 0 where the system does not tell.
+    qint64 peakMemory() const;
+
     bool isRunning() const { return m_process && m_process->state() == QProcess::Running; }
 
     QString output() const { return m_output; }

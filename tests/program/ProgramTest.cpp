@@ -4,6 +4,7 @@
 #include "support/Waiting.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
@@ -54,6 +55,51 @@ TEST(Program, FindsTheProjectsOfAFolderAndShowsThem) {
         profile.rows("SELECT project_id FROM projects WHERE name='Song 3'"),
         QStringList(QString::number(Stemhaven::loadStemhavenPlistDetails(details).value().first)));
     EXPECT_FALSE(QFile::exists(profile.mainDatabase() + "-wal"));
+}
+
+TEST(Program, WritesItsPictureWholeOrLeavesWhatIsThere) {
+    Profile profile;
+    const QDir folder = QFileInfo(profile.picture()).dir();
+    const auto path = [&](const QString& name) {
+        return folder.filePath(name);
+    };
+    const auto contents = [&](const QString& name) {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    };
+    // There is no room for a longer name beside it.
+    const QString longName = QString(250, 'n') + ".png";
+    for (const auto& name : {QString("no-format"), QString("a.txt"), QString("target.png"), longName}) {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("old") == 3);
+    }
+    ASSERT_TRUE(QFile::link(path("target.png"), path("link.png")));
+    ASSERT_TRUE(folder.mkdir("folder.png"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(path("pipe.png")).constData(), 0600), 0);
+
+    const auto take = [&](const QString& name, const QString& size = "900x600") {
+        return profile.runToEnd({"--screenshot", path(name), "--size", size});
+    };
+    for (const QString name : {"no-format", "a.txt"}) {
+        EXPECT_EQ(take(name), 1);
+        EXPECT_TRUE(profile.output().contains("--screenshot wants")) << profile.output().toStdString();
+        EXPECT_EQ(contents(name), "old");
+    }
+    for (const QString size : {"8193x10", "10x60000", "99999999999x10", "-1x-1"})
+        EXPECT_EQ(take("a.png", size), 1) << size.toStdString();
+    EXPECT_FALSE(QFile::exists(profile.mainDatabase()));
+    for (const QString& name :
+         {longName, QString("folder.png"), QString("pipe.png"), QString("none/a.png")}) {
+        EXPECT_EQ(take(name), 1) << name.toStdString();
+        EXPECT_TRUE(profile.output().contains("Could not write the picture")) << name.toStdString();
+    }
+    EXPECT_EQ(contents(longName), "old");
+    EXPECT_FALSE(QFile::exists("/a.png"));
+
+    EXPECT_EQ(take("link.png"), 0) << profile.output().toStdString();
+    EXPECT_EQ(contents("target.png"), "old");
+    EXPECT_FALSE(QFileInfo(path("link.png")).isSymLink());
+    EXPECT_EQ(QImage(path("link.png")).size(), QSize(900, 600));
 }
 
 TEST(Program, EndsOnASignalAndTakesUpTheSearchThatItWasKilledIn) {
@@ -109,9 +155,17 @@ TEST(Program, MakesAProfileForItsUserAloneAndBringsItsWindowForwardForASecondSta
     const QString folder = QFileInfo(profile.lockFile()).path();
     ASSERT_TRUE(QDir().rmdir(folder));
     profile.start();
-    struct stat status = {};
-    ASSERT_EQ(stat(QFile::encodeName(folder).constData(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0700U);
+    const auto openFiles = [&] {
+        QStringList open;
+        QDirIterator files(folder, QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+        for (QString path = folder; !path.isEmpty(); path = files.hasNext() ? files.next() : QString()) {
+            struct stat status = {};
+            if (stat(QFile::encodeName(path).constData(), &status) != 0 || (status.st_mode & 077U) != 0)
+                open.append(path);
+        }
+        return open;
+    };
+    EXPECT_EQ(openFiles(), QStringList());
     EXPECT_EQ(profile.runToEnd({}), 0) << profile.output().toStdString();
     EXPECT_TRUE(profile.output().isEmpty()) << profile.output().toStdString();
     EXPECT_EQ(profile.log().count("Bringing the window forward"), 1);
@@ -136,6 +190,14 @@ TEST(Program, MakesAProfileForItsUserAloneAndBringsItsWindowForwardForASecondSta
 
     EXPECT_TRUE(profile.isRunning());
     EXPECT_EQ(profile.terminate(), 0) << profile.output().toStdString();
+
+    // As an earlier version left it.
+    ASSERT_EQ(chmod(QFile::encodeName(folder).constData(), 0755), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(profile.mainDatabase()).constData(), 0644), 0);
+    for (int start = 0; start < 2; ++start)
+        EXPECT_EQ(profile.runToEnd({"--screenshot", profile.picture()}), 0);
+    EXPECT_EQ(openFiles(), QStringList());
+    EXPECT_EQ(profile.log().count("Others could look into the folder"), 1);
 }
 
 TEST(DemoLibrary, IsReadableToItsLastProject) {

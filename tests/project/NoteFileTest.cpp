@@ -82,6 +82,7 @@ TEST(NoteFile, isPassedOverWhereItLacksSomethingAndThrowsWhereItIsCorrupt) {
         {{"project_id", id}},
         {{"project_id", sufid}, {"SUFID", sufid}},
         {{"project_id", id}, {"SUFID", id}},
+        {{"project_id", id}, {"SUFID", std::string(1 << 20, '1')}},
     };
     for (const auto& note : cases) {
         bundle.writeNote(note);

@@ -108,6 +108,14 @@ TEST_F(ProjectDataTest, namesTheEntryThatIsMissingOrOfAnotherTypeWhenItIsAskedFo
     EXPECT_THAT(
         [&] { data.songKey(); }, beginsWith("Could not find project meta data field named 'SongKey'"));
     EXPECT_THAT([&] { data.bpm(); }, beginsWith("Could not retrieve project meta data 'BeatsPerMinute'"));
+    const std::string longText(1 << 20, 'x');
+    bundle.metaData["SongKey"] = longText;
+    bundle.metaData["BeatsPerMinute"] = Plist::Array{longText};
+    const ProjectData large = readWritten(bundle);
+    EXPECT_THAT([&] { large.songKey(); }, beginsWith("Project meta data 'SongKey' is too long"));
+    EXPECT_THAT([&] { large.bpm(); }, beginsWith("Could not retrieve project meta data 'BeatsPerMinute'"));
+    bundle.information["LastSavedFrom"] = longText;
+    EXPECT_THROW(readWritten(bundle), IOException);
     for (const char* key : {"LastSavedFrom", "VariantNamesV2"}) {
         TestBundle other;
         other.information[key] = std::int64_t{10};

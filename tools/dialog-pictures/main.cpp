@@ -2,6 +2,7 @@
 
 #include "app/Shutdown.h"
 #include "app/logging/Log.h"
+#include "backup/BackupDialog.h"
 #include "database/SimpleTask.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
@@ -23,12 +24,17 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
 
@@ -130,6 +136,48 @@ void takeReleases(Pictures& pictures, MainWindow& window) {
     calendar->close();
 }
 
+void choose(QFileDialog& dialog, const QString& path) {
+    dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+    QMetaObject::invokeMethod(&dialog, "accept");
+}
+
+/// Opens the dialog by the action, answers what it asks, and takes it at work and at its end.
+void takeBackup(Pictures& pictures, QAction& action, const QString& path, const QString& name) {
+    QTimer timer;
+    bool isTakenAtWork = false;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (auto* files = qobject_cast<QFileDialog*>(modal)) {
+            choose(*files, path);
+        } else if (auto* question = qobject_cast<QMessageBox*>(modal)) {
+            pictures.takeAtOnce(*question, name + QStringLiteral("-question"));
+            question->button(QMessageBox::Yes)->click();
+        } else if (auto* dialog = qobject_cast<BackupDialog*>(modal)) {
+            auto* done = dialog->findChild<QPushButton*>(QStringLiteral("doneButton"));
+            const auto* progress = dialog->findChild<QProgressBar*>();
+            if (done->isEnabled()) {
+                pictures.takeAtOnce(*dialog, name + QStringLiteral("-end"));
+                done->click();
+            } else if (progress->value() > 0 && !std::exchange(isTakenAtWork, true)) {
+                pictures.takeAtOnce(*dialog, name + QStringLiteral("-working"));
+            }
+        }
+    });
+    timer.start(1);
+    action.trigger();
+}
+
+void takeBackups(Pictures& pictures, MainWindow& window) {
+    const auto& actions = *window.findChild<WindowActions*>();
+    const QTemporaryDir folder;
+    takeBackup(pictures, *actions.backup, folder.path(), QStringLiteral("backup"));
+    const auto archives = QDir(folder.path()).entryList({QStringLiteral("*.hvbk")});
+    const QString archive = folder.filePath(archives.value(0));
+    takeBackup(pictures, *actions.importBackup, archive, QStringLiteral("import"));
+    QFile::resize(archive, 100);
+    takeBackup(pictures, *actions.importBackup, archive, QStringLiteral("import-failed"));
+}
+
 void write(const QString& path) {
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
@@ -191,6 +239,7 @@ void takeWindow(Pictures& pictures) {
     waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); });
     takePreferences(pictures, window);
     takeReleases(pictures, window);
+    takeBackups(pictures, window);
     takeRecovery(pictures, window);
 }
 

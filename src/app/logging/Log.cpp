@@ -1,5 +1,7 @@
 #include "app/logging/Log.h"
 
+#include "app/logging/PrintableText.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
@@ -74,7 +76,7 @@ QString filePath(const QString& directory, const QString& prefix) {
 void handler(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
     const std::lock_guard lock(handlerState().mutex);
     if (handlerState().logIsGone) {
-        writeToConsole(type, message.toUtf8());
+        writeToConsole(type, printable(message).toUtf8());
         return;
     }
 
@@ -90,7 +92,7 @@ void handler(QtMsgType type, const QMessageLogContext& /*context*/, const QStrin
         return;
 
     const QByteArray line =
-        QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + tag(type) + message.toUtf8();
+        QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + tag(type) + printable(message).toUtf8();
     if (Log::shouldOutputToConsole())
         writeToConsole(type, line);
     if (isOpen)
@@ -130,9 +132,19 @@ void Log::setPrefix(const QString& prefix) {
 
 void Log::setLevel(QtMsgType level) {
     instance().m_level = level;
+    // What the decoders of pictures say names no file, and is false of a picture that is merely given up.
+    QString rules = QStringLiteral("qt.gui.imageio*.warning=false");
     // Costly to put into words, so a category of its own that its writer can ask.
-    QLoggingCategory::setFilterRules(
-        level <= QtDebugMsg ? QStringLiteral("stemhaven.events.debug=true") : QString());
+    if (level <= QtDebugMsg)
+        rules += QStringLiteral("\nstemhaven.events.debug=true");
+    QLoggingCategory::setFilterRules(rules);
+}
+
+QtMsgType Log::levelOf(const QVariant& setting) {
+    // What the type cannot hold is as good as its greatest number: nothing passes.
+    constexpr int greatest = 7;
+    return setting.isValid() ? static_cast<QtMsgType>(std::clamp(setting.toInt(), 0, greatest))
+                             : QtCriticalMsg;
 }
 
 QtMsgType Log::level() {

@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QString>
+#include <QVariant>
 #include <QtGlobal>
 
 #include <atomic>
@@ -9,7 +10,8 @@
 namespace Logging {
 
 /// The one handler of all Qt messages: filters by level, echoes to the console, appends to a log file of
-/// bounded size. Safe from any thread, from its installation by Log's first use to the end of the process.
+/// bounded size. Each message is one line of both: see printable(). Safe from any thread, from its
+/// installation by Log's first use to the end of the process.
 void handler(QtMsgType type, const QMessageLogContext& context, const QString& message);
 
 /// What the handler works with. Paths are set during start-up, before there are other threads.
@@ -25,6 +27,8 @@ public:
     /// The lowest message type, as a number, that is written.
     static void setLevel(QtMsgType level);
     static QtMsgType level();
+    /// What a setting stands for; critical messages where there is none.
+    static QtMsgType levelOf(const QVariant& setting);
 
     static void outputToConsole(bool enabled);
     static bool shouldOutputToConsole();

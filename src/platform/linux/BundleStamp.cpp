@@ -1,12 +1,11 @@
 #include "platform/linux/BundleStamp.h"
 
-#include "platform/TreeWalk.h"
+#include "platform/linux/AlternativeFolders.h"
 #include "platform/posix/PathText.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <vector>
 
 namespace Stemhaven {
 
@@ -54,11 +53,7 @@ BundleStamp BundleStamp::of(const std::string& bundle) {
     stamp.informationSeconds = addPart(entryOf(resources, BundleParts::information), stamp);
     addPart(alternatives, stamp);
 
-    std::vector<std::string> names;
-    readFolders(alternatives, [&](const std::string& name) { names.push_back(name); });
-    // Some file systems give another order each time.
-    std::sort(names.begin(), names.end());
-    for (const auto& name : names) {
+    for (const auto& name : alternativesIn(alternatives)) {
         const std::string alternative = entryOf(alternatives, name);
         addPart(alternative, stamp);
         addPart(entryOf(alternative, BundleParts::metaData), stamp);

@@ -1,5 +1,6 @@
 #include "platform/linux/EventTranslator.h"
 
+#include "platform/linux/AlternativeFolders.h"
 #include "platform/linux/BundleStamp.h"
 #include "platform/linux/FolderIdentity.h"
 #include "platform/posix/PathText.h"
@@ -28,6 +29,13 @@ std::uint32_t flagsOf(const RawEvent& event) {
 
 bool isFolder(const RawEvent& event) {
     return (event.mask & IN_ISDIR) != 0;
+}
+
+/// Whether a folder of that name is watched in a bundle's folder that is watched for these purposes.
+bool isWatchedPart(unsigned purposes, const std::string& name) {
+    if ((purposes & WatchBundle) != 0)
+        return name == BundleParts::resources || name == BundleParts::alternatives;
+    return (purposes & WatchAlternatives) != 0 && isAlternativeName(name);
 }
 
 bool isLink(const std::string& path) {
@@ -93,14 +101,20 @@ void EventTranslator::handleSelf(const RawEvent& event, const std::string& folde
 void EventTranslator::handleInBundle(const RawEvent& event, const std::string& folder, unsigned purposes) {
     constexpr std::uint32_t names = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
 
-    if (isFolder(event) && (event.mask & names) != 0 && (purposes & (WatchBundle | WatchAlternatives)) != 0) {
+    if (isFolder(event) && (event.mask & names) != 0 && isWatchedPart(purposes, event.name)) {
         const std::string bundle = (purposes & WatchBundle) != 0 ? folder : std::string(parentOf(folder));
         // When another one has taken its place, the events of both are still to come.
         if (FolderIdentity::of(bundle).inode == m_tools.table.fileIDOf(bundle))
             follow(bundle);
     }
     // A save replaces a file by another each time: for what it does to the bundle they are the same.
-    if (const std::uint32_t flags = flagsOf(event))
+    const std::uint32_t flags = flagsOf(event);
+    if (flags == 0)
+        return;
+    // However many other entries come there, they are one event.
+    if ((purposes & WatchAlternatives) != 0 && !isAlternativeName(event.name))
+        m_tools.events.add(folder, 0, FileEvent::ItemModified);
+    else
         m_tools.events.add(entryOf(folder, event.name), 0, flags);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/TreeWatcher.h"
 
+#include "platform/linux/AlternativeFolders.h"
 #include "platform/linux/BundleStamp.h"
 #include "platform/linux/FolderIdentity.h"
 #include "platform/linux/LoggedFolders.h"
@@ -182,9 +183,8 @@ std::optional<TreeWatcher::Arrival> TreeWatcher::watchBundle(const std::string& 
     watch(entryOf(bundle, BundleParts::resources), WatchResources);
     const std::string alternatives = entryOf(bundle, BundleParts::alternatives);
     if (watch(alternatives, WatchAlternatives)) {
-        readFolders(alternatives, [&](const std::string& name) {
+        for (const auto& name : alternativesIn(alternatives))
             watch(entryOf(alternatives, name), WatchAlternative);
-        });
     }
     return arrival;
 }

@@ -78,13 +78,13 @@ bool flush(int descriptor) {
 } // namespace
 
 bool copyToNewFile(const QString& from, const QString& to) {
-    constexpr mode_t everyone = 0666;
+    constexpr mode_t ownerOnly = 0600;
     const Descriptor source(open(QFile::encodeName(from).constData(), readingAtOnce));
     struct stat status = {};
     if (!source.isOpen() || fstat(source.number(), &status) != 0 || !S_ISREG(status.st_mode))
         return false;
     const QByteArray name = QFile::encodeName(to);
-    const Descriptor target(open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, everyone));
+    const Descriptor target(open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
     if (!target.isOpen())
         return false;
     if (copyContents(source.number(), target.number()) && flush(target.number()))

@@ -53,7 +53,7 @@ bool BundleNames::isBundle(std::string_view path) const {
     return hasSuffix && !isHidden(path);
 }
 
-FolderListing FolderListing::of(const std::string& folder) {
+FolderListing FolderListing::of(const std::string& folder, std::size_t mostEntries) {
     FolderListing listing;
     const std::unique_ptr<DIR, FolderCloser> stream(opendir(folder.c_str()));
     if (stream == nullptr) {
@@ -67,8 +67,13 @@ FolderListing FolderListing::of(const std::string& folder) {
         if (entry == nullptr)
             break;
         const std::string_view name = entry->d_name;
-        if (name != "." && name != "..")
-            listing.entries.push_back({entry->d_name, kindOf(folder, *entry)});
+        if (name == "." || name == "..")
+            continue;
+        if (listing.entries.size() == mostEntries) {
+            listing.isCut = true;
+            return listing;
+        }
+        listing.entries.push_back({entry->d_name, kindOf(folder, *entry)});
     }
     listing.error = errno;
     return listing;
@@ -76,7 +81,7 @@ FolderListing FolderListing::of(const std::string& folder) {
 
 FolderListing FolderListing::withPatience(const std::string& folder) {
     auto listing = RemoteCalls::run(QFile::decodeName(folder.c_str()), [folder] { return of(folder); });
-    return listing ? std::move(*listing) : FolderListing{{}, ETIMEDOUT};
+    return listing ? std::move(*listing) : FolderListing{{}, ETIMEDOUT, false};
 }
 
 int readFolders(const std::string& folder, const std::function<void(const std::string&)>& onFolder) {

@@ -87,11 +87,12 @@ WindowActions::WindowActions(QMainWindow& window) : QObject(&window), m_window(w
     recoverProjects = make(tr("Recover Projects..."));
     recoverProjects->setObjectName(QStringLiteral("recoverProjects"));
     backup = make(tr("Backup..."));
+    backup->setStatusTip(tr("Write everything that Stemhaven knows into one file"));
     importBackup = make(tr("Import backup..."));
+    importBackup->setStatusTip(tr("Replace everything that Stemhaven knows by what a backup holds"));
 
-    // What these open does not exist yet.
-    for (QAction* action : {checkForUpdates, backup, importBackup})
-        action->setEnabled(false);
+    // What it opens does not exist yet.
+    checkForUpdates->setEnabled(false);
     enableForSelection(false, false);
     release->setEnabled(false);
 }

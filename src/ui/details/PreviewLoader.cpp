@@ -1,20 +1,22 @@
 #include "ui/details/PreviewLoader.h"
 
+#include "picture/PreviewImage.h"
 #include "project/ProjectInformation.h"
-#include "ui/widgets/PreviewImage.h"
 
 #include <QtConcurrent>
 
 namespace {
 
+using WantedFlag = std::shared_ptr<const std::atomic<bool>>;
+
 /// The active alternative's picture. Null where any of it cannot be read: the bundle may be damaged, or gone.
-QImage readPictureOf(const QString& bundlePath, QSize size) {
+QImage readPictureOf(const QString& bundlePath, QSize size, const WantedFlag& isWanted) {
     try {
         const Stemhaven::ProjectInformation information(Stemhaven::informationPath(bundlePath));
-        return readPreview(
+        return Stemhaven::readPreview(
             bundlePath + QStringLiteral("/Alternatives/") + information.getActiveAlternativeDir() +
                 QStringLiteral("/WindowImage.jpg"),
-            size);
+            size, [&isWanted] { return isWanted->load(); });
     } catch (const std::exception& error) {
         qDebug() << "No picture of" << bundlePath << error.what();
         return {};
@@ -27,12 +29,15 @@ PreviewLoader::PreviewLoader(QObject* parent) : QObject(parent) {
     m_pool.setMaxThreadCount(1);
 }
 
-PreviewLoader::~PreviewLoader() = default;
+PreviewLoader::~PreviewLoader() {
+    giveUp();
+}
 
 void PreviewLoader::load(const QString& bundlePath, const QSize& size) {
     m_wantedPath = bundlePath;
     m_wantedSize = size;
     ++m_request;
+    giveUp();
     if (!m_isBusy)
         start();
 }
@@ -40,11 +45,18 @@ void PreviewLoader::load(const QString& bundlePath, const QSize& size) {
 void PreviewLoader::cancel() {
     m_wantedPath.clear();
     ++m_request;
+    giveUp();
+}
+
+void PreviewLoader::giveUp() {
+    if (m_isWanted)
+        *m_isWanted = false;
 }
 
 void PreviewLoader::start() {
     m_isBusy = true;
-    QtConcurrent::run(&m_pool, readPictureOf, m_wantedPath, m_wantedSize)
+    m_isWanted = std::make_shared<std::atomic<bool>>(true);
+    QtConcurrent::run(&m_pool, readPictureOf, m_wantedPath, m_wantedSize, WantedFlag(m_isWanted))
         .then(this, [this, request = m_request](const QImage& picture) {
             m_isBusy = false;
             if (request == m_request)

@@ -6,13 +6,17 @@
 #include <QString>
 #include <QThreadPool>
 
-/// Reads the pictures of projects in the background, one at a time: a newer request overtakes one that waits.
+#include <atomic>
+#include <memory>
+
+/// Reads the pictures of projects in the background, one at a time: a newer request overtakes one that waits,
+/// and the reading of a picture that is not wanted any more is given up.
 class PreviewLoader : public QObject {
     Q_OBJECT
 
 public:
     explicit PreviewLoader(QObject* parent = nullptr);
-    /// Waits for the picture that is being read.
+    /// Gives up the picture that is being read, and waits for that.
     ~PreviewLoader() override;
     Q_DISABLE_COPY(PreviewLoader)
 
@@ -27,8 +31,11 @@ signals:
 
 private:
     void start();
+    void giveUp();
 
     QThreadPool m_pool;
+    /// Whether the picture that is being read is wanted. Shared with the thread that reads it.
+    std::shared_ptr<std::atomic<bool>> m_isWanted;
     QString m_wantedPath;
     QSize m_wantedSize;
     quint64 m_request = 0; ///< counts the requests, so that a late answer is known as one

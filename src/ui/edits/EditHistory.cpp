@@ -53,6 +53,13 @@ void EditHistory::redo() {
     start(m_done.back(), Direction::Redo, std::make_shared<Step>());
 }
 
+void EditHistory::clear() {
+    m_done.clear();
+    m_undone.clear();
+    emit undoOffered({});
+    emit changed();
+}
+
 QString EditHistory::undoText() const {
     return canUndo() ? m_done.back()->texts().name : QString();
 }

@@ -37,6 +37,9 @@ public:
     void undo();
     void redo();
 
+    /// Forgets all that could be undone and redone: the catalogue is another one. Nothing is being written.
+    void clear();
+
     bool canUndo() const { return !m_done.empty(); }
 
     bool canRedo() const { return !m_undone.empty(); }

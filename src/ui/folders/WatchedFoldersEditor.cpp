@@ -57,7 +57,7 @@ WatchedFoldersEditor::WatchedFoldersEditor(
     new FolderDrop(*this, *m_adder);
     setFocusProxy(m_list);
     updateButtons();
-    guarded(m_words.readingFailure, [this] { m_model->reload(); });
+    reload();
 }
 
 void WatchedFoldersEditor::layOut() {
@@ -107,6 +107,10 @@ void WatchedFoldersEditor::setUpEvents() {
         m_model->reload();
         emit edited();
     });
+}
+
+void WatchedFoldersEditor::reload() {
+    guarded(m_words.readingFailure, [this] { m_model->reload(); });
 }
 
 bool WatchedFoldersEditor::isEmpty() const {

@@ -38,6 +38,9 @@ public:
 
     bool isEmpty() const;
 
+    /// Reads the folders again.
+    void reload();
+
 signals:
     /// A folder has been added or removed, and is so in the database. The monitor has not been told.
     void edited();

@@ -27,11 +27,7 @@ ColumnWidths::ColumnWidths(QTableView& table, const ProjectsTableModel& model, Q
       m_table(table),
       m_model(model) {
     m_settings.beginGroup(Stemhaven::SettingsKeys::columnWidths);
-    const QStringList names = m_settings.childKeys();
-    for (const QString& name : names) {
-        if (const int width = m_settings.value(name).toInt(); width > 0)
-            m_chosen[name] = std::min(width, widestChosen);
-    }
+    restore();
     auto* header = table.horizontalHeader();
     header->setResizeContentsPrecision(sampledRows);
     connect(header, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
@@ -39,6 +35,15 @@ ColumnWidths::ColumnWidths(QTableView& table, const ProjectsTableModel& model, Q
     });
     connect(header, &QHeaderView::sectionHandleDoubleClicked, this, &ColumnWidths::forget);
     table.viewport()->installEventFilter(this);
+}
+
+void ColumnWidths::restore() {
+    m_chosen.clear();
+    const QStringList names = m_settings.childKeys();
+    for (const QString& name : names) {
+        if (const int width = m_settings.value(name).toInt(); width > 0)
+            m_chosen[name] = std::min(width, widestChosen);
+    }
 }
 
 void ColumnWidths::fit() {

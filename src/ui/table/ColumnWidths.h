@@ -18,6 +18,8 @@ public:
     ColumnWidths(QTableView& table, const ProjectsTableModel& model, QObject* parent);
 
     void fit();
+    /// Takes the stored widths again, for the next fit().
+    void restore();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -45,6 +45,14 @@ void HeaderSorting::restore() {
     m_table.sortByColumn(column, order);
 }
 
+void HeaderSorting::restoreAnew() {
+    auto* header = m_table.horizontalHeader();
+    const QSignalBlocker blocker(header);
+    m_builder.clearSorting();
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    restore();
+}
+
 void HeaderSorting::projectsHeaderSortChanged(int column, Qt::SortOrder order) {
     if (column < 0) {
         m_builder.clearSorting();

@@ -26,6 +26,9 @@ public:
     void followFields();
     /// The table has the columns of the moment: marks the one that the builder sorts by.
     void followColumns();
+    /// Takes the remembered sort again, and none where there is none. The builder shows the columns already;
+    /// the table need not.
+    void restoreAnew();
 
 signals:
     void changed();

@@ -404,6 +404,23 @@ void ProjectsPane::goToTable() {
         m_table->selectFirst();
 }
 
+void ProjectsPane::showActivity(const QString& activity) {
+    m_statusLine->showActivity(activity);
+}
+
 void ProjectsPane::storeState() {
     m_search->storeTerm();
+}
+
+void ProjectsPane::storeAtOnce() {
+    m_search->keep();
+    storeState();
+}
+
+void ProjectsPane::restoreState() {
+    m_columns->restore();
+    m_sorting->restoreAnew();
+    m_widths->restore();
+    m_search->restore();
+    request(ReloadScheduler::Reason::NewQuery);
 }

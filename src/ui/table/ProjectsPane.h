@@ -94,7 +94,13 @@ public:
     /// Not by a focus proxy, for which the Tab key would leave out the search field.
     void focusProjects();
     void focusSearch();
+    /// What goes on with the whole catalogue, to be said below the projects; empty for nothing.
+    void showActivity(const QString& activity);
     void storeState();
+    /// As storeState(), and nothing else is stored later without the user's doing.
+    void storeAtOnce();
+    /// Takes all that is in the settings again: columns, widths, sort and search.
+    void restoreState();
 
 signals:
     /// Once, when the outcome of the first reload is shown.

@@ -76,6 +76,11 @@ void StatusLine::showStatus() {
     m_statusLabel->setText(m_status + selected);
 }
 
+void StatusLine::showActivity(const QString& activity) {
+    m_activity = activity;
+    showNotice();
+}
+
 void StatusLine::showSearching(int projectsFound) {
     m_projectsFound = projectsFound;
     showNotice();
@@ -94,7 +99,9 @@ void StatusLine::showMissingFolders(const QStringList& folders) {
 void StatusLine::showNotice() {
     QString notice;
     QString tip;
-    if (m_projectsFound) {
+    if (!m_activity.isEmpty()) {
+        notice = m_activity;
+    } else if (m_projectsFound) {
         notice = tr("Looking for projects… %1 found").arg(locale().toString(*m_projectsFound));
     } else if (!m_missingFolders.isEmpty()) {
         const QString folders = m_missingFolders.join(QStringLiteral(", "));

@@ -26,6 +26,8 @@ public:
     /// Between two statements of the status.
     static const QString separator;
 
+    /// What goes on with the whole catalogue, in the place of the other notices; empty for nothing.
+    void showActivity(const QString& activity);
     /// The folders are being looked through.
     void showSearching(int projectsFound);
     void endSearching();
@@ -45,6 +47,7 @@ private:
     ElidedLabel* m_noticeLabel;
     UndoOffer* m_undo;
     QString m_status;
+    QString m_activity;
     int m_selectedCount = 0;
     std::optional<int> m_projectsFound; ///< while the folders are being looked through
     QStringList m_missingFolders;

@@ -29,6 +29,11 @@ TableColumns::TableColumns(
     });
 }
 
+void TableColumns::restore() {
+    m_builder.loadSettings();
+    ColumnLayout::restore(m_builder);
+}
+
 void TableColumns::arrange() {
     const QScopedValueRollback arranging(m_isArranging, true);
     auto* header = m_table.horizontalHeader();

@@ -25,6 +25,9 @@ public:
         KeyEventTableView& table, const ProjectsTableModel& model, Stemhaven::QueryBuilder& builder,
         QObject* parent);
 
+    /// Gives the builder the stored columns again.
+    void restore();
+
     /// After each reload: places the columns in the builder's order, whatever order they have in the rows,
     /// and the current cell stays in its column.
     void arrange();

@@ -58,6 +58,12 @@ void TableSearch::storeTerm() {
     m_settings.setValue(Stemhaven::SettingsKeys::lastSearchTerm, term());
 }
 
+void TableSearch::restore() {
+    m_lastTerm = m_settings.value(Stemhaven::SettingsKeys::lastKeptSearch).toString();
+    m_field.setText(m_settings.value(Stemhaven::SettingsKeys::lastSearchTerm).toString());
+    m_standing.stop();
+}
+
 void TableSearch::searchTextChanged(const QString& text) {
     applyToBuilder(text);
     m_standing.start();

@@ -31,6 +31,8 @@ public:
     /// confirmed with Return and one that stands for a second.
     void keep();
     void storeTerm();
+    /// Takes the remembered terms again.
+    void restore();
 
 signals:
     void changed();

@@ -5,6 +5,7 @@
 #include "app/errors/Guarded.h"
 #include "database/TaskManager.h"
 #include "monitor/ProjectMonitor.h"
+#include "ui/Backups.h"
 #include "ui/dialogs/Alert.h"
 #include "ui/folders/WatchedFoldersEditor.h"
 #include "ui/widgets/PageHeading.h"
@@ -60,6 +61,7 @@ Wizard::Wizard(
            tr("Wizard: Could not add folder for monitoring"),
            tr("Wizard: Selecting monitored project search path failed."), QStringLiteral("addPathButton"),
            QStringLiteral("removePathButton")})),
+      m_backups(new Backups(tasks, monitor, nullptr, *this, Backups::Monitoring::Waits)),
       m_progress(new QProgressBar(this)),
       m_progressLabel(new QLabel(this)),
       m_previousButton(new QPushButton(this)),
@@ -128,13 +130,9 @@ QWidget* Wizard::makeAgreementPage() {
 QWidget* Wizard::makeMonitorPage() {
     m_importButton->setObjectName(QStringLiteral("importBackupButton"));
     m_importButton->setAutoDefault(false);
-    // What it opens does not exist yet.
-    m_importButton->setEnabled(false);
-    m_importButton->setToolTip(tr("Backups cannot be imported yet."));
     m_backupFile->setObjectName(QStringLiteral("backupFileEdit"));
     m_backupFile->setAccessibleName(tr("Backup file"));
     m_backupFile->setReadOnly(true);
-    m_backupFile->setEnabled(false);
     auto* backup = new QHBoxLayout;
     backup->addWidget(m_importButton);
     backup->addWidget(m_backupFile, 1);
@@ -154,6 +152,13 @@ QWidget* Wizard::makeMonitorPage() {
 void Wizard::setUpEvents() {
     connect(m_previousButton, &QPushButton::clicked, this, &Wizard::previous);
     connect(m_nextButton, &QPushButton::clicked, this, &Wizard::next);
+    connect(m_importButton, &QPushButton::clicked, this, [this] {
+        guarded(tr("Wizard: Import backup failed."), [this] { m_backups->importBackup(); });
+    });
+    connect(m_backups, &Backups::aboutToImport, m_backupFile, [this](const QString& file) {
+        m_backupFile->setText(QDir::toNativeSeparators(file));
+    });
+    connect(m_backups, &Backups::ended, m_folders, &WatchedFoldersEditor::reload);
 }
 
 /// The chain that begins with the program's start may come to starting it only now.

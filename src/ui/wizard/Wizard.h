@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+class Backups;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -57,6 +58,7 @@ private:
     QPushButton* m_importButton;
     QLineEdit* m_backupFile;
     WatchedFoldersEditor* m_folders;
+    Backups* m_backups;
     QProgressBar* m_progress;
     QLabel* m_progressLabel;
     QPushButton* m_previousButton;

@@ -3,6 +3,7 @@
 #include <sys/mount.h>
 
 #include <chrono>
+#include <filesystem>
 
 using namespace Stemhaven;
 
@@ -64,5 +65,50 @@ TEST_F(MonitorFixture, FollowsBundlesOfTheSameNumberOnTwoVolumesAtOnce) {
     ASSERT_TRUE(QFile::rename(at("one/0.logicx"), at("one/1.logicx")));
     ASSERT_TRUE(QFile::rename(at("two/0.logicx"), at("two/1.logicx")));
     EXPECT_TRUE(becomes("1.logicx"));
+    m_monitor.reset();
+}
+
+TEST_F(MonitorFixture, ABundleThatIsCopiedToAnotherVolumeAndThenDeletedKeepsItsStars) {
+    namespace fs = std::filesystem;
+    ASSERT_TRUE(QDir().mkpath(at("one")) && QDir().mkpath(at("two")));
+    const Volume one(at("one").toStdString());
+    const Volume two(at("two").toStdString());
+    if (!one.isMounted() || !two.isMounted())
+        GTEST_SKIP() << "no right to mount";
+    m_database.rootRows("UPDATE root_project_search_paths SET root_search_path=root_search_path || '/one'");
+    m_database.rootRows(RootPathStatements::insert(at("two")));
+    // As `mv` does it.
+    const auto copy = [&](const QString& name) {
+        const fs::path from(at("one/" + name).toStdString());
+        const fs::path to(at("two/" + name).toStdString());
+        fs::copy(from, to, fs::copy_options::recursive);
+        const auto* const information = "Resources/ProjectInformation.plist";
+        fs::last_write_time(to / information, fs::last_write_time(from / information));
+    };
+    const auto becomes = [&](const QStringList& expected) {
+        return waitUntil(
+            [&] {
+                return expected ==
+                    m_database.rows("SELECT substr(filepath, -4) || filename, star_rating FROM projects "
+                                    "ORDER BY filepath || filename");
+            },
+            15);
+    };
+    makeBundle("one/0.logicx");
+    makeBundle("one/1.logicx");
+    makeBundle("one/2.logicx");
+    QSettings().setValue(SettingsKeys::searchWasInProgress, true);
+    m_monitor = std::make_unique<ProjectMonitor>(*m_database.tasks, std::chrono::milliseconds(100));
+    ASSERT_TRUE(becomes({"one/0.logicx|0", "one/1.logicx|0", "one/2.logicx|0"}));
+    m_database.rows("UPDATE projects SET star_rating=5");
+    ASSERT_TRUE(waitUntil([&] { return !m_monitor->isSearching() && !m_monitor->isChecking(); }));
+    copy("0.logicx");
+    copy("1.logicx");
+    ASSERT_TRUE(
+        becomes({"one/0.logicx|5", "one/1.logicx|5", "one/2.logicx|5", "two/0.logicx|0", "two/1.logicx|0"}));
+    m_database.rows("UPDATE projects SET star_rating=2 WHERE filepath || filename LIKE '%two/1.logicx'");
+    ASSERT_TRUE(QDir(at("one/1.logicx")).removeRecursively() && QDir(at("one/0.logicx")).removeRecursively());
+    EXPECT_TRUE(
+        becomes({"one/0.logicx|5", "one/1.logicx|5", "one/2.logicx|5", "two/0.logicx|5", "two/1.logicx|2"}));
     m_monitor.reset();
 }

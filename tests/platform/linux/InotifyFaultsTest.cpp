@@ -1,4 +1,5 @@
 #include "WatchedFolder.h"
+#include "platform/linux/BundleStamp.h"
 #include "support/LogCapture.h"
 
 #include <sys/inotify.h>
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <cstring>
 #include <future>
+#include <set>
 #include <stdexcept>
 
 namespace Stemhaven {
@@ -21,6 +23,11 @@ public:
     int open() override { return m_refusals-- > 0 ? refuse(EMFILE) : InotifyCalls::open(); }
 
     int addWatch(int descriptor, const char* path, std::uint32_t mask) override {
+        const fs::path folder(path);
+        if (folder.parent_path().filename() == "Alternatives") {
+            const std::lock_guard lock(m_alternativesMutex);
+            m_alternatives.insert(folder.filename().string());
+        }
         if (std::strstr(path, "New") != nullptr && m_throws.exchange(false))
             throw std::runtime_error("thrown");
         if (!m_mayEnter && std::strstr(path, "NoEntry") != nullptr)
@@ -32,7 +39,6 @@ public:
         if (std::strstr(path, "Big") != nullptr && m_limit-- <= 0)
             return refuse(ENOSPC);
         const int watch = InotifyCalls::addWatch(descriptor, path, mask);
-        const fs::path folder(path);
         if (folder.filename() == "Restless.logicx" && fs::exists(folder))
             fs::rename(folder, folder.parent_path() / "Settled.logicx");
         return watch;
@@ -61,7 +67,16 @@ public:
     std::atomic<bool> m_isHanging = false;
     std::promise<void> m_answers;
 
+    /// Of all bundles, those that a watch was asked for.
+    std::set<std::string> watchedAlternatives() {
+        const std::lock_guard lock(m_alternativesMutex);
+        return m_alternatives;
+    }
+
 private:
+    std::mutex m_alternativesMutex;
+    std::set<std::string> m_alternatives;
+
     static int refuse(int error) {
         errno = error;
         return -1;
@@ -115,6 +130,37 @@ TEST_F(InotifyFaults, AfterLostEventsTheDiskIsLookedAt) {
 
         expectAllFollowed();
     }
+}
+
+TEST_F(InotifyFaults, OnlyWhatCanBeAnAlternativeTakesAWatchHoweverMuchLiesBesideIt) {
+    const fs::path alternatives = "Music/A.logicx/Alternatives";
+    const auto fill = [&](int first, int last) {
+        for (int i = first; i < last; ++i)
+            fs::create_directory(alternatives / ("1" + std::to_string(1000 + i)));
+    };
+    makeBundle("Music/A.logicx");
+    fs::create_directory(alternatives / "001");
+    fs::create_directory(alternatives / "7");
+    fs::create_directory_symlink("001", alternatives / "002");
+    writeFile(alternatives / "003");
+    for (const int others : {0, 5000}) {
+        SCOPED_TRACE(others);
+        fill(0, others);
+        ASSERT_TRUE(start({m_calls}));
+        EXPECT_EQ(m_calls.watchedAlternatives(), (std::set<std::string>{"000", "001"}));
+        const auto before = BundleStamp::of("Music/A.logicx");
+        writeFile(alternatives / "001/MetaData.plist", std::string(1 + others, 'x'));
+        EXPECT_NE(BundleStamp::of("Music/A.logicx"), before);
+    }
+    settleAndForget();
+    fill(5000, 5050);
+    fs::create_directory(alternatives / "010");
+    ASSERT_TRUE(waitFor(alternatives / "010", created));
+    EXPECT_EQ(m_calls.watchedAlternatives(), (std::set<std::string>{"000", "001", "010"}));
+    // Together they are one event.
+    EXPECT_EQ(flags(), (Flags{{alternatives, modified}, {alternatives / "010", created}}));
+    writeFile(alternatives / "010/MetaData.plist");
+    EXPECT_TRUE(waitFor(alternatives / "010/MetaData.plist", modified));
 }
 
 TEST_F(InotifyFaults, AHandlerThatThrowsIsCalledAgain) {
