@@ -1150,6 +1150,86 @@
         <source>Could not save project release details</source>
         <translation>Die Veröffentlichungsdetails des Projekts konnten nicht gespeichert werden</translation>
     </message>
+    <message>
+        <source>%1 projects rated</source>
+        <translation>%1 Projekte bewertet</translation>
+    </message>
+    <message>
+        <source>Rating of %1 projects removed</source>
+        <translation>Bewertung von %1 Projekten entfernt</translation>
+    </message>
+    <message>
+        <source>Progress of %1 projects changed</source>
+        <translation>Fortschritt von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Arrangement status of %1 projects changed</source>
+        <translation>Stand des Arrangements von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Lyrics status of %1 projects changed</source>
+        <translation>Stand des Textes von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Recording status of %1 projects changed</source>
+        <translation>Stand der Aufnahmen von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Mix/Master status of %1 projects changed</source>
+        <translation>Stand von Mix/Master von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>%1 projects added to the collection</source>
+        <translation>%1 Projekte zur Sammlung hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Genre of %1 projects set</source>
+        <translation>Genre von %1 Projekten festgelegt</translation>
+    </message>
+    <message>
+        <source>Tag added to %1 projects</source>
+        <translation>Tag zu %1 Projekten hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Project removed from the collection</source>
+        <translation>Projekt aus der Sammlung entfernt</translation>
+    </message>
+    <message>
+        <source>%1 projects removed from the collection</source>
+        <translation>%1 Projekte aus der Sammlung entfernt</translation>
+    </message>
+    <message>
+        <source>Project removed from the genre</source>
+        <translation>Projekt aus dem Genre entfernt</translation>
+    </message>
+    <message>
+        <source>%1 projects removed from the genre</source>
+        <translation>%1 Projekte aus dem Genre entfernt</translation>
+    </message>
+    <message>
+        <source>Tag removed from the project</source>
+        <translation>Tag vom Projekt entfernt</translation>
+    </message>
+    <message>
+        <source>Tag removed from %1 projects</source>
+        <translation>Tag von %1 Projekten entfernt</translation>
+    </message>
+    <message>
+        <source>%1 projects ignored</source>
+        <translation>%1 Projekte ignoriert</translation>
+    </message>
+    <message>
+        <source>%1 projects not ignored any more</source>
+        <translation>%1 Projekte nicht mehr ignoriert</translation>
+    </message>
+    <message>
+        <source>Record deleted</source>
+        <translation>Eintrag gelöscht</translation>
+    </message>
+    <message>
+        <source>%1 records deleted</source>
+        <translation>%1 Einträge gelöscht</translation>
+    </message>
 </context>
 <context>
     <name>ProjectMenus</name>
@@ -1547,6 +1627,26 @@
     <message>
         <source>Closing remove filter dialog failed.</source>
         <translation>Der Dialog zum Entfernen konnte nicht geschlossen werden.</translation>
+    </message>
+    <message>
+        <source>Saved search removed</source>
+        <translation>Gespeicherte Suche entfernt</translation>
+    </message>
+    <message>
+        <source>Collection removed</source>
+        <translation>Sammlung entfernt</translation>
+    </message>
+    <message>
+        <source>Genre removed</source>
+        <translation>Genre entfernt</translation>
+    </message>
+    <message>
+        <source>Tag removed</source>
+        <translation>Tag entfernt</translation>
+    </message>
+    <message>
+        <source>Status removed</source>
+        <translation>Stand entfernt</translation>
     </message>
 </context>
 <context>
@@ -2058,6 +2158,30 @@
         <source>Filename</source>
         <translation>Dateiname</translation>
     </message>
+    <message>
+        <source>Genre</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Arrangement</source>
+        <translation>Arrangement</translation>
+    </message>
+    <message>
+        <source>Lyrics</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Mix/Master</source>
+        <translation>Mix/Master</translation>
+    </message>
 </context>
 <context>
     <name>TableColumns</name>
@@ -2075,6 +2199,103 @@
     <message>
         <source>Search save failed.</source>
         <translation>Die Suche konnte nicht gespeichert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>UndoOffer</name>
+    <message>
+        <source>Undo</source>
+        <translation>Widerrufen</translation>
+    </message>
+</context>
+<context>
+    <name>ValueMenu</name>
+    <message>
+        <source>%1 (some)</source>
+        <translation>%1 (einige)</translation>
+    </message>
+</context>
+<context>
+    <name>ValueMenus</name>
+    <message>
+        <source>&amp;No Stars</source>
+        <translation>&amp;Keine Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;1 Star</source>
+        <translation>&amp;1 Stern</translation>
+    </message>
+    <message>
+        <source>&amp;2 Stars</source>
+        <translation>&amp;2 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;3 Stars</source>
+        <translation>&amp;3 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;4 Stars</source>
+        <translation>&amp;4 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;5 Stars</source>
+        <translation>&amp;5 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;Arrangement</source>
+        <translation>&amp;Arrangement</translation>
+    </message>
+    <message>
+        <source>&amp;Lyrics</source>
+        <translation>&amp;Text</translation>
+    </message>
+    <message>
+        <source>&amp;Recording</source>
+        <translation>A&amp;ufnahmen</translation>
+    </message>
+    <message>
+        <source>&amp;Mix/Master</source>
+        <translation>&amp;Mix/Master</translation>
+    </message>
+    <message>
+        <source>Could not save arrangement status</source>
+        <translation>Der Stand des Arrangements konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save lyrics status</source>
+        <translation>Der Stand des Textes konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save recording status</source>
+        <translation>Der Stand der Aufnahmen konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save mix/master status</source>
+        <translation>Der Stand von Mix/Master konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save star rating</source>
+        <translation>Die Bewertung konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Setting project progress failed.</source>
+        <translation>Der Fortschritt konnte nicht gesetzt werden.</translation>
+    </message>
+    <message>
+        <source>Rati&amp;ng</source>
+        <translation>&amp;Bewertung</translation>
+    </message>
+    <message>
+        <source>Progr&amp;ess</source>
+        <translation>Fo&amp;rtschritt</translation>
+    </message>
+    <message>
+        <source>St&amp;atus</source>
+        <translation>St&amp;and</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
     </message>
 </context>
 <context>
