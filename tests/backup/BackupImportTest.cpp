@@ -277,6 +277,30 @@ TEST_F(ImportTest, GetsPastWhatEarlierTimesLeft) {
     }
 }
 
+TEST_F(ImportTest, AStartGetsPastFilesThatStayWhereTheyAre) {
+    // One that is in nobody's way must not bar the start.
+    const QString main = profile.live().mainDatabase;
+    inKilledProcess([&] { importArchive(killedAt(lastStep)); });
+    QFile::remove(main + ".last");
+    ASSERT_TRUE(QDir().mkpath(main + ".last/folder"));
+    EXPECT_TRUE(checkAtStart(profile.live(), now).mayStart());
+    EXPECT_EQ(profile.state(), imported);
+    QDir(main + ".last").removeRecursively();
+
+    // The journal of an import that was taken back, when the program has gone on and been killed.
+    fillAnew();
+    const QString journal = profile.live().profileFolder() + "/stemhaven-import.journal";
+    inKilledProcess([&] { importArchive(killedAt(commitStep)); });
+    const QByteArray kept = BackupProfile::read(journal);
+    checkAtStart(profile.live(), now);
+    EXPECT_EQ(profile.state(), before);
+    profile.leaveInLog("late");
+    BackupProfile::write(journal, kept);
+    checkAtStart(profile.live(), now);
+    EXPECT_EQ(BackupProfile::projects(main), (QStringList{"old", "late"}));
+    EXPECT_FALSE(QFile::exists(journal));
+}
+
 TEST_F(ImportTest, CopiesTheDatabasesAsideFirstAndSaysWhetherTheSchemaIsOld) {
     pack(R"(sqlite3 stemhaven-main.db "UPDATE details SET database_version='v1.0'")");
     const auto result = importArchive();
