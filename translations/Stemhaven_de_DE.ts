@@ -2729,6 +2729,14 @@
         <source>The settings file of the backup is not one. Stopping backup import...</source>
         <translation>Die Einstellungsdatei der Sicherung ist keine. Das Einspielen wird abgebrochen …</translation>
     </message>
+    <message>
+        <source>The backup is larger than what there is room for. Stopping backup import...</source>
+        <translation>Für die Sicherung ist nicht genug Platz. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>It is unpacked beside its file. Make room there, or copy it to a larger disk.</source>
+        <translation>Sie wird neben ihrer Datei ausgepackt. Schaffe dort Platz oder kopiere sie auf einen größeren Datenträger.</translation>
+    </message>
 </context>
 <context>
     <name>Stemhaven::BackupExport</name>

@@ -9,6 +9,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
+#include <QStorageInfo>
+
+#include <algorithm>
 
 namespace Stemhaven {
 
@@ -94,6 +97,9 @@ void BackupImport::checkArchive(BackupSteps& steps) {
     qInfo().noquote().nospace() << "Starting import of backup: " << m_file << " -> " << m_folder;
     steps.next(tr("Checking the backup"));
     m_contents.checkList();
+    constexpr qint64 largest = 16LL << 30;
+    const QStorageInfo disk(QFileInfo(m_file).path());
+    m_contents.checkSize(disk.isValid() ? std::min(largest, disk.bytesAvailable()) : largest);
 }
 
 void BackupImport::makeFolder() {

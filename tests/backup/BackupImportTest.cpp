@@ -122,6 +122,24 @@ TEST_F(ImportTest, RefusesWhatIsNoBackupBeforeAnythingIsTouched) {
     }
 }
 
+TEST_F(ImportTest, UnpacksNoMoreThanThereIsRoomFor) {
+    pack("truncate -s 17M Stemhaven.conf");
+    int steps = 0;
+    const auto result = importArchive([&](const BackupProgress& progress) {
+        steps = progress.step;
+        return true;
+    });
+    EXPECT_EQ(result.message, "The settings file of the backup is not one. Stopping backup import...");
+    EXPECT_EQ(steps, 1) << "before it is unpacked";
+
+    pack("true");
+    const BackupContents contents(TarArchive(archive), profile.there() + "/none", profile.live());
+    constexpr qint64 enough = 1 << 20;
+    EXPECT_NO_THROW(contents.checkSize(enough));
+    EXPECT_THROW(contents.checkSize(20'000), BackupError);
+    expectUntouched("size");
+}
+
 TEST_F(ImportTest, TakesAnArchiveWithAChangedByteOnlyIfItStillHoldsTheSame) {
     const QByteArray whole = BackupProfile::read(archive);
     for (qsizetype cut : {whole.size() - 1, whole.size() / 2, qsizetype(20)}) {
