@@ -78,6 +78,23 @@ TEST_F(CopiesTest, AreMadeOnceADayWhereSomethingChangedAndTheLastTenAreKept) {
     EXPECT_EQ(BackupProfile::projects(copies.all().first().folder + "/stemhaven-main.db").last(), "more");
 }
 
+TEST_F(CopiesTest, ThatAWrongClockDatedAreNotTakenForTheNewest) {
+    for (const int day : {400, 401}) {
+        addProject(QString::number(day));
+        ASSERT_EQ(copies.copyAside(noon.addDays(day)), Outcome::Made);
+    }
+    addProject("third");
+    EXPECT_TRUE(copies.isDue(noon));
+    EXPECT_EQ(copies.copyAside(noon), Outcome::Made);
+    EXPECT_FALSE(copies.isDue(noon));
+    const auto all = copies.all();
+    ASSERT_EQ(all.size(), 3);
+    EXPECT_EQ(all[0].made, noon.toUTC());
+    const qsizetype projects[] = {4, 3, 2};
+    for (int index = 0; index < 3; ++index)
+        EXPECT_EQ(BackupProfile::projects(all[index].folder + "/stemhaven-main.db").size(), projects[index]);
+}
+
 TEST_F(CopiesTest, HoldWhatIsInTheLogAlone) {
     profile.leaveInLog("late");
     EXPECT_EQ(copies.copyAside(noon), Outcome::Made);
