@@ -17,6 +17,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTimer>
 
@@ -278,7 +279,29 @@ TEST_F(BackupsTest, WhatFailsOrIsNotWantedChangesNothing) {
     };
     const auto filesBefore = files();
 
-    importBackup({choose(archive), answerBox(QMessageBox::No)});
+    actions().settings->trigger();
+    const QPointer preferences = window->findChild<PreferencesDialog*>();
+    importBackup({choose(archive), [&] {
+                      EXPECT_FALSE(shown<QMessageBox>() && preferences->isVisible());
+                      return answerBox(QMessageBox::No)();
+                  }});
+    expectUntouched();
+    ASSERT_TRUE(preferences && preferences->isVisible()) << "nothing of it is of another catalogue";
+    preferences->close();
+
+    // The program ends while the import waits: nobody is to be asked any more.
+    std::atomic<bool> isHeld = true;
+    tasks().addTask(std::make_shared<Stemhaven::SimpleTask>([&] {
+        while (isHeld)
+            QThread::usleep(200);
+    }));
+    importBackup({choose(archive), [&] {
+                      if (!shown<BackupDialog>())
+                          return false;
+                      EXPECT_FALSE(shown<BackupDialog>()->close());
+                      isHeld = false;
+                      return true;
+                  }});
     expectUntouched();
 
     const QString wrongName = there + "/backup.zip";
