@@ -2,6 +2,7 @@
 
 #include "BackupProfile.h"
 #include "backup/StartCheck.h"
+#include "support/FullDisk.h"
 #include "support/LogCapture.h"
 
 #include <QFileInfo>
@@ -162,6 +163,21 @@ TEST_F(CopiesTest, TheNewestGoodOneTakesThePlaceOfADamagedDatabase) {
 
 TEST_F(CopiesTest, StartsLeaveAloneWhatTheyCannotMakeBetter) {
     const auto live = profile.live();
+    ASSERT_EQ(copies.copyAside(noon), Outcome::Made);
+    damage(live.mainDatabase, 0);
+    const QByteArray damaged = BackupProfile::read(live.mainDatabase);
+    {
+        const FullDisk disk(1);
+        const auto barred = checkAtStart(live, noon);
+        EXPECT_FALSE(barred.mayStart());
+        EXPECT_EQ(barred.unrestored, QStringList(live.mainDatabase));
+        EXPECT_TRUE(textOf(barred).contains("start Stemhaven again"));
+    }
+    EXPECT_EQ(BackupProfile::read(live.mainDatabase), damaged);
+    EXPECT_EQ(checkAtStart(live, noon).restored.size(), 1);
+    QDir(live.profileFolder() + "/Backups").removeRecursively();
+    QFile::remove(live.profileFolder() + '/' + damagedNames().value(0));
+    profile.fill("first");
     damage(live.mainDatabase, 0);
     const auto state = profile.state();
     const auto report = checkAtStart(live, noon);
