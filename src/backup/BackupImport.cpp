@@ -108,7 +108,11 @@ void BackupImport::makeFolder() {
         throw BackupError(
             tr("The folder %1 exists already. Stopping backup import...").arg(m_folder), {},
             tr("The backup is unpacked into a folder of its name. Move or rename the one that is there."));
-    if (!m_work.remember(m_folder, {}) || !QDir().mkdir(m_folder)) {
+    if (!m_work.remember(m_folder, {}))
+        throw BackupError(
+            tr("Could not write to the folder %1. Stopping backup import...").arg(m_live.profileFolder()), {},
+            tr("The databases are there. Check that the disk is not full and that you may write to it."));
+    if (!QDir().mkdir(m_folder)) {
         m_work.forget();
         throw BackupError(
             tr("Could not create the folder %1. Stopping backup import...").arg(m_folder), {},

@@ -9,6 +9,7 @@
 #include "ui/edits/EditHistory.h"
 #include "ui/edits/SelectionEditor.h"
 #include "ui/preferences/PreferencesDialog.h"
+#include "ui/recovery/RecoverDialog.h"
 #include "ui/table/TableColumns.h"
 #include "ui/wizard/Wizard.h"
 
@@ -204,6 +205,8 @@ TEST_F(BackupsTest, AnImportBringsBackWhatTheWindowShowedWithoutARestart) {
     actions().hideSidebar->trigger();
     actions().hideIgnored->setChecked(false);
     search("m");
+    database.rows(
+        "UPDATE projects SET publicly_released=1, release_date=strftime('%s','now') WHERE name='Amber'");
     settle();
     const QStringList before = state();
     const auto shownColumns = columns();
@@ -224,6 +227,11 @@ TEST_F(BackupsTest, AnImportBringsBackWhatTheWindowShowedWithoutARestart) {
     EXPECT_EQ(monitor.rootSearchPaths(), QStringList(second));
     settle();
     actions().settings->trigger();
+    actions().recoverProjects->trigger();
+    database.rows("UPDATE projects SET publicly_released=0");
+    actions().releaseCalendar->trigger();
+    const auto& releases = child<QLabel>("releaseCountLabel");
+    EXPECT_TRUE(waitUntil([&] { return releases.text().startsWith("No release"); }));
     // An edit that may be still queued when the import begins.
     rate(0, 5);
     EXPECT_TRUE(actions().undo->isEnabled());
@@ -233,8 +241,10 @@ TEST_F(BackupsTest, AnImportBringsBackWhatTheWindowShowedWithoutARestart) {
                       EXPECT_EQ(part<QProgressBar>("progressBar").value(), 100);
                   })});
     EXPECT_FALSE(actions().undo->isEnabled());
-    const auto* preferences = window->findChild<PreferencesDialog*>();
-    EXPECT_FALSE(preferences && preferences->isVisible());
+    // What was found and shown is of another catalogue.
+    EXPECT_TRUE(waitUntil(
+        [&] { return !window->findChild<PreferencesDialog*>() && !window->findChild<RecoverDialog*>(); }));
+    EXPECT_TRUE(waitUntil([&] { return releases.text().startsWith("1 release"); }));
     ASSERT_TRUE(waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); }));
     EXPECT_EQ(monitor.rootSearchPaths(), QStringList(database.folder.filePath("first") + '/'));
     settle();
