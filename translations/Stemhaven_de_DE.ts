@@ -2950,6 +2950,14 @@
         <source>The settings file of the backup is not one. Stopping backup import...</source>
         <translation>Die Einstellungsdatei der Sicherung ist keine. Das Einspielen wird abgebrochen …</translation>
     </message>
+    <message>
+        <source>The backup is larger than what there is room for. Stopping backup import...</source>
+        <translation>Für die Sicherung ist nicht genug Platz. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>It is unpacked beside its file. Make room there, or copy it to a larger disk.</source>
+        <translation>Sie wird neben ihrer Datei ausgepackt. Schaffe dort Platz oder kopiere sie auf einen größeren Datenträger.</translation>
+    </message>
 </context>
 <context>
     <name>Stemhaven::BackupExport</name>
@@ -3188,6 +3196,14 @@
         <source>Could not bring the database from backup up to date. Stopping backup import...</source>
         <translation>Die Datenbank der Sicherung konnte nicht auf den neuesten Stand gebracht werden. Das Einspielen wird abgebrochen …</translation>
     </message>
+    <message>
+        <source>Could not write to the folder %1. Stopping backup import...</source>
+        <translation>In den Ordner %1 konnte nicht geschrieben werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>The databases are there. Check that the disk is not full and that you may write to it.</source>
+        <translation>Dort liegen die Datenbanken. Prüfe, ob auf dem Datenträger Platz ist und du darauf schreiben darfst.</translation>
+    </message>
 </context>
 <context>
     <name>Stemhaven::StartCheck</name>
@@ -3207,6 +3223,10 @@
     <message>
         <source>An import of a backup was interrupted, and its files could not be put right. Check that you may write to the folders of Stemhaven and that the disk is not full, and start it again.</source>
         <translation>Das Einspielen einer Sicherung wurde unterbrochen, und seine Dateien ließen sich nicht in Ordnung bringen. Prüfe, ob du in die Ordner von Stemhaven schreiben darfst und der Datenträger nicht voll ist, und starte es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The file %1 is damaged, and its newest good copy could not be put in its place. Check that you may write to the folder and that the disk is not full, and start Stemhaven again.</source>
+        <translation>Die Datei %1 ist beschädigt, und ihre neueste gute Kopie konnte nicht an ihre Stelle gesetzt werden. Prüfe, ob du in den Ordner schreiben darfst und auf dem Datenträger Platz ist, und starte Stemhaven neu.</translation>
     </message>
 </context>
 </TS>
