@@ -5,14 +5,18 @@
 #include "backup/BackupExport.h"
 #include "backup/BackupImport.h"
 #include "backup/StartCheck.h"
+#include "database/DatabaseInit.h"
+#include "database/TaskManager.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QEventLoop>
 
 #include <unistd.h>
 
 #include <cstdio>
 #include <iostream>
+#include <optional>
 #include <string>
 
 using namespace Stemhaven;
@@ -71,6 +75,24 @@ bool exportBackup(const LiveFiles& live, const QString& folder) {
     return report(result);
 }
 
+/// Without a window there is no manager that runs; this one is gone with its connections before the import
+/// goes on.
+bool bringUpToDate(const LiveFiles& live) {
+    TaskManager tasks(live.mainDatabase, live.rootPathsDatabase);
+    std::optional<bool> succeeded;
+    QEventLoop untilDone;
+    const auto end = [&](bool success) {
+        succeeded = success;
+        untilDone.quit();
+    };
+    initDatabase(
+        tasks, [&] { end(true); }, [&] { end(false); });
+    while (!succeeded)
+        untilDone.exec();
+    tasks.shutDown();
+    return *succeeded;
+}
+
 bool importBackup(const LiveFiles& live, const QString& file, bool isAgreed) {
     if (!BackupImport::hasNameOfBackup(file)) {
         printError(BackupImport::notABackupText());
@@ -81,7 +103,7 @@ bool importBackup(const LiveFiles& live, const QString& file, bool isAgreed) {
         return false;
     BackupImport command(live, file, QDateTime::currentDateTime());
     print(command.workingText());
-    return report(command.run(printStep));
+    return report(command.run(printStep, [&] { return bringUpToDate(live); }));
 }
 
 } // namespace

@@ -3,11 +3,13 @@
 #include "CommandLine.h"
 #include "app/Paths.h"
 #include "app/logging/PrintableText.h"
+#include "backup/StartCheck.h"
 #include "database/DatabaseFile.h"
 #include "platform/TerminationSignals.h"
 #include "project/RecoveryRun.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDeadlineTimer>
 
 #include <poll.h>
@@ -107,6 +109,14 @@ bool isConfirmed(const QString& question, Interruption& interruption) {
 } // namespace
 
 bool runRecoverCommand(const CommandLine& commandLine) {
+    // A dry run changes nothing, so what an interrupted import left stays for the next start.
+    if (!commandLine.dryRun) {
+        const auto start = checkAtStart(LiveFiles::ofProgram(), QDateTime::currentDateTime());
+        if (start.isRemarkable())
+            printError(textOf(start));
+        if (start.import == FileSwap::Repair::Failed)
+            return false;
+    }
     DatabaseFile database(rootPathsDatabasePath());
     const auto folders = database.rootPaths();
     if (!folders) {

@@ -1150,6 +1150,86 @@
         <source>Could not save project release details</source>
         <translation>Die Veröffentlichungsdetails des Projekts konnten nicht gespeichert werden</translation>
     </message>
+    <message>
+        <source>%1 projects rated</source>
+        <translation>%1 Projekte bewertet</translation>
+    </message>
+    <message>
+        <source>Rating of %1 projects removed</source>
+        <translation>Bewertung von %1 Projekten entfernt</translation>
+    </message>
+    <message>
+        <source>Progress of %1 projects changed</source>
+        <translation>Fortschritt von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Arrangement status of %1 projects changed</source>
+        <translation>Stand des Arrangements von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Lyrics status of %1 projects changed</source>
+        <translation>Stand des Textes von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Recording status of %1 projects changed</source>
+        <translation>Stand der Aufnahmen von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>Mix/Master status of %1 projects changed</source>
+        <translation>Stand von Mix/Master von %1 Projekten geändert</translation>
+    </message>
+    <message>
+        <source>%1 projects added to the collection</source>
+        <translation>%1 Projekte zur Sammlung hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Genre of %1 projects set</source>
+        <translation>Genre von %1 Projekten festgelegt</translation>
+    </message>
+    <message>
+        <source>Tag added to %1 projects</source>
+        <translation>Tag zu %1 Projekten hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Project removed from the collection</source>
+        <translation>Projekt aus der Sammlung entfernt</translation>
+    </message>
+    <message>
+        <source>%1 projects removed from the collection</source>
+        <translation>%1 Projekte aus der Sammlung entfernt</translation>
+    </message>
+    <message>
+        <source>Project removed from the genre</source>
+        <translation>Projekt aus dem Genre entfernt</translation>
+    </message>
+    <message>
+        <source>%1 projects removed from the genre</source>
+        <translation>%1 Projekte aus dem Genre entfernt</translation>
+    </message>
+    <message>
+        <source>Tag removed from the project</source>
+        <translation>Tag vom Projekt entfernt</translation>
+    </message>
+    <message>
+        <source>Tag removed from %1 projects</source>
+        <translation>Tag von %1 Projekten entfernt</translation>
+    </message>
+    <message>
+        <source>%1 projects ignored</source>
+        <translation>%1 Projekte ignoriert</translation>
+    </message>
+    <message>
+        <source>%1 projects not ignored any more</source>
+        <translation>%1 Projekte nicht mehr ignoriert</translation>
+    </message>
+    <message>
+        <source>Record deleted</source>
+        <translation>Eintrag gelöscht</translation>
+    </message>
+    <message>
+        <source>%1 records deleted</source>
+        <translation>%1 Einträge gelöscht</translation>
+    </message>
 </context>
 <context>
     <name>ProjectMenus</name>
@@ -1547,6 +1627,26 @@
     <message>
         <source>Closing remove filter dialog failed.</source>
         <translation>Der Dialog zum Entfernen konnte nicht geschlossen werden.</translation>
+    </message>
+    <message>
+        <source>Saved search removed</source>
+        <translation>Gespeicherte Suche entfernt</translation>
+    </message>
+    <message>
+        <source>Collection removed</source>
+        <translation>Sammlung entfernt</translation>
+    </message>
+    <message>
+        <source>Genre removed</source>
+        <translation>Genre entfernt</translation>
+    </message>
+    <message>
+        <source>Tag removed</source>
+        <translation>Tag entfernt</translation>
+    </message>
+    <message>
+        <source>Status removed</source>
+        <translation>Stand entfernt</translation>
     </message>
 </context>
 <context>
@@ -2058,6 +2158,30 @@
         <source>Filename</source>
         <translation>Dateiname</translation>
     </message>
+    <message>
+        <source>Genre</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Arrangement</source>
+        <translation>Arrangement</translation>
+    </message>
+    <message>
+        <source>Lyrics</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Mix/Master</source>
+        <translation>Mix/Master</translation>
+    </message>
 </context>
 <context>
     <name>TableColumns</name>
@@ -2075,6 +2199,103 @@
     <message>
         <source>Search save failed.</source>
         <translation>Die Suche konnte nicht gespeichert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>UndoOffer</name>
+    <message>
+        <source>Undo</source>
+        <translation>Widerrufen</translation>
+    </message>
+</context>
+<context>
+    <name>ValueMenu</name>
+    <message>
+        <source>%1 (some)</source>
+        <translation>%1 (einige)</translation>
+    </message>
+</context>
+<context>
+    <name>ValueMenus</name>
+    <message>
+        <source>&amp;No Stars</source>
+        <translation>&amp;Keine Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;1 Star</source>
+        <translation>&amp;1 Stern</translation>
+    </message>
+    <message>
+        <source>&amp;2 Stars</source>
+        <translation>&amp;2 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;3 Stars</source>
+        <translation>&amp;3 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;4 Stars</source>
+        <translation>&amp;4 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;5 Stars</source>
+        <translation>&amp;5 Sterne</translation>
+    </message>
+    <message>
+        <source>&amp;Arrangement</source>
+        <translation>&amp;Arrangement</translation>
+    </message>
+    <message>
+        <source>&amp;Lyrics</source>
+        <translation>&amp;Text</translation>
+    </message>
+    <message>
+        <source>&amp;Recording</source>
+        <translation>A&amp;ufnahmen</translation>
+    </message>
+    <message>
+        <source>&amp;Mix/Master</source>
+        <translation>&amp;Mix/Master</translation>
+    </message>
+    <message>
+        <source>Could not save arrangement status</source>
+        <translation>Der Stand des Arrangements konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save lyrics status</source>
+        <translation>Der Stand des Textes konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save recording status</source>
+        <translation>Der Stand der Aufnahmen konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save mix/master status</source>
+        <translation>Der Stand von Mix/Master konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Could not save star rating</source>
+        <translation>Die Bewertung konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Setting project progress failed.</source>
+        <translation>Der Fortschritt konnte nicht gesetzt werden.</translation>
+    </message>
+    <message>
+        <source>Rati&amp;ng</source>
+        <translation>&amp;Bewertung</translation>
+    </message>
+    <message>
+        <source>Progr&amp;ess</source>
+        <translation>Fo&amp;rtschritt</translation>
+    </message>
+    <message>
+        <source>St&amp;atus</source>
+        <translation>St&amp;and</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
     </message>
 </context>
 <context>
@@ -2729,6 +2950,14 @@
         <source>The settings file of the backup is not one. Stopping backup import...</source>
         <translation>Die Einstellungsdatei der Sicherung ist keine. Das Einspielen wird abgebrochen …</translation>
     </message>
+    <message>
+        <source>The backup is larger than what there is room for. Stopping backup import...</source>
+        <translation>Für die Sicherung ist nicht genug Platz. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>It is unpacked beside its file. Make room there, or copy it to a larger disk.</source>
+        <translation>Sie wird neben ihrer Datei ausgepackt. Schaffe dort Platz oder kopiere sie auf einen größeren Datenträger.</translation>
+    </message>
 </context>
 <context>
     <name>Stemhaven::BackupExport</name>
@@ -2967,6 +3196,14 @@
         <source>Could not bring the database from backup up to date. Stopping backup import...</source>
         <translation>Die Datenbank der Sicherung konnte nicht auf den neuesten Stand gebracht werden. Das Einspielen wird abgebrochen …</translation>
     </message>
+    <message>
+        <source>Could not write to the folder %1. Stopping backup import...</source>
+        <translation>In den Ordner %1 konnte nicht geschrieben werden. Das Einspielen wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>The databases are there. Check that the disk is not full and that you may write to it.</source>
+        <translation>Dort liegen die Datenbanken. Prüfe, ob auf dem Datenträger Platz ist und du darauf schreiben darfst.</translation>
+    </message>
 </context>
 <context>
     <name>Stemhaven::StartCheck</name>
@@ -2986,6 +3223,10 @@
     <message>
         <source>An import of a backup was interrupted, and its files could not be put right. Check that you may write to the folders of Stemhaven and that the disk is not full, and start it again.</source>
         <translation>Das Einspielen einer Sicherung wurde unterbrochen, und seine Dateien ließen sich nicht in Ordnung bringen. Prüfe, ob du in die Ordner von Stemhaven schreiben darfst und der Datenträger nicht voll ist, und starte es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The file %1 is damaged, and its newest good copy could not be put in its place. Check that you may write to the folder and that the disk is not full, and start Stemhaven again.</source>
+        <translation>Die Datei %1 ist beschädigt, und ihre neueste gute Kopie konnte nicht an ihre Stelle gesetzt werden. Prüfe, ob du in den Ordner schreiben darfst und auf dem Datenträger Platz ist, und starte Stemhaven neu.</translation>
     </message>
 </context>
 </TS>

@@ -13,6 +13,7 @@ namespace Stemhaven {
 namespace {
 
 const QString logStart = QStringLiteral("Backup import: ");
+constexpr qint64 largestSettings = 16 << 20;
 
 } // namespace
 
@@ -46,6 +47,18 @@ void BackupContents::checkList() const {
     }
     if (!missing.isEmpty())
         throw BackupError(tr("Required file not found: %1").arg(missing.front()));
+}
+
+void BackupContents::checkSize(qint64 most) const {
+    const QString settings = QFileInfo(m_live.settings).fileName();
+    for (const auto& member : m_archive.members().value_or(QList<TarArchive::Member>())) {
+        if (nameInArchive(member.name) == settings && !m_archive.holdsAtMost(largestSettings, {member.name}))
+            failSettings();
+    }
+    if (!m_archive.holdsAtMost(most))
+        throw BackupError(
+            tr("The backup is larger than what there is room for. Stopping backup import..."), {},
+            tr("It is unpacked beside its file. Make room there, or copy it to a larger disk."));
 }
 
 void BackupContents::unpack() const {
@@ -113,15 +126,18 @@ void BackupContents::checkRootPathsDatabase() const {
 
 void BackupContents::checkSettings() const {
     const QString file = replacementOf(m_live.settings);
-    constexpr qint64 largest = 16 << 20;
     const qint64 size = QFileInfo(file).size();
     const auto isGood = [&] {
         const QSettings settings(file, QSettings::NativeFormat);
         // What is no settings file may still be read as one without a key.
         return !settings.allKeys().isEmpty() && settings.status() == QSettings::NoError;
     };
-    if (size > largest || (size > 0 && !isGood()))
-        throw BackupError(tr("The settings file of the backup is not one. Stopping backup import..."));
+    if (size > largestSettings || (size > 0 && !isGood()))
+        failSettings();
+}
+
+void BackupContents::failSettings() {
+    throw BackupError(tr("The settings file of the backup is not one. Stopping backup import..."));
 }
 
 } // namespace Stemhaven

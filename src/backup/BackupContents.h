@@ -22,6 +22,10 @@ public:
     /// That the archive is whole and has nothing but the three plain files. Before it is unpacked.
     void checkList() const;
 
+    /// That the members, unpacked, have no more bytes than that together: a small archive can hold a file
+    /// that fills the disk. After checkList().
+    void checkSize(qint64 most) const;
+
     /// Unpacks into the folder, which exists and is empty.
     void unpack() const;
 
@@ -38,6 +42,8 @@ public:
     QString replacementOf(const QString& live) const;
 
 private:
+    [[noreturn]] static void failSettings();
+
     TarArchive m_archive;
     QString m_folder;
     LiveFiles m_live;

@@ -238,22 +238,30 @@ void BackupDialog::exportBackup() {
 }
 
 void BackupDialog::importBackup() {
+    // Nobody is to be asked when the program ends.
+    if (m_wasToBeClosed) {
+        giveUpImport();
+        return;
+    }
     auto* question = makeBox(
         this, QMessageBox::Question, BackupImport::questionText(), BackupImport::questionAdvice(),
         QMessageBox::Yes | QMessageBox::No);
     question->setDefaultButton(QMessageBox::No);
     connect(question, &QMessageBox::finished, this, [this](int answer) {
         attempt([&] {
-            if (answer == QMessageBox::Yes) {
+            if (answer == QMessageBox::Yes)
                 runImport();
-                return;
-            }
-            m_run->giveUp();
-            end(false);
-            reject();
+            else
+                giveUpImport();
         });
     });
     question->open();
+}
+
+void BackupDialog::giveUpImport() {
+    m_run->giveUp();
+    end(false);
+    reject();
 }
 
 void BackupDialog::runImport() {

@@ -73,6 +73,7 @@ private:
     void exportBackup();
     void importBackup();
     void runImport();
+    void giveUpImport();
     void say(const QString& status, const QString& step = {});
     void showProgress(const Stemhaven::BackupProgress& progress);
     void takeResult(const Stemhaven::BackupResult& result);

@@ -9,6 +9,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
+#include <QStorageInfo>
+
+#include <algorithm>
 
 namespace Stemhaven {
 
@@ -94,6 +97,9 @@ void BackupImport::checkArchive(BackupSteps& steps) {
     qInfo().noquote().nospace() << "Starting import of backup: " << m_file << " -> " << m_folder;
     steps.next(tr("Checking the backup"));
     m_contents.checkList();
+    constexpr qint64 largest = 16LL << 30;
+    const QStorageInfo disk(QFileInfo(m_file).path());
+    m_contents.checkSize(disk.isValid() ? std::min(largest, disk.bytesAvailable()) : largest);
 }
 
 void BackupImport::makeFolder() {
@@ -102,7 +108,11 @@ void BackupImport::makeFolder() {
         throw BackupError(
             tr("The folder %1 exists already. Stopping backup import...").arg(m_folder), {},
             tr("The backup is unpacked into a folder of its name. Move or rename the one that is there."));
-    if (!m_work.remember(m_folder, {}) || !QDir().mkdir(m_folder)) {
+    if (!m_work.remember(m_folder, {}))
+        throw BackupError(
+            tr("Could not write to the folder %1. Stopping backup import...").arg(m_live.profileFolder()), {},
+            tr("The databases are there. Check that the disk is not full and that you may write to it."));
+    if (!QDir().mkdir(m_folder)) {
         m_work.forget();
         throw BackupError(
             tr("Could not create the folder %1. Stopping backup import...").arg(m_folder), {},

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace Stemhaven {
@@ -60,6 +61,7 @@ bool DatabaseCopies::isDue(const QDateTime& now) const {
 
 DatabaseCopies::Outcome DatabaseCopies::copyAside(const QDateTime& now) const {
     removeAbandoned();
+    dateBack(now.toUTC());
     const auto before = all();
     const QString folder = freeFolder(now.toUTC());
     const QString part = folder + partSuffix;
@@ -134,6 +136,18 @@ QString DatabaseCopies::freeFolder(QDateTime time) const {
     while (isThere(folder()))
         time = time.addSecs(1);
     return folder();
+}
+
+/// The clock was wrong when they were made. They would pass for newer than every copy from now on, and so be
+/// kept and restored in its place.
+void DatabaseCopies::dateBack(const QDateTime& now) const {
+    auto copies = all();
+    copies.erase(
+        std::remove_if(copies.begin(), copies.end(), [&](const Copy& copy) { return copy.made <= now; }),
+        copies.end());
+    std::reverse(copies.begin(), copies.end());
+    for (const auto& copy : copies)
+        QDir().rename(copy.folder, freeFolder(now.addSecs(-copies.size())));
 }
 
 void DatabaseCopies::removeCopy(const QString& folder) const {

@@ -47,6 +47,7 @@ private:
     bool writeInto(const QString& folder) const;
     bool hasSameContents(const QString& one, const QString& other) const;
     QString freeFolder(QDateTime time) const;
+    void dateBack(const QDateTime& now) const;
     void removeCopy(const QString& folder) const;
     void removeAbandoned() const;
 

@@ -119,23 +119,40 @@ bool FileSwap::revert() const {
     return !journal || takeBack(*journal);
 }
 
+/// Puts the live file back after what belongs to the new one has gone, so that its return ends the matter:
+/// where the journal cannot be removed, and the program goes on, a later start must not take the log of what
+/// has been written since for the new file's.
+bool FileSwap::takeBack(const QString& live, const Journal& journal) {
+    const auto wasMissing = [&](const QString& file) {
+        return journal.missing.contains(QFileInfo(file).fileName());
+    };
+    const auto removed = [](const QString& file) {
+        return !isThere(file) || QFile::remove(file);
+    };
+    const auto putBack = [&](const QString& file) {
+        return !isThere(lastOf(file)) || (removed(file) && rename(lastOf(file), file));
+    };
+    const auto companions = companionsOf(live);
+    bool done = true;
+    if (isThere(lastOf(live)) || wasMissing(live)) {
+        for (const auto& companion : companions)
+            done = (!wasMissing(companion) || removed(companion)) && done;
+        done = done && (!wasMissing(live) || removed(live)) && putBack(live);
+    }
+    return std::all_of(companions.begin(), companions.end(), putBack) && done;
+}
+
 bool FileSwap::takeBack(const Journal& journal) const {
     bool done = true;
-    for (const auto& file : all()) {
-        const QString last = lastOf(file);
-        const bool isAside = isThere(last);
-        // A file that was there before, and is not aside, has not been touched.
-        if (!isAside && !journal.missing.contains(QFileInfo(file).fileName()))
-            continue;
-        const bool isAway = !isThere(file) || QFile::remove(file);
-        if (!isAway || (isAside && !rename(last, file)))
-            done = false;
-    }
-    if (done && flushFolders())
+    for (const auto& live : m_live)
+        done = takeBack(live, journal) && done;
+    if (done) {
+        flushFolders();
         QFile::remove(m_journal);
-    else
+    } else {
         qCritical() << "Some copy or rename operations were uncessessful while reverting after backup import "
                        "failure.";
+    }
     return done;
 }
 
@@ -143,8 +160,12 @@ FileSwap::Repair FileSwap::repair() const {
     const auto journal = read();
     if (!journal)
         return Repair::NothingToDo;
-    if (journal->committed)
-        return removeLast() ? Repair::Completed : Repair::Failed;
+    if (journal->committed) {
+        // What cannot be removed is in nobody's way.
+        if (!removeLast())
+            qWarning() << "Backup import could not remove all of the .last temporary files.";
+        return Repair::Completed;
+    }
     qWarning() << "Backup import failed. Reverting to last files if possible...";
     return takeBack(*journal) ? Repair::TakenBack : Repair::Failed;
 }

@@ -43,6 +43,7 @@ private:
     QStringList all() const;
     std::optional<Journal> read() const;
     bool write(const Journal& journal) const;
+    static bool takeBack(const QString& live, const Journal& journal);
     bool takeBack(const Journal& journal) const;
     bool clearLast(const QString& live) const;
     bool flushFolders() const;

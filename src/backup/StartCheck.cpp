@@ -108,6 +108,10 @@ StartReport checkAtStart(const LiveFiles& live, const QDateTime& now) {
         if (copy && putInPlaceOfDamaged(copy->folder + QLatin1Char('/') + name, database, damaged)) {
             qCritical().noquote() << "Moved aside to" << damaged << "and put in its place:" << copy->folder;
             report.restored.append({database, damaged, copy->made});
+        } else if (copy) {
+            // What is done to the damaged one would be lost once the copy takes its place.
+            qCritical().noquote() << "Could not put the copy in the place of" << database;
+            report.unrestored.append(database);
         } else if (QFileInfo(database).size() > 0) {
             qCritical().noquote() << "There is no good copy for" << database;
             if (foreignPart.isEmpty())
@@ -137,6 +141,13 @@ QString textOf(const StartReport& report) {
         texts.append(
             Texts::tr(
                 "The file %1 is damaged, and there is no good copy of it. Import a backup to replace it.")
+                .arg(QDir::toNativeSeparators(database)));
+    }
+    for (const auto& database : report.unrestored) {
+        texts.append(
+            Texts::tr("The file %1 is damaged, and its newest good copy could not be put in its place. Check "
+                      "that you may write to the folder and that the disk is not full, and start Stemhaven "
+                      "again.")
                 .arg(QDir::toNativeSeparators(database)));
     }
     for (const auto& foreign : report.foreign) {

@@ -27,6 +27,10 @@ struct StartReport {
     /// Damaged databases that there is no good copy for. They are where they were.
     QStringList damaged;
 
+    /// Damaged databases that there is a good copy for, which could not be put in their place, on a full disk
+    /// say. They are where they were.
+    QStringList unrestored;
+
     /// A database with contents that the program must not work with, and that there is no good copy for.
     struct Foreign {
         QString database;
@@ -36,7 +40,9 @@ struct StartReport {
     QList<Foreign> foreign;
 
     /// Whether the databases may be opened.
-    bool mayStart() const { return import != FileSwap::Repair::Failed && foreign.isEmpty(); }
+    bool mayStart() const {
+        return import != FileSwap::Repair::Failed && foreign.isEmpty() && unrestored.isEmpty();
+    }
 
     /// Whether the user should hear of it.
     bool isRemarkable() const { return !mayStart() || !restored.isEmpty() || !damaged.isEmpty(); }

@@ -90,6 +90,16 @@ std::optional<QList<TarArchive::Member>> TarArchive::members() const {
     return members;
 }
 
+bool TarArchive::holdsAtMost(qint64 most, const QStringList& members) const {
+    qint64 size = 0;
+    run(QStringList{QStringLiteral("-xOf"), m_path, QStringLiteral("--")} + members,
+        [&](const QByteArray& piece) {
+            size += piece.size();
+            return size <= most;
+        });
+    return size <= most;
+}
+
 std::optional<ContentDigest> TarArchive::digestOf(const QString& member) const {
     ContentDigest digest;
     QCryptographicHash hash(algorithm);

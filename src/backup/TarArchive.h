@@ -45,6 +45,10 @@ public:
     /// have.
     std::optional<QList<Member>> members() const;
 
+    /// Whether the members of these names, or all where none is named, hold no more bytes than that
+    /// together. Says so also where tar cannot read them; digestOf() does not.
+    bool holdsAtMost(qint64 most, const QStringList& members = {}) const;
+
     /// The contents of the member of that name. Nothing where tar cannot read them.
     std::optional<ContentDigest> digestOf(const QString& member) const;
 

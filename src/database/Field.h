@@ -24,6 +24,7 @@ struct Field {
     std::int32_t visible = 1;
     std::int32_t searchable = 0;
     std::uint32_t order = 0;
+    QString expression{}; ///< gives the values where no column has the field's name
 };
 
 } // namespace Stemhaven

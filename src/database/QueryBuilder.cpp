@@ -49,6 +49,10 @@ QList<Field> defaultFields() {
     return fields;
 }
 
+QString valueOf(const Field& field) {
+    return field.expression.isEmpty() ? field.name : field.expression;
+}
+
 Field readField(const QSettings& settings, const QString& name) {
     Field field;
     field.name = name;
@@ -104,6 +108,8 @@ void QueryBuilder::saveSettings() const {
     settings.beginGroup(SettingsKeys::fields);
     settings.remove(QString());
     for (const auto& field : m_fields) {
+        if (!field.expression.isEmpty())
+            continue;
         settings.beginGroup(field.name);
         settings.setValue(QStringLiteral("display_name"), field.displayName);
         settings.setValue(QStringLiteral("format"), static_cast<std::uint32_t>(field.format));
@@ -127,13 +133,20 @@ QString QueryBuilder::select() {
     if (!m_sortColumn.isEmpty()) {
         query += QStringLiteral(" ORDER BY %1 COLLATE NOCASE %2")
                      .arg(
-                         m_sortColumn,
+                         sortValue(),
                          m_sortOrder == Qt::DescendingOrder ? QStringLiteral("DESC") : QStringLiteral("ASC"));
     }
     qDebug() << query;
     m_cachedQuery = query;
     m_dirty = false;
     return query;
+}
+
+QString QueryBuilder::sortValue() const {
+    const auto sorted = std::find_if(m_fields.cbegin(), m_fields.cend(), [this](const Field& field) {
+        return field.name == m_sortColumn;
+    });
+    return sorted == m_fields.cend() ? m_sortColumn : valueOf(*sorted);
 }
 
 QString QueryBuilder::countHidden() const {
@@ -152,7 +165,7 @@ QString QueryBuilder::columnList() const {
     QString columns;
     for (const auto& field : m_fields) {
         if (field.visible != 0)
-            columns += QStringLiteral(" %1 as '%2 ',").arg(field.name, escape(field.displayName));
+            columns += QStringLiteral(" %1 as '%2 ',").arg(valueOf(field), escape(field.displayName));
     }
     return columns;
 }
@@ -299,7 +312,7 @@ void QueryBuilder::setFields(const QList<Field>& fields) {
     m_searchableColumns.clear();
     for (const auto& field : m_fields) {
         if (field.visible != 0 && field.searchable != 0)
-            m_searchableColumns.append(field.name);
+            m_searchableColumns.append(valueOf(field));
     }
 }
 

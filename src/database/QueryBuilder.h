@@ -23,6 +23,7 @@ public:
 
     /// Takes the stored columns, or the default ones where the stored ones are not accepted.
     void loadSettings();
+    /// Without fields that have an expression, which loadSettings() would not take.
     void saveSettings() const;
 
     /// The visible columns in their order, each under its display name and a blank, and project_id as the
@@ -87,6 +88,7 @@ private:
     void setFilter(Filter filter, qint64 id);
     bool searchIsActive() const;
     QString columnList() const;
+    QString sortValue() const;
     QString filterCondition() const;
     QString searchCondition() const;
     QString condition() const;

@@ -52,9 +52,13 @@ QString selectSummary(const QList<qint64>& projectIds) {
     QStringList zeroByDefault{QStringLiteral("star_rating")};
     for (const FilterType status : statusFilterTypes)
         zeroByDefault.append(tableNameForStatus(status));
+    const auto addValues = [&](const QString& name, const QString& value) {
+        addRange(name, value);
+        columns.append(QStringLiteral("GROUP_CONCAT(DISTINCT %1) AS all_%2").arg(value, name));
+    };
     for (const QString& column : std::as_const(zeroByDefault))
-        addRange(column, QStringLiteral("COALESCE(%1, 0)").arg(column));
-    addRange(QStringLiteral("progress_percent"), QStringLiteral("ROUND(COALESCE(progress, 0) * 100)"));
+        addValues(column, QStringLiteral("COALESCE(%1, 0)").arg(column));
+    addValues(QStringLiteral("progress_percent"), QStringLiteral("ROUND(COALESCE(progress, 0) * 100)"));
     addRange(QStringLiteral("bpm"), QStringLiteral("bpm"));
     addRange(
         QStringLiteral("time_signature"),

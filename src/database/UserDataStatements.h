@@ -13,7 +13,8 @@ QString selectProject(qint64 projectId);
 
 /// One row about all of the projects: their "count", the "ignored_count", and the least and the greatest
 /// value of other columns, such as "min_star_rating" and "max_star_rating", which are equal where all have
-/// the same.
+/// the same. Of stars, progress and statuses also every value that there is, as in "all_star_rating",
+/// separated by commas.
 QString selectSummary(const QList<qint64>& projectIds);
 /// Rows of the number of a FilterType, the id of a collection, genre or tag, and how many of the projects it
 /// has.

@@ -8,9 +8,11 @@
 #include "ui/edits/EditHistory.h"
 
 #include <QCoreApplication>
+#include <QDialog>
 #include <QSettings>
 
 #include <chrono>
+#include <utility>
 
 namespace {
 
@@ -57,7 +59,7 @@ void Backups::run(BackupDialog& dialog) {
 /// Whatever is queued when the databases are closed would be done to the imported ones.
 void Backups::prepareImport(const QString& file, const std::function<void()>& whenAtRest) {
     emit aboutToImport(file);
-    closeDialogs();
+    hideDialogs();
     m_monitor.suspend();
     m_untilRest.disconnect(this);
     connect(&m_untilRest, &QTimer::timeout, this, [this, whenAtRest] {
@@ -70,17 +72,27 @@ void Backups::prepareImport(const QString& file, const std::function<void()>& wh
     m_untilRest.start();
 }
 
-/// They may hold what belongs to the catalogue of before.
-void Backups::closeDialogs() {
+/// What is being typed in them is an edit once they have lost the keyboard.
+void Backups::hideDialogs() {
+    m_hidden.clear();
     const auto dialogs = m_window.findChildren<QDialog*>();
     for (auto* dialog : dialogs) {
-        if (dialog != m_dialog && dialog->isVisible())
-            dialog->close();
+        if (dialog == m_dialog || !dialog->isVisible())
+            continue;
+        dialog->hide();
+        m_hidden.append(dialog);
     }
 }
 
 void Backups::endImport(bool succeeded) {
     m_untilRest.stop();
+    for (const auto& dialog : std::exchange(m_hidden, {})) {
+        // After an import they hold what belongs to the catalogue of before.
+        if (dialog && succeeded)
+            dialog->reject();
+        else if (dialog)
+            dialog->show();
+    }
     if (!succeeded) {
         m_monitor.resume();
         emit ended();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -8,6 +9,7 @@
 
 class BackupDialog;
 class EditHistory;
+class QDialog;
 class QWidget;
 
 namespace Stemhaven {
@@ -48,7 +50,7 @@ private:
     void run(BackupDialog& dialog);
     void prepareImport(const QString& file, const std::function<void()>& whenAtRest);
     void endImport(bool succeeded);
-    void closeDialogs();
+    void hideDialogs();
 
     Stemhaven::TaskManager& m_tasks;
     Stemhaven::ProjectMonitor& m_monitor;
@@ -56,5 +58,6 @@ private:
     QWidget& m_window;
     const Monitoring m_monitoring;
     QPointer<BackupDialog> m_dialog;
+    QList<QPointer<QDialog>> m_hidden; ///< from the beginning of an import to its end
     QTimer m_untilRest;
 };

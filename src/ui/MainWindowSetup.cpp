@@ -197,6 +197,15 @@ void MainWindow::setupEditEvents() {
     connect(m_details, &DetailsPane::starRatingEdited, m_editor, &SelectionEditor::setStarRating);
     connect(m_details, &DetailsPane::progressEdited, m_editor, &SelectionEditor::setProgress);
     connect(m_details, &DetailsPane::statusEdited, m_editor, &SelectionEditor::setStatus);
+    // Not of the shown ones, which may still be those that were selected before.
+    const auto rate = [this](int stars) {
+        m_editor->rate(m_projects->selectedProjects(), stars);
+    };
+    connect(m_menus, &ProjectMenus::ratingRequested, this, rate);
+    connect(m_projects.get(), &ProjectsPane::ratingTyped, this, rate);
+    connect(m_projects.get(), &ProjectsPane::starClicked, m_editor, &SelectionEditor::toggleRating);
+    connect(m_history, &EditHistory::undoOffered, m_projects.get(), &ProjectsPane::offerUndo);
+    connect(m_projects.get(), &ProjectsPane::undoRequested, m_actions->undo, &QAction::trigger);
     connect(m_editor, &SelectionEditor::cancelled, m_details, &DetailsPane::reload);
     m_projects->setEditor(*m_details);
     connect(m_editor, &SelectionEditor::editing, m_projects.get(), &ProjectsPane::noteEdit);
@@ -254,7 +263,7 @@ void MainWindow::setupBackups() {
 }
 
 void MainWindow::setupMenus() {
-    m_actions->setupMenus(m_menus->associationMenus());
+    m_actions->setupMenus(m_menus->associationMenus(), m_menus->valueMenus());
     auto* header = new HeaderMenus(m_projects->table(), m_projects->columns(), *this);
     auto* panes = new PaneKeys(*this, *m_sidePanes, {m_sidebar, m_projects.get(), m_details});
     QAction* before = m_actions->hideCompleted;

@@ -28,8 +28,8 @@ public:
     void restore();
     void store() const;
 
-    static constexpr int defaultSidebarWidth = 232;
-    static constexpr int defaultDetailsWidth = 340;
+    static constexpr int defaultSidebarWidth = 220;
+    static constexpr int defaultDetailsWidth = 320;
 
 signals:
     /// One of the panes was shown or hidden.

@@ -122,6 +122,24 @@ TEST_F(ImportTest, RefusesWhatIsNoBackupBeforeAnythingIsTouched) {
     }
 }
 
+TEST_F(ImportTest, UnpacksNoMoreThanThereIsRoomFor) {
+    pack("truncate -s 17M Stemhaven.conf");
+    int steps = 0;
+    const auto result = importArchive([&](const BackupProgress& progress) {
+        steps = progress.step;
+        return true;
+    });
+    EXPECT_EQ(result.message, "The settings file of the backup is not one. Stopping backup import...");
+    EXPECT_EQ(steps, 1) << "before it is unpacked";
+
+    pack("true");
+    const BackupContents contents(TarArchive(archive), profile.there() + "/none", profile.live());
+    constexpr qint64 enough = 1 << 20;
+    EXPECT_NO_THROW(contents.checkSize(enough));
+    EXPECT_THROW(contents.checkSize(20'000), BackupError);
+    expectUntouched("size");
+}
+
 TEST_F(ImportTest, TakesAnArchiveWithAChangedByteOnlyIfItStillHoldsTheSame) {
     const QByteArray whole = BackupProfile::read(archive);
     for (qsizetype cut : {whole.size() - 1, whole.size() / 2, qsizetype(20)}) {
@@ -275,6 +293,30 @@ TEST_F(ImportTest, GetsPastWhatEarlierTimesLeft) {
             fails ? (QStringList{"old", "late"}) : QStringList{"new"});
         EXPECT_EQ(alone(), QStringList());
     }
+}
+
+TEST_F(ImportTest, AStartGetsPastFilesThatStayWhereTheyAre) {
+    // One that is in nobody's way must not bar the start.
+    const QString main = profile.live().mainDatabase;
+    inKilledProcess([&] { importArchive(killedAt(lastStep)); });
+    QFile::remove(main + ".last");
+    ASSERT_TRUE(QDir().mkpath(main + ".last/folder"));
+    EXPECT_TRUE(checkAtStart(profile.live(), now).mayStart());
+    EXPECT_EQ(profile.state(), imported);
+    QDir(main + ".last").removeRecursively();
+
+    // The journal of an import that was taken back, when the program has gone on and been killed.
+    fillAnew();
+    const QString journal = profile.live().profileFolder() + "/stemhaven-import.journal";
+    inKilledProcess([&] { importArchive(killedAt(commitStep)); });
+    const QByteArray kept = BackupProfile::read(journal);
+    checkAtStart(profile.live(), now);
+    EXPECT_EQ(profile.state(), before);
+    profile.leaveInLog("late");
+    BackupProfile::write(journal, kept);
+    checkAtStart(profile.live(), now);
+    EXPECT_EQ(BackupProfile::projects(main), (QStringList{"old", "late"}));
+    EXPECT_FALSE(QFile::exists(journal));
 }
 
 TEST_F(ImportTest, CopiesTheDatabasesAsideFirstAndSaysWhetherTheSchemaIsOld) {

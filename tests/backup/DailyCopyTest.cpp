@@ -27,6 +27,13 @@ TEST(DailyCopy, IsMadeOnceWhenTheCatalogueIsAtRest) {
         ASSERT_TRUE(waitUntil([&] { return asked > 2; }));
         EXPECT_TRUE(copies.all().isEmpty());
         isQuiet = true;
+        {
+            // Held by an export or import, which it must not wait for either.
+            const std::lock_guard lock(liveFilesMutex());
+            asked = 0;
+            ASSERT_TRUE(waitUntil([&] { return asked > 4; }));
+            EXPECT_TRUE(copies.all().isEmpty());
+        }
         ASSERT_TRUE(waitUntil([&] { return !copies.all().isEmpty(); }));
         BackupProfile::run(profile.live().mainDatabase, {BackupProfile::project("second")});
         asked = 0;

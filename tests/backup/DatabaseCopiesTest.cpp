@@ -2,6 +2,7 @@
 
 #include "BackupProfile.h"
 #include "backup/StartCheck.h"
+#include "support/FullDisk.h"
 #include "support/LogCapture.h"
 
 #include <QFileInfo>
@@ -78,6 +79,23 @@ TEST_F(CopiesTest, AreMadeOnceADayWhereSomethingChangedAndTheLastTenAreKept) {
     EXPECT_EQ(BackupProfile::projects(copies.all().first().folder + "/stemhaven-main.db").last(), "more");
 }
 
+TEST_F(CopiesTest, ThatAWrongClockDatedAreNotTakenForTheNewest) {
+    for (const int day : {400, 401}) {
+        addProject(QString::number(day));
+        ASSERT_EQ(copies.copyAside(noon.addDays(day)), Outcome::Made);
+    }
+    addProject("third");
+    EXPECT_TRUE(copies.isDue(noon));
+    EXPECT_EQ(copies.copyAside(noon), Outcome::Made);
+    EXPECT_FALSE(copies.isDue(noon));
+    const auto all = copies.all();
+    ASSERT_EQ(all.size(), 3);
+    EXPECT_EQ(all[0].made, noon.toUTC());
+    const qsizetype projects[] = {4, 3, 2};
+    for (int index = 0; index < 3; ++index)
+        EXPECT_EQ(BackupProfile::projects(all[index].folder + "/stemhaven-main.db").size(), projects[index]);
+}
+
 TEST_F(CopiesTest, HoldWhatIsInTheLogAlone) {
     profile.leaveInLog("late");
     EXPECT_EQ(copies.copyAside(noon), Outcome::Made);
@@ -145,6 +163,21 @@ TEST_F(CopiesTest, TheNewestGoodOneTakesThePlaceOfADamagedDatabase) {
 
 TEST_F(CopiesTest, StartsLeaveAloneWhatTheyCannotMakeBetter) {
     const auto live = profile.live();
+    ASSERT_EQ(copies.copyAside(noon), Outcome::Made);
+    damage(live.mainDatabase, 0);
+    const QByteArray damaged = BackupProfile::read(live.mainDatabase);
+    {
+        const FullDisk disk(1);
+        const auto barred = checkAtStart(live, noon);
+        EXPECT_FALSE(barred.mayStart());
+        EXPECT_EQ(barred.unrestored, QStringList(live.mainDatabase));
+        EXPECT_TRUE(textOf(barred).contains("start Stemhaven again"));
+    }
+    EXPECT_EQ(BackupProfile::read(live.mainDatabase), damaged);
+    EXPECT_EQ(checkAtStart(live, noon).restored.size(), 1);
+    QDir(live.profileFolder() + "/Backups").removeRecursively();
+    QFile::remove(live.profileFolder() + '/' + damagedNames().value(0));
+    profile.fill("first");
     damage(live.mainDatabase, 0);
     const auto state = profile.state();
     const auto report = checkAtStart(live, noon);

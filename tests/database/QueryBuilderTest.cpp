@@ -1,6 +1,7 @@
 #include "database/QueryBuilder.h"
 
 #include "app/SettingsKeys.h"
+#include "database/DerivedFields.h"
 #include "support/LogCapture.h"
 #include "support/TestDatabase.h"
 
@@ -112,5 +113,42 @@ TEST(QueryBuilder, TakesAStoredListOfTwentySixColumnsAndNoOther) {
         EXPECT_EQ(loaded.visibleFieldAt(1).name, names[22]);
         EXPECT_EQ(loaded.fieldIndexByName(names[22]), 1);
         EXPECT_EQ(loaded.fieldIndexByName(names[25]), 0xFFFF);
+    }
+}
+
+TEST(QueryBuilder, DerivedFieldsAreNotAmongThoseThatAreStored) {
+    QSettings().clear();
+    QueryBuilder builder;
+    builder.setFields(derivedFields() << field("name", true, true, 9));
+    builder.saveSettings();
+    QSettings settings;
+    settings.beginGroup(SettingsKeys::fields);
+    EXPECT_EQ(settings.childGroups(), QStringList("name"));
+}
+
+TEST(QueryBuilder, TheFolderIsTheLastPartOfThePath) {
+    TestDatabase database;
+    ASSERT_TRUE(database.initialise());
+    QueryBuilder builder;
+    auto fields = derivedFields();
+    fields.removeIf([](const Field& field) { return field.name != "folder"; });
+    fields.front().visible = 1;
+    builder.setFields(fields);
+    const std::pair<QString, QString> cases[] = {
+        {"/music/", "music"},
+        {"/music/no slash", "no slash"},
+        {"/a/aaa/a/", "a"},
+        {"/", ""},
+        {"", ""},
+        {"/x/100% ''it'' [1]/", "100% 'it' [1]"},
+        {"/music/Ünï/日本/", "日本"},
+        {"/music/two  blanks /", "two  blanks "}};
+    for (const auto& [path, folder] : cases) {
+        database.rows("DELETE FROM projects");
+        database.rows(
+            "INSERT INTO projects(filepath, filename, bpm, number_of_tracks, sample_rate) "
+            "VALUES('" +
+            path + "', 'x.logicx', 120, 8, 44100)");
+        EXPECT_EQ(database.rows(builder.select()).value(0).section('|', 0, 0), folder) << qPrintable(path);
     }
 }

@@ -13,6 +13,30 @@ const QString ratings = "SELECT name, star_rating FROM projects";
 
 } // namespace
 
+TEST(Backup, OfAnOlderVersionIsBroughtUpToDateFromATerminalOrTakenBack) {
+    for (const bool fails : {false, true}) {
+        Profile profile;
+        profile.recordRatedSong();
+        const QString folder = QFileInfo(profile.picture()).path() + "/there";
+        QDir().mkdir(folder);
+        profile.rows("UPDATE details SET database_version='v1.0'");
+        profile.rows("DROP TABLE project_tag_map");
+        if (fails) {
+            profile.rows("CREATE UNIQUE INDEX one ON details(database_version)");
+            profile.rows("INSERT INTO details VALUES('v0.9')");
+        }
+        ASSERT_EQ(profile.runToEnd({"--export-backup", folder}), 0) << profile.output().toStdString();
+        profile.rows("UPDATE projects SET star_rating=1");
+        const QString archive = QDir(folder).entryInfoList({"*.hvbk"}).value(0).filePath();
+        EXPECT_EQ(profile.runToEnd({"--import-backup", archive, "--yes"}), fails ? 1 : 0)
+            << profile.output().toStdString();
+        EXPECT_EQ(profile.rows(ratings), QStringList(fails ? "Song|1" : "Song|4"));
+        EXPECT_EQ(
+            profile.rows("SELECT database_version FROM details LIMIT 1"),
+            QStringList(fails ? "v1.0" : "v1.2"));
+    }
+}
+
 TEST(Backup, GoesOutAndComesBackFromATerminalWhileTheProgramDoesNotRun) {
     Profile profile;
     profile.recordRatedSong();

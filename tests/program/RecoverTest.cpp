@@ -2,6 +2,9 @@
 #include "project/RecoverySearch.h"
 #include "support/DamagedBundle.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -57,6 +60,22 @@ TEST_F(Recover, LooksAndRepairsFromATerminalWhileTheProgramDoesNotRun) {
     hopeless.remove("");
     EXPECT_EQ(damaged(), 0);
     EXPECT_EQ(run({"--yes"}), 0) << profile.output().toStdString();
+}
+
+TEST_F(Recover, LooksIntoTheFoldersFromBeforeAnImportThatWasInterrupted) {
+    profile.oweSearch();
+    add("A", Damage::NoData);
+    const QString live = profile.rootPathsDatabase();
+    ASSERT_TRUE(QFile::rename(live, live + ".last"));
+    QFile journal(QFileInfo(live).path() + "/stemhaven-import.journal");
+    ASSERT_TRUE(journal.open(QIODevice::WriteOnly));
+    journal.write("{}");
+    journal.close();
+    EXPECT_EQ(run({"--dry-run"}), 1) << "changes nothing";
+    EXPECT_TRUE(journal.exists());
+    EXPECT_EQ(run({"--yes"}), 0) << profile.output().toStdString();
+    EXPECT_TRUE(says("Stemhaven recovered 1 project(s)!"));
+    EXPECT_FALSE(journal.exists());
 }
 
 TEST_F(Recover, ASignalEndsItBetweenTwoProjects) {

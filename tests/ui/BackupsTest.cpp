@@ -9,6 +9,7 @@
 #include "ui/edits/EditHistory.h"
 #include "ui/edits/SelectionEditor.h"
 #include "ui/preferences/PreferencesDialog.h"
+#include "ui/recovery/RecoverDialog.h"
 #include "ui/table/TableColumns.h"
 #include "ui/wizard/Wizard.h"
 
@@ -17,6 +18,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTimer>
 
@@ -203,6 +205,8 @@ TEST_F(BackupsTest, AnImportBringsBackWhatTheWindowShowedWithoutARestart) {
     actions().hideSidebar->trigger();
     actions().hideIgnored->setChecked(false);
     search("m");
+    database.rows(
+        "UPDATE projects SET publicly_released=1, release_date=strftime('%s','now') WHERE name='Amber'");
     settle();
     const QStringList before = state();
     const auto shownColumns = columns();
@@ -223,6 +227,11 @@ TEST_F(BackupsTest, AnImportBringsBackWhatTheWindowShowedWithoutARestart) {
     EXPECT_EQ(monitor.rootSearchPaths(), QStringList(second));
     settle();
     actions().settings->trigger();
+    actions().recoverProjects->trigger();
+    database.rows("UPDATE projects SET publicly_released=0");
+    actions().releaseCalendar->trigger();
+    const auto& releases = child<QLabel>("releaseCountLabel");
+    EXPECT_TRUE(waitUntil([&] { return releases.text().startsWith("No release"); }));
     // An edit that may be still queued when the import begins.
     rate(0, 5);
     EXPECT_TRUE(actions().undo->isEnabled());
@@ -232,8 +241,10 @@ TEST_F(BackupsTest, AnImportBringsBackWhatTheWindowShowedWithoutARestart) {
                       EXPECT_EQ(part<QProgressBar>("progressBar").value(), 100);
                   })});
     EXPECT_FALSE(actions().undo->isEnabled());
-    const auto* preferences = window->findChild<PreferencesDialog*>();
-    EXPECT_FALSE(preferences && preferences->isVisible());
+    // What was found and shown is of another catalogue.
+    EXPECT_TRUE(waitUntil(
+        [&] { return !window->findChild<PreferencesDialog*>() && !window->findChild<RecoverDialog*>(); }));
+    EXPECT_TRUE(waitUntil([&] { return releases.text().startsWith("1 release"); }));
     ASSERT_TRUE(waitUntil([&] { return monitor.isWatching() && !monitor.isSearching(); }));
     EXPECT_EQ(monitor.rootSearchPaths(), QStringList(database.folder.filePath("first") + '/'));
     settle();
@@ -278,7 +289,29 @@ TEST_F(BackupsTest, WhatFailsOrIsNotWantedChangesNothing) {
     };
     const auto filesBefore = files();
 
-    importBackup({choose(archive), answerBox(QMessageBox::No)});
+    actions().settings->trigger();
+    const QPointer preferences = window->findChild<PreferencesDialog*>();
+    importBackup({choose(archive), [&] {
+                      EXPECT_FALSE(shown<QMessageBox>() && preferences->isVisible());
+                      return answerBox(QMessageBox::No)();
+                  }});
+    expectUntouched();
+    ASSERT_TRUE(preferences && preferences->isVisible()) << "nothing of it is of another catalogue";
+    preferences->close();
+
+    // The program ends while the import waits: nobody is to be asked any more.
+    std::atomic<bool> isHeld = true;
+    tasks().addTask(std::make_shared<Stemhaven::SimpleTask>([&] {
+        while (isHeld)
+            QThread::usleep(200);
+    }));
+    importBackup({choose(archive), [&] {
+                      if (!shown<BackupDialog>())
+                          return false;
+                      EXPECT_FALSE(shown<BackupDialog>()->close());
+                      isHeld = false;
+                      return true;
+                  }});
     expectUntouched();
 
     const QString wrongName = there + "/backup.zip";

@@ -10,6 +10,8 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QImage>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QStyleOptionViewItem>
@@ -38,6 +40,42 @@ TEST(CellValueTest, ConvertsByFormat) {
     const LogCapture log;
     EXPECT_EQ(cellValue("soon", Format::Progress, place), "soon");
     EXPECT_EQ(log.count("W: Could not convert column to progress bar at index row: -1  column: -1"), 1);
+}
+
+TEST(StarRatingTest, MissingStarsAreOutlinesOfTheSizeOfGivenOnes) {
+    const auto paint = [](int stars, StarRating::EditMode mode) {
+        QImage image(120, 24, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        QPalette palette(Qt::black, Qt::white);
+        StarRating(stars).paint(&painter, image.rect(), palette, mode, false);
+        return image;
+    };
+    const auto inked = [](const QImage& image) {
+        QRect box;
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qGray(image.pixel(x, y)) > 230)
+                    continue;
+                box |= QRect(x, y, 1, 1);
+                ++count;
+            }
+        }
+        return std::pair(box, count);
+    };
+    for (const auto mode : {StarRating::EditMode::ReadOnly, StarRating::EditMode::Editable}) {
+        const auto [fullBox, full] = inked(paint(5, mode));
+        const auto [emptyBox, empty] = inked(paint(0, mode));
+        EXPECT_LE(std::abs(emptyBox.width() - fullBox.width()), 4);
+        EXPECT_LE(std::abs(emptyBox.height() - fullBox.height()), 3);
+        EXPECT_LT(empty, full);
+        EXPECT_GT(empty, full / 3);
+        const int side = StarRating().sizeHint(mode).height();
+        const QImage three = paint(3, mode);
+        EXPECT_LT(qGray(three.pixel(60, 12)), 200);
+        EXPECT_GT(qGray(three.pixel(60 + side, 12)), 250);
+    }
 }
 
 TEST(StarEditorTest, IsMirroredWhereOneReadsFromRightToLeft) {

@@ -172,7 +172,7 @@ TEST_F(PreferencesTest, ColumnsTakeEffectAtOnceAndClearTheSort) {
     ASSERT_EQ(names(), QStringList({"Gamma", "Beta", "Alpha"}));
     const QStringList before = titles();
     auto& list = part<FieldsList>("fieldsListWidget");
-    EXPECT_EQ(list.count(), 22);
+    EXPECT_EQ(list.count(), 28);
     QSignalSpy changed(preferences, &PreferencesDialog::columnsChanged);
 
     list.setCurrentItem(list.findItems("Progress", Qt::MatchExactly).constFirst());

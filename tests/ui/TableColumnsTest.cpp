@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QMenu>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -156,4 +157,87 @@ TEST_F(TableColumnsTest, AreShownAndHiddenButNeverAll) {
     choice("Name")->trigger();
     settle();
     EXPECT_EQ(titles(), (QStringList{"Name", shown.constLast()}));
+}
+
+TEST_F(TableColumnsTest, WhatIsLookedAtMostComesFirst) {
+    open();
+    const QStringList first{"Progress", "Name", "Rating", "Tempo", "Key", "Time Signature", "Last Modified"};
+    EXPECT_EQ(firstTitles(7), first);
+}
+
+TEST_F(TableColumnsTest, ShowGenreFolderAndStatusesByTheirNames) {
+    database.rows("UPDATE projects SET genre_id=1, lyrics_status=1 WHERE name='Beta'");
+    database.rows("UPDATE projects SET filepath='/music/b, c/Ä/' WHERE name='Alpha'");
+    open();
+    for (const char* title : {"Genre", "Folder", "Arrangement", "Lyrics", "Recording", "Mix/Master"})
+        choice(title)->trigger();
+    settle();
+    const auto shown = [this](const QString& title) {
+        const int column = header().logicalIndex(static_cast<int>(titles().indexOf(title)));
+        QStringList texts;
+        for (int row = 0; row < model().rowCount(); ++row)
+            texts.append(model().index(row, column).data().toString());
+        return texts.join('|');
+    };
+    EXPECT_EQ(shown("Genre"), "|Pop|");
+    EXPECT_EQ(shown("Folder"), "Ä|music|music");
+    EXPECT_EQ(shown("Lyrics"), "Lyrics Status Unknown|No Lyrics|Lyrics Status Unknown");
+    // What can be seen can be searched, and sorts.
+    search("pop");
+    EXPECT_EQ(names(), QStringList("Beta"));
+    search("");
+    table().sortByColumn(model().columnOf("folder"), Qt::AscendingOrder);
+    settle();
+    EXPECT_EQ(names(), (QStringList{"Beta", "Gamma", "Alpha"}));
+
+    // The list of the builder is as long as before; the columns stay all the same.
+    QSettings settings;
+    settings.beginGroup(SettingsKeys::fields);
+    EXPECT_EQ(settings.childGroups().size(), 22);
+    const QStringList before = titles();
+    open();
+    EXPECT_EQ(titles(), before);
+    EXPECT_EQ(shown("Folder"), "music|music|Ä");
+    EXPECT_EQ(header().sortIndicatorSection(), model().columnOf("folder"));
+}
+
+TEST_F(TableColumnsTest, NamesStayInSightWhenTheTableIsScrolledSideways) {
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        open();
+        window->resize(1200, 500);
+        window->setLayoutDirection(direction);
+        settle();
+        auto* bar = table().horizontalScrollBar();
+        ASSERT_GT(bar->maximum(), 200);
+        bar->setValue(bar->maximum());
+        const bool isMirrored = direction == Qt::RightToLeft;
+        const auto fromEdge = [&](int x) {
+            return isMirrored ? table().viewport()->width() - 1 - x : x;
+        };
+        const QRect beta = table().visualRect(model().index(1, nameColumn()));
+        EXPECT_EQ(isMirrored ? fromEdge(beta.right()) : beta.left(), 0);
+        const QPoint place(fromEdge(20), beta.center().y());
+        EXPECT_EQ(table().indexAt(place).data(), "Beta");
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, place);
+        settle();
+        EXPECT_EQ(selectedName(), "Beta");
+        EXPECT_EQ(bar->value(), bar->maximum());
+
+        // What lies below the names comes out.
+        table().setCurrentIndex(model().index(1, nameColumn() + 1));
+        const QRect next = table().visualRect(table().currentIndex());
+        EXPECT_FALSE(next.intersects(beta));
+        EXPECT_TRUE(table().viewport()->rect().contains(next));
+
+        bar->setValue(bar->maximum());
+        for (const char* first : {"Alpha", "Gamma"}) {
+            QTest::mouseClick(header().viewport(), Qt::LeftButton, {}, {fromEdge(20), header().height() / 2});
+            settle();
+            EXPECT_EQ(names().constFirst(), first);
+            bar->setValue(bar->maximum());
+        }
+        QTest::mouseClick(header().viewport(), Qt::LeftButton, {}, {fromEdge(20), header().height() / 2});
+        EXPECT_EQ(header().sortIndicatorSection(), -1);
+        settle();
+    }
 }

@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QStandardPaths>
 
@@ -80,7 +81,13 @@ void handler(QtMsgType type, const QMessageLogContext& /*context*/, const QStrin
         return;
     }
 
-    QFile file(Log::filepath());
+    const bool isWritten = static_cast<int>(type) >= static_cast<int>(Log::level());
+    const QFileInfo present(Log::filepath());
+    // Most messages are below the level, and opening the file costs more than all else that they do.
+    if (!isWritten && present.exists() && present.size() <= Log::maxLogFileSize())
+        return;
+
+    QFile file(present.filePath());
     if (file.open(QIODevice::ReadWrite)) {
         if (file.size() < 0 || file.size() > Log::maxLogFileSize())
             keepTail(file);
@@ -88,7 +95,7 @@ void handler(QtMsgType type, const QMessageLogContext& /*context*/, const QStrin
     }
     const bool isOpen = file.open(QIODevice::WriteOnly | QIODevice::Append);
 
-    if (static_cast<int>(type) < static_cast<int>(Log::level()))
+    if (!isWritten)
         return;
 
     const QByteArray line =

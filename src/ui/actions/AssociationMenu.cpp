@@ -1,6 +1,7 @@
 #include "ui/actions/AssociationMenu.h"
 
 #include "app/errors/Guarded.h"
+#include "ui/actions/MenuText.h"
 
 #include <QActionGroup>
 #include <QStyleOptionMenuItem>
@@ -31,14 +32,6 @@ Texts textsOf(FilterType type) {
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not add tag"),
             QT_TRANSLATE_NOOP("AssociationMenu", "Could not create tag")};
     }
-}
-
-/// A name on one line, in which a "&" is one and a tab does not set a shortcut apart.
-QString menuText(const QString& name) {
-    constexpr int longest = 60;
-    QString text = name.size() <= longest ? name : name.left(longest) + QStringLiteral("…");
-    text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\t'), QLatin1Char(' '));
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace

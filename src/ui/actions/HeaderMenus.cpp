@@ -1,5 +1,6 @@
 #include "ui/actions/HeaderMenus.h"
 
+#include "ui/actions/MenuText.h"
 #include "ui/table/TableColumns.h"
 
 #include <QActionGroup>
@@ -20,12 +21,6 @@ QAction* addChoice(QMenu& menu, QActionGroup& group, const QString& text, bool c
     action->setChecked(checked);
     group.addAction(action);
     return action;
-}
-
-/// A column's title as the text of a menu.
-QString menuText(const QString& title) {
-    QString text = title.trimmed();
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -73,7 +68,7 @@ void HeaderMenus::fillShownMenu() {
     m_shown->clear();
     const auto fields = m_columns.fields();
     for (const auto& field : fields) {
-        QAction* choice = m_shown->addAction(menuText(field.displayName));
+        QAction* choice = m_shown->addAction(menuText(field.displayName.trimmed()));
         choice->setCheckable(true);
         choice->setChecked(field.visible != 0);
         choice->setEnabled(field.visible == 0 || m_columns.canHide(field));
@@ -92,7 +87,8 @@ void HeaderMenus::fillSortMenu() {
     auto* columns = new QActionGroup(m_sort);
     for (int place = 0; place < header.count(); ++place) {
         const int column = header.logicalIndex(place);
-        const QString title = menuText(m_table.model()->headerData(column, Qt::Horizontal).toString());
+        const QString title =
+            menuText(m_table.model()->headerData(column, Qt::Horizontal).toString().trimmed());
         const QAction* choice = addChoice(*m_sort, *columns, title, column == sorted);
         connect(choice, &QAction::triggered, this, [this, column, order] { sort(column, order); });
     }

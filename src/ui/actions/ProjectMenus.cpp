@@ -3,6 +3,7 @@
 #include "app/errors/Guarded.h"
 #include "ui/CurrentFilter.h"
 #include "ui/actions/AssociationMenu.h"
+#include "ui/actions/ValueMenus.h"
 #include "ui/actions/WindowActions.h"
 #include "ui/details/SelectionSummary.h"
 #include "ui/edits/SelectionEditor.h"
@@ -19,7 +20,9 @@ ProjectMenus::ProjectMenus(
       m_actions(actions),
       m_editor(editor),
       m_filter(filter),
-      m_window(window) {
+      m_window(window),
+      m_values(new ValueMenus(editor, window)) {
+    connect(m_values, &ValueMenus::ratingRequested, this, &ProjectMenus::ratingRequested);
     for (const FilterType type : {FilterType::COLLECTIONS, FilterType::GENRES, FilterType::TAGS}) {
         auto* menu = new AssociationMenu(type, &window);
         menu->setEnabled(false);
@@ -38,7 +41,12 @@ QList<QMenu*> ProjectMenus::associationMenus() const {
     return {m_menus.begin(), m_menus.end()};
 }
 
+QList<QMenu*> ProjectMenus::valueMenus() const {
+    return m_values->menus();
+}
+
 void ProjectMenus::setEntries(const FolderTreeItemModel& entries) {
+    m_values->setEntries(entries);
     for (AssociationMenu* menu : m_menus)
         menu->setEntries(entries.getEntries(menu->type()));
 }
@@ -49,6 +57,7 @@ void ProjectMenus::setSelection(const SelectionSummary& summary, bool isMissing)
     // The details of a release are of one project.
     m_actions.release->setEnabled(summary.count == 1);
     m_actions.ignore->setChecked(summary.areAllIgnored());
+    m_values->setSelection(summary);
     for (AssociationMenu* menu : std::as_const(m_menus)) {
         menu->setEnabled(m_hasSelection);
         menu->setCounts(summary.entryCounts.value(menu->type()), summary.count);
@@ -70,6 +79,10 @@ void ProjectMenus::popUp(const QPoint& globalPosition) {
     for (AssociationMenu* association : std::as_const(m_menus))
         menu->addMenu(association);
     addRemovalFromFilter(*menu);
+    menu->addSeparator();
+    const QList<QMenu*> values = m_values->menus();
+    for (QMenu* value : values)
+        menu->addMenu(value);
     menu->addSeparator();
     menu->addActions({m_actions.release, m_actions.ignore, m_actions.deleteRecord});
     menu->popup(globalPosition);

@@ -11,10 +11,12 @@ class FolderTreeItemModel;
 class QMenu;
 class QWidget;
 class SelectionEditor;
+class ValueMenus;
 class WindowActions;
 struct SelectionSummary;
 
-/// What menus offer for the selected projects: the sub-menus that file them, and the table's context menu.
+/// What menus offer for the selected projects: the sub-menus that file, rate and mark them, and the table's
+/// context menu.
 class ProjectMenus : public QObject {
     Q_OBJECT
 
@@ -24,6 +26,7 @@ public:
         WindowActions& actions, SelectionEditor& editor, const CurrentFilter& filter, QWidget& window);
 
     QList<QMenu*> associationMenus() const;
+    QList<QMenu*> valueMenus() const;
 
     void setEntries(const FolderTreeItemModel& entries);
     /// Marks what the selected projects have; without one nothing is offered. isMissing: the current one's
@@ -34,6 +37,8 @@ public:
 signals:
     /// A new collection, genre or tag, to be assigned to the selected projects.
     void newRequested(FilterType type);
+    /// For what is selected in the table at that moment.
+    void ratingRequested(int stars);
 
 private:
     void addRemovalFromFilter(QMenu& menu);
@@ -43,5 +48,6 @@ private:
     const CurrentFilter& m_filter;
     QWidget& m_window;
     QList<AssociationMenu*> m_menus;
+    ValueMenus* m_values;
     bool m_hasSelection = false;
 };

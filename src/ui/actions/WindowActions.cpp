@@ -122,7 +122,7 @@ QAction* WindowActions::make(const QString& text, const QList<QKeySequence>& sho
     return action;
 }
 
-void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
+void WindowActions::setupMenus(const QList<QMenu*>& associationMenus, const QList<QMenu*>& valueMenus) {
     auto* file = m_window.menuBar()->addMenu(tr("&File"));
     file->addActions({open, showInFinder, showPackageContents});
     file->addSeparator();
@@ -137,6 +137,9 @@ void WindowActions::setupMenus(const QList<QMenu*>& associationMenus) {
 
     auto* edit = m_window.menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});
+    edit->addSeparator();
+    for (QMenu* menu : valueMenus)
+        edit->addMenu(menu);
 
     auto* view = m_window.menuBar()->addMenu(tr("&View"));
     view->addActions({search, scrollToTop});

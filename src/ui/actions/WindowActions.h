@@ -15,7 +15,7 @@ public:
     explicit WindowActions(QMainWindow& window);
 
     /// Fills the menu bar. Goes last, when the sub-menus exist.
-    void setupMenus(const QList<QMenu*>& associationMenus);
+    void setupMenus(const QList<QMenu*>& associationMenus, const QList<QMenu*>& valueMenus);
 
     /// Null before the menu bar is filled.
     QMenu* viewMenu() const { return m_viewMenu; }

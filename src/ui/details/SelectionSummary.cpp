@@ -25,6 +25,15 @@ std::optional<QString> sharedText(const QSqlQuery& row, const char* column) {
     return value ? std::optional(value->toString()) : std::nullopt;
 }
 
+QSet<qint64> present(const QSqlQuery& row, const QString& column) {
+    QSet<qint64> values;
+    const QStringList texts =
+        row.value(QLatin1String("all_") + column).toString().split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (const QString& text : texts)
+        values.insert(qRound64(text.toDouble()));
+    return values;
+}
+
 } // namespace
 
 SelectionSummary readSelectionSummary(const QSqlQuery& row) {
@@ -38,7 +47,10 @@ SelectionSummary readSelectionSummary(const QSqlQuery& row) {
     for (const FilterType status : statusFilterTypes) {
         const auto id = shared(row, tableNameForStatus(status));
         summary.statuses.insert(status, id ? std::optional(id->toLongLong()) : std::nullopt);
+        summary.presentStatuses.insert(status, present(row, tableNameForStatus(status)));
     }
+    summary.presentStars = present(row, QStringLiteral("star_rating"));
+    summary.presentPercents = present(row, QStringLiteral("progress_percent"));
     summary.tempo = sharedText(row, "bpm");
     summary.timeSignature = sharedText(row, "time_signature");
     summary.key = sharedText(row, "song_key");

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QMap>
+#include <QSet>
 #include <QString>
 
 #include <optional>
@@ -17,6 +18,10 @@ struct SelectionSummary {
     std::optional<int> stars;
     std::optional<int> progressPercent;
     QMap<FilterType, std::optional<qint64>> statuses;
+    // All that there are.
+    QSet<qint64> presentStars;
+    QSet<qint64> presentPercents; ///< of progress
+    QMap<FilterType, QSet<qint64>> presentStatuses;
     std::optional<QString> tempo;
     std::optional<QString> timeSignature;
     std::optional<QString> key;

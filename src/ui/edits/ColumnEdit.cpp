@@ -3,6 +3,7 @@
 #include "database/FilterStatements.h"
 #include "database/UserDataStatements.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace UserDataStatements = Stemhaven::UserDataStatements;
@@ -22,13 +23,17 @@ QString ColumnEdit::stateStatement() const {
 QStringList ColumnEdit::redo(const QList<QStringList>& state) {
     QStringList statements;
     m_before.clear();
+    const bool haveAll = std::all_of(state.cbegin(), state.cend(), [&](const QStringList& row) {
+        return row.sliced(1) == m_change.literals;
+    });
+    const QStringList& literals =
+        haveAll && !m_change.otherwise.isEmpty() ? m_change.otherwise : m_change.literals;
     for (const QStringList& row : state) {
         const Before before{row.value(0).toLongLong(), row.sliced(1)};
-        if (before.literals == m_change.literals)
+        if (before.literals == literals)
             continue;
         m_before.append(before);
-        statements.append(
-            UserDataStatements::setLiterals(m_change.columns, m_change.literals, before.project));
+        statements.append(UserDataStatements::setLiterals(m_change.columns, literals, before.project));
     }
     return statements;
 }

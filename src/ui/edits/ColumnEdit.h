@@ -10,8 +10,10 @@ public:
     struct Change {
         QStringList columns;
         QStringList literals; ///< the new values, a column each
+        /// The new values where all projects have the others already; empty: nothing changes then.
+        QStringList otherwise{};
         /// Where the value is the id of an entry of the sidebar.
-        std::optional<FilterType> entryType;
+        std::optional<FilterType> entryType{};
     };
 
     ColumnEdit(Texts texts, QList<qint64> projects, Change change);

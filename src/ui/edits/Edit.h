@@ -23,6 +23,7 @@ public:
         QString failureTitle; ///< of the alert
         QString failureLog;
         QString successLog; ///< empty: nothing is logged
+        QString done{};     ///< as in "Collection removed", said beside a way back; empty: nothing is said
     };
 
     /// A record or an entry of the sidebar has another number from now on.

@@ -56,6 +56,7 @@ void EditHistory::redo() {
 void EditHistory::clear() {
     m_done.clear();
     m_undone.clear();
+    emit undoOffered({});
     emit changed();
 }
 
@@ -100,6 +101,7 @@ void EditHistory::start(const EditPointer& edit, Direction direction, std::share
         });
     m_inFlight.push_back(std::move(step));
     m_tasks.addTask(std::move(task));
+    emit undoOffered({});
     emit changed();
 }
 
@@ -135,6 +137,14 @@ void EditHistory::finish(const std::shared_ptr<Step>& step) {
     if (step->direction != Direction::Perform && !step->changesNothing)
         tellOfChange(*edit);
     emit written();
+    offerUndo(*step);
+}
+
+void EditHistory::offerUndo(const Step& step) {
+    const bool isNext = canUndo() && m_done.back() == step.edit;
+    const QString& done = step.edit->texts().done;
+    if (step.direction == Direction::Perform && !step.changesNothing && isNext && !done.isEmpty())
+        emit undoOffered(done);
 }
 
 void EditHistory::tellOfChange(const Edit& edit) {

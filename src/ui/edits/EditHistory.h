@@ -54,6 +54,9 @@ public:
 signals:
     /// There may be other edits to undo or redo, and other steps under way.
     void changed();
+    /// What the next step to undo has just done, where that is worth saying. Empty: it is not the next one
+    /// any more.
+    void undoOffered(const QString& done);
     /// An edit was undone or redone, which changed these projects, or brought them back. Before written().
     void wentBackOrForth(const QList<qint64>& projects);
     /// An entry of the sidebar came back by it. Before written().
@@ -71,6 +74,7 @@ private:
     void start(const EditPointer& edit, Direction direction, std::shared_ptr<Step> step);
     static void followNewNumbers(const Step& step);
     void tellOfChange(const Edit& edit);
+    void offerUndo(const Step& step);
     void finish(const std::shared_ptr<Step>& step);
     void fail(const std::shared_ptr<Step>& step, const Stemhaven::DbException& error);
     void revert(const Step& step);

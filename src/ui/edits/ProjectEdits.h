@@ -17,6 +17,8 @@ struct ReleaseDetails;
 namespace ProjectEdits {
 
 std::unique_ptr<ProjectEdit> starRating(const QList<qint64>& projects, int stars);
+/// Takes the rating away where it is that one already.
+std::unique_ptr<ProjectEdit> toggledStarRating(qint64 project, int stars);
 /// percent is from 0 to 100.
 std::unique_ptr<ProjectEdit> progress(const QList<qint64>& projects, int percent, bool completed);
 /// type is one of the four kinds of status.

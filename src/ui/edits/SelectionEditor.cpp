@@ -38,15 +38,32 @@ void SelectionEditor::setSelection(const QList<qint64>& projects, bool areIgnore
 
 void SelectionEditor::setStarRating(int stars) {
     if (!m_projects.isEmpty())
-        performInDetails(ProjectEdits::starRating(m_projects, stars));
+        perform(ProjectEdits::starRating(m_projects, stars), Place::Details);
+}
+
+void SelectionEditor::rate(const QList<qint64>& projects, int stars) {
+    if (!projects.isEmpty())
+        perform(ProjectEdits::starRating(projects, stars));
+}
+
+void SelectionEditor::toggleRating(qint64 project, int stars) {
+    perform(ProjectEdits::toggledStarRating(project, stars));
 }
 
 void SelectionEditor::setProgress(int percent) {
+    askForProgress(percent, Place::Details);
+}
+
+void SelectionEditor::setProgressByMenu(int percent) {
+    askForProgress(percent, Place::Menu);
+}
+
+void SelectionEditor::askForProgress(int percent, Place place) {
     constexpr int done = 100;
     if (m_projects.isEmpty())
         return;
     if (percent < done || !m_mayAsk) {
-        performInDetails(ProjectEdits::progress(m_projects, percent, false));
+        perform(ProjectEdits::progress(m_projects, percent, false), place);
         return;
     }
     QMessageBox* question =
@@ -58,9 +75,9 @@ void SelectionEditor::setProgress(int percent) {
     // Escape would count as No otherwise, being the only other way out.
     question->setEscapeButton(QMessageBox::Cancel);
     question->button(QMessageBox::Cancel)->hide();
-    connect(question, &QMessageBox::finished, this, [this, projects = m_projects](int answer) {
+    connect(question, &QMessageBox::finished, this, [this, place, projects = m_projects](int answer) {
         if (answer == QMessageBox::Yes || answer == QMessageBox::No)
-            performInDetails(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes));
+            perform(ProjectEdits::progress(projects, done, answer == QMessageBox::Yes), place);
         else
             emit cancelled();
     });
@@ -69,14 +86,19 @@ void SelectionEditor::setProgress(int percent) {
 
 void SelectionEditor::setStatus(FilterType type, qint64 statusId) {
     if (!m_projects.isEmpty())
-        performInDetails(ProjectEdits::status(m_projects, type, statusId));
+        perform(ProjectEdits::status(m_projects, type, statusId), Place::Details);
+}
+
+void SelectionEditor::setStatusByMenu(FilterType type, qint64 statusId) {
+    if (!m_projects.isEmpty())
+        perform(ProjectEdits::status(m_projects, type, statusId));
 }
 
 void SelectionEditor::ignoreSelectedProject() {
     if (m_projects.isEmpty())
         return;
     if (m_areIgnored) {
-        performByMenu(ProjectEdits::ignored(m_projects, false));
+        perform(ProjectEdits::ignored(m_projects, false));
         return;
     }
     QMessageBox* question =
@@ -89,7 +111,7 @@ void SelectionEditor::ignoreSelectedProject() {
     question->addButton(QMessageBox::Cancel);
     connect(question, &QMessageBox::finished, this, [this, question, ignore, projects = m_projects] {
         if (question->clickedButton() == ignore)
-            performByMenu(ProjectEdits::ignored(projects, true));
+            perform(ProjectEdits::ignored(projects, true));
     });
     question->open();
 }
@@ -108,18 +130,13 @@ void SelectionEditor::deleteSelectedProjectRecord() {
     question->setDefaultButton(question->addButton(tr("&Cancel"), QMessageBox::RejectRole));
     connect(question, &QMessageBox::finished, this, [this, question, deletion, projects = m_projects] {
         if (question->clickedButton() == deletion)
-            performByMenu(ProjectEdits::deletion(projects));
+            perform(ProjectEdits::deletion(projects));
     });
     question->open();
 }
 
-void SelectionEditor::performByMenu(std::unique_ptr<ProjectEdit> edit) {
-    emit editing(true);
-    m_history.perform(std::move(edit));
-}
-
-void SelectionEditor::performInDetails(std::unique_ptr<ProjectEdit> edit) {
-    emit editing(false);
+void SelectionEditor::perform(std::unique_ptr<ProjectEdit> edit, Place place) {
+    emit editing(place == Place::Menu);
     m_history.perform(std::move(edit));
 }
 
@@ -141,7 +158,7 @@ void SelectionEditor::associateProjectsWithFilter(
                 .arg(filterTypeDebugText(type), QString::number(filterId), QString::number(project)));
     }
     if (canBeAssociated(type))
-        performByMenu(ProjectEdits::association(projects, type, filterId));
+        perform(ProjectEdits::association(projects, type, filterId));
     else
         qCritical().nospace() << "Attempted to associate project_id:" << project
                               << " with unsupported filter: " << type;
@@ -157,7 +174,7 @@ void SelectionEditor::disassociateProjectsWithFilter(
                 .arg(project));
     }
     if (canBeAssociated(type))
-        performByMenu(ProjectEdits::disassociation(projects, type, filterId));
+        perform(ProjectEdits::disassociation(projects, type, filterId));
     else
         qCritical().nospace() << "Attempted to disassociate project_id:" << project
                               << " with unsupported filter: " << type;

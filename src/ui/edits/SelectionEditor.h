@@ -28,10 +28,19 @@ public:
     /// For a window that closes: what would be asked counts as answered with no.
     void stopAsking() { m_mayAsk = false; }
 
+    // In the details.
     void setStarRating(int stars);
     /// Asks at 100 whether that is completed; without an answer nothing changes.
     void setProgress(int percent);
     void setStatus(FilterType type, qint64 statusId);
+
+    // By a menu, a key or in the table.
+    void setProgressByMenu(int percent);
+    void setStatusByMenu(FilterType type, qint64 statusId);
+    /// Of these, whatever the edits apply to.
+    void rate(const QList<qint64>& projects, int stars);
+    /// As rate(), or takes the rating away where it is that one already.
+    void toggleRating(qint64 project, int stars);
     void ignoreSelectedProject();
     void deleteSelectedProjectRecord();
 
@@ -46,8 +55,10 @@ signals:
     void cancelled();
 
 private:
-    void performByMenu(std::unique_ptr<ProjectEdit> edit);
-    void performInDetails(std::unique_ptr<ProjectEdit> edit);
+    enum class Place { Menu, Details };
+
+    void askForProgress(int percent, Place place);
+    void perform(std::unique_ptr<ProjectEdit> edit, Place place = Place::Menu);
     QMessageBox* ask(const QString& text, const QString& details);
 
     EditHistory& m_history;

@@ -38,31 +38,39 @@ struct Kind {
     const char* entryFailure = "";
     const char* referencesFailure = "";
     const char* defaultRefusal = "";
+    const char* done = "";
 };
 
 constexpr std::array<Kind, allFilterTypes.size()> kinds{{
     {},
     {},
-    {QT_TRANSLATE_NOOP("RemoveFilter", "Saved Search"), "Could not delete saved search with ID: ", "", ""},
+    {QT_TRANSLATE_NOOP("RemoveFilter", "Saved Search"), "Could not delete saved search with ID: ", "", "",
+     QT_TRANSLATE_NOOP("RemoveFilter", "Saved search removed")},
     {QT_TRANSLATE_NOOP("RemoveFilter", "Collection"),
-     "Could not delete collection with ID: ", "Could not delete collection projects map entries for ID:", ""},
+     "Could not delete collection with ID: ", "Could not delete collection projects map entries for ID:", "",
+     QT_TRANSLATE_NOOP("RemoveFilter", "Collection removed")},
     {QT_TRANSLATE_NOOP("RemoveFilter", "Genre"),
-     "Could not delete genre with ID:", "Could not clear project's with deleted genre_id:", ""},
+     "Could not delete genre with ID:", "Could not clear project's with deleted genre_id:", "",
+     QT_TRANSLATE_NOOP("RemoveFilter", "Genre removed")},
     {QT_TRANSLATE_NOOP("RemoveFilter", "Tag"),
-     "Could not delete tag with ID: ", "Could not delete projects tag map entries for tag_id:", ""},
+     "Could not delete tag with ID: ", "Could not delete projects tag map entries for tag_id:", "",
+     QT_TRANSLATE_NOOP("RemoveFilter", "Tag removed")},
     {QT_TRANSLATE_NOOP("RemoveFilter", "Arrangment Status"), "Could not delete arrangement status with ID: ",
      "Could not update arrangement stauts to default for projects after removal of status...",
-     QT_TRANSLATE_NOOP(
-         "RemoveFilter", "Cannot remove default Arrangement Status! This can only be renamed.")},
+     QT_TRANSLATE_NOOP("RemoveFilter", "Cannot remove default Arrangement Status! This can only be renamed."),
+     QT_TRANSLATE_NOOP("RemoveFilter", "Status removed")},
     {QT_TRANSLATE_NOOP("RemoveFilter", "Lyrics Status"), "Could not delete lyrics status with ID: ",
      "Could not update lyrics status to default for projects after removal of lyrics status...",
-     QT_TRANSLATE_NOOP("RemoveFilter", "Cannot remove default Lyrics Status! This can only be renamed.")},
+     QT_TRANSLATE_NOOP("RemoveFilter", "Cannot remove default Lyrics Status! This can only be renamed."),
+     QT_TRANSLATE_NOOP("RemoveFilter", "Status removed")},
     {QT_TRANSLATE_NOOP("RemoveFilter", "Recording Status"), "Could not delete recording status with ID: ",
      "Could not update recording status for projects to default after removal of recording status...",
-     QT_TRANSLATE_NOOP("RemoveFilter", "Cannot remove default Recording Status! This can only be renamed.")},
+     QT_TRANSLATE_NOOP("RemoveFilter", "Cannot remove default Recording Status! This can only be renamed."),
+     QT_TRANSLATE_NOOP("RemoveFilter", "Status removed")},
     {QT_TRANSLATE_NOOP("RemoveFilter", "Mix/Master Status"), "Could not delete mix/master status with ID: ",
      "Could not update mix/master stauts for projects to default after removal of mix/master status...",
-     QT_TRANSLATE_NOOP("RemoveFilter", "Cannot remove default Mix/Master Status! This can only be renamed.")},
+     QT_TRANSLATE_NOOP("RemoveFilter", "Cannot remove default Mix/Master Status! This can only be renamed."),
+     QT_TRANSLATE_NOOP("RemoveFilter", "Status removed")},
 }};
 
 const Kind& kindOf(FilterType type) {
@@ -227,7 +235,7 @@ void RemoveFilter::removeEntry() {
     const QString failure = QString::fromLatin1(kindOf(m_type).entryFailure) + QString::number(m_id);
     m_history.perform(
         EntryPresenceEdit::removal(
-            {windowTitle(), tr("Removal failed"), failure, {}}, m_type, m_id,
+            {windowTitle(), tr("Removal failed"), failure, {}, tr(kindOf(m_type).done)}, m_type, m_id,
             referencesFailure(m_type, m_id)),
         [form = QPointer(this)](bool succeeded) {
             if (form && succeeded)

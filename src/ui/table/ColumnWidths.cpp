@@ -17,7 +17,7 @@ constexpr int sampledRows = 48;
 // Rows outside the sample may be a little wider.
 constexpr int slack = 8;
 constexpr int widestContents = 320;
-constexpr int narrowestNames = 240;
+constexpr int narrowestNames = 184;
 constexpr int widestChosen = 4000;
 
 } // namespace

@@ -7,17 +7,28 @@
 #include <QHeaderView>
 #include <QItemSelection>
 #include <QKeyEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyleOptionFocusRect>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
 
 bool isEnter(const QKeyEvent* event) {
     return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+/// The stars that a key of the window gives.
+std::optional<int> ratingOf(const QKeyEvent* event) {
+    constexpr int most = 5;
+    const int stars = event->key() - Qt::Key_0;
+    const bool isRating = event->modifiers() == Qt::ControlModifier && stars >= 0 && stars <= most;
+    return isRating ? std::optional(stars) : std::nullopt;
 }
 
 /// Keys such as Delete come with a text, too, and the space bar selects.
@@ -57,11 +68,14 @@ void KeyEventTableView::releaseKeys() {
 }
 
 bool KeyEventTableView::event(QEvent* event) {
-    // Behind keys that wait, Return opens what they lead to, and not what is current now.
-    if (event->type() == QEvent::ShortcutOverride && isHoldingKeys() &&
-        isEnter(static_cast<QKeyEvent*>(event))) {
-        event->accept();
-        return true;
+    // Behind keys that wait, Return opens what they lead to, and not what is current now. So it is with those
+    // that rate.
+    if (event->type() == QEvent::ShortcutOverride && isHoldingKeys()) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (isEnter(key) || ratingOf(key)) {
+            event->accept();
+            return true;
+        }
     }
     return QTableView::event(event);
 }
@@ -75,8 +89,13 @@ QModelIndex KeyEventTableView::moveCursor(CursorAction action, Qt::KeyboardModif
 }
 
 void KeyEventTableView::keyPressEvent(QKeyEvent* event) {
-    if (isHoldingKeys() && !beginsSearch(event->text())) {
+    const auto rating = ratingOf(event);
+    if (isHoldingKeys() && (rating || !beginsSearch(event->text()))) {
         m_heldKeys.emplace_back(event->clone());
+        return;
+    }
+    if (rating) {
+        emit ratingTyped(*rating);
         return;
     }
     if (isEnter(event) && !event->isAutoRepeat())
@@ -127,8 +146,43 @@ void KeyEventTableView::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
 }
 
+QModelIndex KeyEventTableView::indexAt(const QPoint& position) const {
+    return m_pinned.rect().contains(position) ? m_pinned.indexAt(position) : QTableView::indexAt(position);
+}
+
+QRect KeyEventTableView::visualRect(const QModelIndex& index) const {
+    const bool isPinned = index.isValid() && index.column() == m_pinned.column() && !m_pinned.rect().isNull();
+    return isPinned ? m_pinned.rect(index) : QTableView::visualRect(index);
+}
+
+void KeyEventTableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int position = horizontalScrollBar()->value();
+    const bool isPinned = index.column() == m_pinned.column() && !m_pinned.rect().isNull();
+    QTableView::scrollTo(index, hint);
+    if (isPinned)
+        horizontalScrollBar()->setValue(position);
+    else if (index.isValid() && index.column() != m_pinned.column())
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - m_pinned.overlap(index.column()));
+}
+
+void KeyEventTableView::scrollContentsBy(int dx, int dy) {
+    const bool wasPinned = !m_pinned.rect().isNull();
+    QTableView::scrollContentsBy(dx, dy);
+    if (dx == 0 || (!wasPinned && m_pinned.rect().isNull()))
+        return;
+    // The pixels of the names have moved with the others.
+    viewport()->update();
+    horizontalHeader()->viewport()->update();
+}
+
 void KeyEventTableView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
+    if (!m_pinned.rect().isNull()) {
+        QStyleOptionViewItem option;
+        initViewItemOption(&option);
+        QPainter painter(viewport());
+        m_pinned.paint(painter, event->rect(), option);
+    }
     const QModelIndex current = currentIndex();
     if (!hasFocus() || !current.isValid() || selectionModel()->isSelected(current))
         return;

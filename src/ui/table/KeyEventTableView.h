@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/table/PinnedNames.h"
+
 #include <QKeyEvent>
 #include <QTableView>
 
@@ -13,6 +15,14 @@ class KeyEventTableView : public QTableView {
 
 public:
     using QTableView::QTableView;
+
+    /// The names stay in sight when the table is scrolled sideways.
+    const PinnedNames& pinnedNames() const { return m_pinned; }
+
+    QModelIndex indexAt(const QPoint& position) const override;
+    QRect visualRect(const QModelIndex& index) const override;
+    /// Not sideways for a name that is pinned; any other cell comes out from below the names.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
     /// Nothing is searched, which would read every row; the text is reported instead.
     void keyboardSearch(const QString& search) override;
@@ -37,6 +47,8 @@ signals:
     void homePressed();
     void selectionChangedByKeyboard(const QModelIndex& index);
     void textTyped(const QString& text);
+    /// Where the window has not taken the key, as behind keys that wait.
+    void ratingTyped(int stars);
 
 protected:
     bool event(QEvent* event) override;
@@ -49,6 +61,7 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     /// Marks the current row where it is not selected, as after Ctrl and an arrow key.
     void paintEvent(QPaintEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
@@ -56,6 +69,7 @@ private:
     bool knowsAccessibleCells(const QItemSelection& selection);
     bool isHoldingKeys() const;
 
+    PinnedNames m_pinned{*this};
     bool m_enterIsDown = false;
     bool m_holdsKeys = false;
     bool m_isSilent = false;

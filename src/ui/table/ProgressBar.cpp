@@ -31,6 +31,8 @@ void ProgressBar::paint(QPainter* painter, const QPalette& palette, const QRect&
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
+    painter->setBrush(trackBrush(palette, selected));
+    painter->drawRoundedRect(QRect(rect.left(), y, rect.width(), height), radius, radius);
     painter->setBrush(cellBrush(palette, selected));
     const QRect bar(rect.left(), y, width, height);
     const bool mirrored = painter->layoutDirection() == Qt::RightToLeft;

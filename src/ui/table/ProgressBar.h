@@ -8,7 +8,8 @@ class QPalette;
 class QRect;
 class QString;
 
-/// A project's progress as the table shows it: a bar over a fraction of the cell's width.
+/// A project's progress as the table shows it: a bar over a fraction of the cell's width, on a
+/// track over all of it.
 class ProgressBar {
 public:
     explicit ProgressBar(float progress = 0.0F) : m_progress(progress) {}

@@ -11,6 +11,7 @@
 #include "ui/table/ProjectsTableModel.h"
 #include "ui/table/SearchField.h"
 #include "ui/table/SelectionKeeper.h"
+#include "ui/table/StarClicks.h"
 #include "ui/table/StarDelegate.h"
 #include "ui/table/StatusLine.h"
 #include "ui/table/TableColumns.h"
@@ -133,6 +134,12 @@ void ProjectsPane::setUpEvents() {
     connect(m_table, &KeyEventTableView::textTyped, this, &ProjectsPane::searchFor);
     connect(m_searchEdit, &SearchField::downPressed, this, &ProjectsPane::goToTable);
     connect(m_table, &KeyEventTableView::enterPressed, this, &ProjectsPane::openRequested);
+    connect(m_table, &KeyEventTableView::ratingTyped, this, &ProjectsPane::ratingTyped);
+    connect(
+        new StarClicks(*m_table, *m_selection, this), &StarClicks::clicked, this, &ProjectsPane::starClicked);
+    connect(m_statusLine, &StatusLine::undoRequested, this, &ProjectsPane::undoRequested);
+    connect(
+        m_statusLine, &StatusLine::keyboardReleased, this, [this] { focusPage(*m_pages->currentWidget()); });
     connect(m_table, &QTableView::pressed, this, &ProjectsPane::projectPressed);
     connect(m_table, &QTableView::doubleClicked, this, &ProjectsPane::openRequested);
     connect(m_table, &KeyEventTableView::selectionChangedByKeyboard, m_selection, [this] {
@@ -228,6 +235,10 @@ void ProjectsPane::scrollToTop() {
 
 void ProjectsPane::showTip(const QString& tip) {
     m_statusLine->showTip(tip);
+}
+
+void ProjectsPane::offerUndo(const QString& done) {
+    m_statusLine->offerUndo(done);
 }
 
 void ProjectsPane::showSearching(int projectsFound) {
@@ -350,13 +361,17 @@ void ProjectsPane::showPage(QWidget* page) {
     if (page != before && before->isAncestorOf(window()->focusWidget())) {
         // Or a hidden page leaves the keyboard to whatever comes after it, which a screen reader then names.
         page->show();
-        (page == m_tablePage ? static_cast<QWidget*>(m_table) : m_emptyState)->setFocus(Qt::OtherFocusReason);
+        focusPage(*page);
     }
     m_pages->setCurrentWidget(page);
     if (m_hasLoaded)
         return;
     m_hasLoaded = true;
     emit firstLoaded();
+}
+
+void ProjectsPane::focusPage(const QWidget& page) {
+    (&page == m_tablePage ? static_cast<QWidget*>(m_table) : m_emptyState)->setFocus(Qt::OtherFocusReason);
 }
 
 void ProjectsPane::focusProjects() {

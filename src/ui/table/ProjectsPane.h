@@ -79,6 +79,8 @@ public:
     void scrollToTop();
     /// Shows it in the place of the status; an empty one brings the status back.
     void showTip(const QString& tip);
+    /// Says for a while what was done, with a link to undo it; an empty text ends that.
+    void offerUndo(const QString& done);
 
     /// The folders are being looked through: says so, and shows now and then what has come of it.
     void showSearching(int projectsFound);
@@ -114,6 +116,11 @@ signals:
     /// The current project is to be opened.
     void openRequested();
     void contextMenuRequested(const QPoint& globalPosition);
+    /// By the mouse in the project's row.
+    void starClicked(qint64 project, int stars);
+    /// As by the window's keys, from the table: behind other keys that it has held back.
+    void ratingTyped(int stars);
+    void undoRequested();
 
 private:
     void layOut();
@@ -126,6 +133,7 @@ private:
     void showReason();
     void showUnreadable();
     void showPage(QWidget* page);
+    void focusPage(const QWidget& page);
     void goToTable();
     void searchFor(const QString& text);
 

@@ -26,6 +26,10 @@ public:
     /// The current project and those that are selected beside it.
     QList<qint64> selectedProjects() const;
 
+    /// In the rows as the user sees them, also while the worker has other ones already; -1 where there is
+    /// none.
+    qint64 projectInRow(int row) const { return m_order.value(row, -1); }
+
     /// Finds the selected projects again after a reload. Those that are gone leave the others selected; where
     /// all are gone, the row after the current one is selected, or the last one before it; but while they are
     /// being edited they stay the selected ones without rows, until the user selects something. After a

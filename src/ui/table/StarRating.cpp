@@ -8,6 +8,8 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPainterPath>
+#include <QTransform>
 
 #include <algorithm>
 
@@ -33,16 +35,29 @@ const QPolygonF& star() {
     return polygon;
 }
 
-const QPolygonF& diamond() {
-    static const QPolygonF polygon{{0.4, 0.5}, {0.5, 0.4}, {0.6, 0.5}, {0.5, 0.6}, {0.4, 0.5}};
-    return polygon;
+/// The line just inside the edge of a star, as a shape to be filled: that costs less than a stroke.
+const QPainterPath& outline() {
+    // All edges of a star are as far from its middle, and so the inner edge is a smaller star.
+    constexpr double innerScale = 0.64;
+    static const QPainterPath path = [] {
+        QPainterPath outer;
+        outer.addPolygon(star());
+        outer.setFillRule(Qt::WindingFill);
+        outer = outer.simplified();
+        const QTransform inwards =
+            QTransform::fromTranslate(0.5, 0.5).scale(innerScale, innerScale).translate(-0.5, -0.5);
+        QPainterPath line = outer;
+        line.addPath(inwards.map(outer));
+        line.setFillRule(Qt::OddEvenFill);
+        return line;
+    }();
+    return path;
 }
 
 } // namespace
 
 StarRating::StarRating(int starCount, int maxStarCount)
     : m_star(star()),
-      m_diamond(diamond()),
       m_starCount(starCount),
       m_maxStarCount(maxStarCount) {}
 
@@ -57,6 +72,15 @@ QString StarRating::accessibleText() const {
     return QCoreApplication::translate("StarRating", "%1 of %2 stars").arg(m_starCount).arg(m_maxStarCount);
 }
 
+int StarRating::starAt(int x, const QRect& rect, Qt::LayoutDirection direction) const {
+    const int side = sideOf(EditMode::ReadOnly);
+    const int beyond = x - (rect.left() + (rect.width() - side * m_maxStarCount) / 2);
+    if (beyond < 0 || beyond >= side * m_maxStarCount)
+        return -1;
+    const int place = beyond / side;
+    return direction == Qt::RightToLeft ? m_maxStarCount - place : place + 1;
+}
+
 void StarRating::paint(
     QPainter* painter, const QRect& rect, const QPalette& palette, EditMode mode, bool selected) {
     m_paintRect = rect;
@@ -69,10 +93,11 @@ void StarRating::paint(
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(
-        editable
-            ? QBrush(Contrast::readable(getAccentColor(), palette.color(QPalette::Window), Contrast::shape))
-            : cellBrush(palette, selected));
+    const QBrush given = editable
+        ? QBrush(Contrast::readable(getAccentColor(), palette.color(QPalette::Window), Contrast::shape))
+        : cellBrush(palette, selected);
+    const QBrush missing = editable ? given : outlineBrush(palette, selected);
+    painter->setBrush(given);
     painter->translate(QPoint(left, top));
     painter->scale(side, side);
     if (mirrored)
@@ -80,8 +105,8 @@ void StarRating::paint(
     for (int i = 0; i < m_maxStarCount; ++i) {
         if (i < m_starCount)
             painter->drawPolygon(m_star, Qt::WindingFill);
-        else if (editable)
-            painter->drawPolygon(m_diamond, Qt::WindingFill);
+        else
+            painter->fillPath(outline(), missing);
         painter->translate(mirrored ? -1.0 : 1.0, 0.0);
     }
     painter->restore();

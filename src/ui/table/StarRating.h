@@ -9,7 +9,7 @@ class QPainter;
 class QPalette;
 class QString;
 
-/// A rating as a row of stars, with a small diamond for each star that can still be given while it is edited.
+/// A rating as a row of stars, with the outline of a star for each that is not given.
 class StarRating {
 public:
     enum class EditMode { Editable = 0, ReadOnly = 1 };
@@ -27,6 +27,9 @@ public:
     /// For a screen reader.
     QString accessibleText() const;
 
+    /// The number of stars up to the position x of those that are painted in rect, read only; -1 beside them.
+    int starAt(int x, const QRect& rect, Qt::LayoutDirection direction) const;
+
     /// The first star is where one begins to read. Remembers rect as the place of the stars.
     void paint(QPainter* painter, const QRect& rect, const QPalette& palette, EditMode mode, bool selected);
 
@@ -35,7 +38,6 @@ public:
 
 private:
     QPolygonF m_star;
-    QPolygonF m_diamond;
     int m_starCount;
     int m_maxStarCount;
     QRect m_paintRect;

@@ -1,5 +1,6 @@
 #include "ui/table/StatusLine.h"
 
+#include "ui/table/UndoOffer.h"
 #include "ui/widgets/AccessibleRole.h"
 #include "ui/widgets/Contrast.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int sideMargin = 16;
 constexpr int lineMargin = 8;
+constexpr int linkMargin = 2; // what a link adds to the height of its text, on both sides
 
 } // namespace
 
@@ -20,12 +22,19 @@ const QString StatusLine::separator = QStringLiteral(" · ");
 StatusLine::StatusLine(QWidget* parent)
     : QWidget(parent),
       m_statusLabel(new ElidedLabel(this)),
-      m_noticeLabel(new ElidedLabel(this)) {
+      m_noticeLabel(new ElidedLabel(this)),
+      m_undo(new UndoOffer(this)) {
     m_statusLabel->setObjectName(QStringLiteral("statusLabel"));
     m_noticeLabel->setObjectName(QStringLiteral("noticeLabel"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
+    layout->addWidget(m_undo, 1);
+    // As high as the status, so that the table does not move.
+    m_undo->setContentsMargins(sideMargin, lineMargin - linkMargin, 0, lineMargin - linkMargin);
+    connect(m_undo, &UndoOffer::undoRequested, this, &StatusLine::undoRequested);
+    connect(m_undo, &UndoOffer::keyboardReleased, this, &StatusLine::keyboardReleased);
+    connect(m_undo, &UndoOffer::shown, m_statusLabel, &QWidget::setHidden);
     for (auto* label : {m_statusLabel, m_noticeLabel}) {
         Contrast::makeSecondary(*label);
         label->setContentsMargins(sideMargin, lineMargin, sideMargin, lineMargin);
@@ -54,6 +63,10 @@ void StatusLine::showTip(const QString& tip) {
         showStatus();
     else
         m_statusLabel->setText(tip);
+}
+
+void StatusLine::offerUndo(const QString& done) {
+    m_undo->offer(done);
 }
 
 void StatusLine::showStatus() {

@@ -6,6 +6,7 @@
 #include <optional>
 
 class ElidedLabel;
+class UndoOffer;
 
 /// The line below the table: at its beginning what is shown there, at its end what goes on in the folders.
 class StatusLine : public QWidget {
@@ -19,6 +20,8 @@ public:
     void showSelectedCount(int projects);
     /// Stands in the place of both; an empty one brings them back.
     void showTip(const QString& tip);
+    /// Stands in the place of all three; an empty one brings them back.
+    void offerUndo(const QString& done);
 
     /// Between two statements of the status.
     static const QString separator;
@@ -31,12 +34,18 @@ public:
     /// The watched folders that are not there, or cannot be read.
     void showMissingFolders(const QStringList& folders);
 
+signals:
+    void undoRequested();
+    /// The offer to undo goes away while it has the keyboard.
+    void keyboardReleased();
+
 private:
     void showNotice();
     void showStatus();
 
     ElidedLabel* m_statusLabel;
     ElidedLabel* m_noticeLabel;
+    UndoOffer* m_undo;
     QString m_status;
     QString m_activity;
     int m_selectedCount = 0;

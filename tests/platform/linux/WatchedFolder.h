@@ -97,7 +97,7 @@ protected:
     /// The stream may use members of the test's own class.
     void TearDown() override {
         m_stream.reset();
-        EXPECT_FALSE(FileEventStream::earlierStreamIsClosing());
+        EXPECT_TRUE(waitUntil([] { return !FileEventStream::earlierStreamIsClosing(); }));
     }
 
     std::filesystem::path top() const { return m_top; }
