@@ -555,9 +555,9 @@
         <translation>Deine Projekte konnten nicht gelesen werden</translation>
     </message>
     <message>
-        <source>Another program may be using the catalogue, or it may be damaged. The log says more:
+        <source>Another program may be using the catalogue, or may have spoilt it. Close the other program and try again. If that does not help, quit Stemhaven and start it again: it then checks the catalogue and says what to do. The log says more:
 %1</source>
-        <translation>Vielleicht benutzt ein anderes Programm den Katalog, oder er ist beschädigt. Mehr steht im Protokoll:
+        <translation>Vielleicht benutzt ein anderes Programm den Katalog oder hat ihn beschädigt. Schließe das andere Programm und versuche es noch einmal. Hilft das nicht, beende Stemhaven und starte es neu: Dann prüft es den Katalog und sagt, was zu tun ist. Mehr steht im Protokoll:
 %1</translation>
     </message>
     <message>
@@ -1273,8 +1273,8 @@
         <translation>%1 (%3 gefunden)</translation>
     </message>
     <message>
-        <source>The projects could not be loaded.</source>
-        <translation>Die Projekte konnten nicht geladen werden.</translation>
+        <source>The projects could not be loaded. If this stays, start Stemhaven again.</source>
+        <translation>Die Projekte konnten nicht geladen werden. Wenn das so bleibt, starte Stemhaven neu.</translation>
     </message>
 </context>
 <context>

@@ -48,6 +48,11 @@ unsigned short EditTask::exec() {
         outage().succeeded();
         return postSuccess();
     } catch (const DbException& failure) {
+        if (callbacksHaveCeased()) {
+            // Nobody can be asked any more, so each is told, also where the trouble is known.
+            qCritical() << "The program ends, and an edit could not be saved." << failure;
+            return 0;
+        }
         return posted(outage().logged("Exception caught in EditTask::exec()!", failure));
     } catch (const std::exception& error) {
         qCritical() << "Exception caught in EditTask::exec()!" << error.what();

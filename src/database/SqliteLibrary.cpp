@@ -10,6 +10,7 @@
 #include <QVariant>
 
 #include <array>
+#include <thread>
 
 struct sqlite3;
 
@@ -23,10 +24,11 @@ struct Calls {
     int (*limit)(sqlite3*, int, int) = nullptr;
     int (*configure)(sqlite3*, int, ...) = nullptr; // NOLINT(cppcoreguidelines-pro-type-vararg)
     void (*setProgressHandler)(sqlite3*, int, int (*)(void*), void*) = nullptr;
+    int (*setBusyHandler)(sqlite3*, int (*)(void*, int), void*) = nullptr;
 
     bool areFound() const {
         return sourceId != nullptr && limit != nullptr && configure != nullptr &&
-            setProgressHandler != nullptr;
+            setProgressHandler != nullptr && setBusyHandler != nullptr;
     }
 };
 
@@ -44,6 +46,7 @@ Calls callsIn(const QString& driver) {
     resolve(library, "sqlite3_limit", calls.limit);
     resolve(library, "sqlite3_db_config", calls.configure);
     resolve(library, "sqlite3_progress_handler", calls.setProgressHandler);
+    resolve(library, "sqlite3_busy_handler", calls.setBusyHandler);
     return calls;
 }
 
@@ -79,6 +82,17 @@ int isGivenUp(void* question) {
     return (*static_cast<const std::function<bool()>*>(question))() ? 1 : 0;
 }
 
+using WaitQuestion = std::function<bool(std::chrono::milliseconds)>;
+
+/// attempts counts the calls for one wait, this one not among them.
+int waitALittle(void* question, int attempts) {
+    constexpr std::chrono::milliseconds betweenAttempts(5);
+    if (!(*static_cast<const WaitQuestion*>(question))(attempts * betweenAttempts))
+        return 0;
+    std::this_thread::sleep_for(betweenAttempts);
+    return 1;
+}
+
 } // namespace
 
 void harden(const QSqlDatabase& database) {
@@ -107,6 +121,15 @@ void interruptWhen(const QSqlDatabase& database, const std::function<bool()>& qu
         sqlite.setProgressHandler(
             handle, instructionsBetween, isGivenUp,
             const_cast<std::function<bool()>*>(&question)); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+}
+
+void waitWhile(const QSqlDatabase& database, const WaitQuestion& question) {
+    const Calls& sqlite = calls(database);
+    sqlite3* const handle = handleOf(database);
+    if (handle != nullptr && sqlite.areFound())
+        sqlite.setBusyHandler(
+            handle, waitALittle,
+            const_cast<WaitQuestion*>(&question)); // NOLINT(cppcoreguidelines-pro-type-const-cast)
 }
 
 } // namespace Stemhaven::SqliteLibrary

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 class QSqlDatabase;
@@ -21,6 +22,12 @@ void harden(const QSqlDatabase& database);
 /// Asked every few milliseconds while a statement of the connection runs, on its thread; the statement fails
 /// when the answer is true. isGivenUp stays valid until the connection is closed.
 void interruptWhen(const QSqlDatabase& database, const std::function<bool()>& isGivenUp);
+
+/// Asked every few milliseconds while a statement of the connection waits for another program that holds the
+/// file, on its thread, with how long it has waited; the statement fails when the answer is false. In the
+/// place of the busy timeout. isWorthwhile stays valid until the connection is closed.
+void waitWhile(
+    const QSqlDatabase& database, const std::function<bool(std::chrono::milliseconds waited)>& isWorthwhile);
 
 } // namespace SqliteLibrary
 

@@ -61,6 +61,9 @@ protected:
 
     Outage& outage() const;
 
+    /// Whether the end has begun, from which on nobody can be told of anything.
+    bool callbacksHaveCeased() const;
+
     /// Posts a callback, if there is one; its failure is logged by the runner that is called with it. Returns
     /// the number of callbacks posted, 0 or 1.
     unsigned short post(std::function<void()> runner);
@@ -75,7 +78,6 @@ private:
 
     void runUnder(TaskManager& manager);
     void waitForCallbacks(unsigned short posted);
-    bool callbacksHaveCeased() const;
     std::shared_ptr<Task> nextTask(std::size_t index) const;
 
     QSqlDatabase* m_database;

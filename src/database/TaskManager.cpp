@@ -87,6 +87,18 @@ bool TaskManager::isStatementGivenUp() const {
     return from != 0 && !m_isEdit && std::chrono::steady_clock::now().time_since_epoch().count() >= from;
 }
 
+bool TaskManager::isLockAwaited(std::chrono::milliseconds waited) const {
+    constexpr std::chrono::seconds longest(5);
+    // After the moment from which statements are interrupted. All edits that are left wait that long
+    // together.
+    constexpr std::chrono::milliseconds longestAtEnd(900);
+    const std::chrono::steady_clock::time_point interruptFrom(
+        std::chrono::steady_clock::duration(m_interruptFrom.load()));
+    if (interruptFrom == std::chrono::steady_clock::time_point())
+        return waited < longest;
+    return m_isEdit && std::chrono::steady_clock::now() < interruptFrom + longestAtEnd;
+}
+
 void TaskManager::writeQueuedEdits() {
     // Nothing waits for their callbacks, and follow-ups they have none.
     while (const auto edit = takeEdit()) {
@@ -324,6 +336,7 @@ void TaskManager::openConnection(QSqlDatabase& database, const QString& path, co
         throw;
     }
     SqliteLibrary::interruptWhen(database, m_isGivenUp);
+    SqliteLibrary::waitWhile(database, m_isWorthWaiting);
 }
 
 void TaskManager::closeConnections() {

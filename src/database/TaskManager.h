@@ -104,6 +104,8 @@ private:
     };
 
     bool isStatementGivenUp() const;
+    /// Whether a statement that has waited so long for another program is to wait on.
+    bool isLockAwaited(std::chrono::milliseconds waited) const;
     void writeQueuedEdits();
     std::shared_ptr<Task> takeEdit();
     void carryOutStop();
@@ -140,6 +142,9 @@ private:
     bool m_isEdit = false; // what is run; used where the connections are
     const std::function<bool()> m_isGivenUp = [this] {
         return isStatementGivenUp();
+    };
+    const std::function<bool(std::chrono::milliseconds)> m_isWorthWaiting = [this](auto waited) {
+        return isLockAwaited(waited);
     };
     /// Shared with the tasks, whose callbacks are dropped from then on.
     const std::shared_ptr<std::atomic<bool>> m_ending = std::make_shared<std::atomic<bool>>(false);

@@ -28,12 +28,14 @@ namespace {
 constexpr std::chrono::seconds untilRemoteAnswers(10);
 
 /// Nothing for a bundle on a remote file system that does not answer. Half of a larger group is read on
-/// another thread, since reading takes longer than all else in the first search of a folder.
-std::vector<std::optional<FoundBundle>> readBundles(const QList<CheckRequest>& requests) {
+/// another thread, since reading takes longer than all else in the first search of a folder. giveUp is asked
+/// before each bundle, from both threads; the rest is nothing then.
+std::vector<std::optional<FoundBundle>>
+readBundles(const QList<CheckRequest>& requests, const std::function<bool()>& giveUp) {
     constexpr qsizetype fewest = 8;
     std::vector<std::optional<FoundBundle>> bundles(static_cast<std::size_t>(requests.size()));
     const auto readRange = [&](qsizetype begin, qsizetype end) {
-        for (qsizetype i = begin; i < end; ++i) {
+        for (qsizetype i = begin; i < end && !giveUp(); ++i) {
             const QString& path = requests[i].path;
             const QString folder = path.left(path.lastIndexOf(u'/'));
             bundles[static_cast<std::size_t>(i)] =
@@ -248,7 +250,7 @@ void BundleChecks::checkTogether(const CheckQueue::Group& group) {
 BundleChecks::CheckedGroup BundleChecks::read(const CheckQueue::Group& group) {
     auto checked = std::make_shared<std::vector<Checked>>();
     QSet<QString> identities;
-    auto answers = readBundles(group.requests);
+    auto answers = readBundles(group.requests, [this] { return isEnding(); });
     for (qsizetype i = 0; i < group.requests.size(); ++i) {
         const auto& request = group.requests[i];
         auto& answer = answers[static_cast<std::size_t>(i)];

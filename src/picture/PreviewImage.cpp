@@ -1,5 +1,6 @@
 #include "picture/PreviewImage.h"
 
+#include "platform/DecodingTurn.h"
 #include "platform/PlainFile.h"
 
 #include <QIODevice>
@@ -69,6 +70,9 @@ QImage readPreview(const QString& file, QSize target, const std::function<bool()
 }
 
 QImage previewOf(const PlainPicture& picture, QSize target, const std::function<bool()>& isWanted) {
+    const DecodingTurn turn(isWanted);
+    if (!turn.isHeld())
+        return {};
     WantedBytes bytes(picture.bytes, isWanted);
     QImageReader reader(&bytes, picture.format);
     reader.setAutoDetectImageFormat(false);

@@ -72,9 +72,13 @@ std::vector<char> readPlainFile(const char* fileName) {
     return data;
 }
 
-void readWhole(const std::vector<char>& data, Value& out) {
+void requireData(const std::vector<char>& data) {
     if (data.empty())
         throw Error("Can't read zero length data");
+}
+
+void readWhole(const std::vector<char>& data, Value& out) {
+    requireData(data);
     readPlist(data.data(), static_cast<std::int64_t>(data.size()), out);
 }
 
@@ -141,6 +145,12 @@ void readPlist(std::istream& stream, Value& out) {
         data.insert(data.end(), chunk.data(), chunk.data() + stream.gcount());
     } while (stream);
     readWhole(data, out);
+}
+
+std::vector<char> readListFile(const char* fileName) {
+    std::vector<char> data = readPlainFile(fileName);
+    requireData(data);
+    return data;
 }
 
 void readPlistFile(const char* fileName, Value& out) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <utility>
+#include <vector>
 
 namespace pugi {
 class xml_document;
@@ -21,8 +22,11 @@ void readPlist(const char* data, std::int64_t size, Value& out);
 
 void readPlist(std::istream& stream, Value& out);
 
-/// Reads a plain file of at most 4 MiB. Anything else in its place (a pipe, a device, a folder) is refused
-/// at once with an Error.
+/// The bytes of a plain file of at most 4 MiB, for readPlist. Anything else in its place (a pipe, a device, a
+/// folder) is refused at once with an Error, as is an empty file.
+std::vector<char> readListFile(const char* fileName);
+
+/// Reads a file that readListFile takes.
 void readPlistFile(const char* fileName, Value& out);
 
 /// As readPlistFile. A root of another type than T throws std::bad_any_cast, a std::bad_cast. No root is a

@@ -1,12 +1,13 @@
 #include "project/BundlePlist.h"
 
+#include "platform/DecodingTurn.h"
 #include "plist/PropertyList.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <cstdint>
 #include <string>
-#include <utility>
 
 namespace Stemhaven {
 
@@ -15,7 +16,7 @@ namespace {
 /// In bytes. A bundle's texts are keys, versions and the like; they go into every row that is shown.
 constexpr std::size_t maxTextSize = 1024;
 
-Plist::Value smallValue(Plist::Value value) {
+Plist::Value smallValue(const Plist::Value& value) {
     if (const auto* text = std::any_cast<std::string>(&value))
         return text->substr(0, maxTextSize + 1);
     if (value.type() == typeid(Plist::Dictionary))
@@ -29,25 +30,29 @@ Plist::Value smallValue(Plist::Value value) {
 
 } // namespace
 
-Plist::Dictionary readBundlePlist(const QFileInfo& info) {
+void withBundlePlist(const QFileInfo& info, const std::function<void(const Plist::Dictionary& list)>& take) {
     const QString path = info.filePath();
     QFile file(path);
     // Opening a pipe would wait for its other end.
     if (!info.isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw IOException(file, QStringLiteral("Could not open file."));
 
-    Plist::Dictionary dictionary;
-    Plist::readPlist(QFile::encodeName(path).constData(), dictionary);
-    return dictionary;
+    const auto bytes = Plist::readListFile(QFile::encodeName(path).constData());
+    const DecodingTurn turn;
+    Plist::Value root;
+    Plist::readPlist(bytes.data(), static_cast<std::int64_t>(bytes.size()), root);
+    take(std::any_cast<const Plist::Dictionary&>(root));
 }
 
-Plist::Dictionary smallEntries(Plist::Dictionary list, std::initializer_list<const char*> keys) {
+Plist::Dictionary smallEntries(const QFileInfo& file, std::initializer_list<const char*> keys) {
     Plist::Dictionary entries;
-    for (const char* key : keys) {
-        const auto entry = list.find(key);
-        if (entry != list.end())
-            entries.emplace(key, smallValue(std::move(entry->second)));
-    }
+    withBundlePlist(file, [&](const Plist::Dictionary& list) {
+        for (const char* key : keys) {
+            const auto entry = list.find(key);
+            if (entry != list.end())
+                entries.emplace(key, smallValue(entry->second));
+        }
+    });
     return entries;
 }
 

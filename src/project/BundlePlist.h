@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <any>
+#include <functional>
 #include <initializer_list>
 #include <typeinfo>
 
@@ -14,13 +15,15 @@ class QFileInfo;
 /// Reading of the property lists in a bundle.
 namespace Stemhaven {
 
-/// Throws IOException where the file is missing, no plain file or closed to us, Plist::Error where it is no
-/// property list and std::bad_cast where its root is no dictionary.
-Plist::Dictionary readBundlePlist(const QFileInfo& file);
+/// Calls take with the list in file, which can be large: it is gone when this returns, and no other thread
+/// decodes anything meanwhile, so take looks at no file. Throws IOException where the file is missing, no
+/// plain file or closed to us, Plist::Error where it is no property list and std::bad_cast where its root is
+/// no dictionary.
+void withBundlePlist(const QFileInfo& file, const std::function<void(const Plist::Dictionary& list)>& take);
 
-/// The values of list under keys, with nothing that could be large: a container or data that is not asked for
-/// by its contents is kept empty, and a text up to where typedText() refuses it.
-Plist::Dictionary smallEntries(Plist::Dictionary list, std::initializer_list<const char*> keys);
+/// Of the list in file, the values under keys, with nothing that could be large: a container or data is kept
+/// empty, and a text up to where typedText() refuses it. Throws as withBundlePlist().
+Plist::Dictionary smallEntries(const QFileInfo& file, std::initializer_list<const char*> keys);
 
 /// The value of type T under key, which lives as long as the dictionary. Throws IOException where the key is
 /// missing, and with the text mismatch where the value has another type: %1 is the key, %2 the type wanted,

@@ -1,5 +1,6 @@
 #include "project/NoteFile.h"
 
+#include "platform/DecodingTurn.h"
 #include "platform/FileReplacement.h"
 #include "platform/OpenFolder.h"
 #include "platform/PlainFile.h"
@@ -144,6 +145,7 @@ std::optional<std::pair<std::int64_t, std::string>> loadStemhavenPlistDetails(co
     const auto contents = readPlainFile(resources, noteName, maxNoteSize);
     if (!contents)
         throw Plist::Error("Can't open file.");
+    const DecodingTurn turn;
     Plist::Value root;
     Plist::readPlist(contents->constData(), contents->size(), root);
     const auto note = std::any_cast<Plist::Dictionary>(std::move(root));

@@ -27,7 +27,7 @@ ProjectData::ProjectData(const QString& bundlePath)
         bundlePath + QStringLiteral("/Alternatives/") + m_information.getActiveAlternativeDir() +
         QStringLiteral("/MetaData.plist"));
     m_metaData = smallEntries(
-        readBundlePlist(list),
+        list,
         {"BeatsPerMinute", "NumberOfTracks", "SampleRate", "SongKey", "SongGenderKey",
          "SongSignatureNumerator", "SongSignatureDenominator"});
 }

@@ -34,8 +34,10 @@ ProjectInformation::ProjectInformation(const QString& plistPath) {
         throw IOException(QFile(plistPath), QStringLiteral("File not found"));
     m_lastModifiedAt = file.lastModified();
     m_createdAt = file.birthTime();
-    const Plist::Dictionary plist = readBundlePlist(file);
+    withBundlePlist(file, [this](const Plist::Dictionary& list) { take(list); });
+}
 
+void ProjectInformation::take(const Plist::Dictionary& plist) {
     if (plist.count("ActiveVariant") != 0)
         m_activeVariant = QString::number(read<std::int64_t>(plist, "ActiveVariant"));
     m_lastSavedWithVersion = typedText(plist, "LastSavedFrom", mismatch);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plist/Value.h"
+
 #include <QDateTime>
 #include <QString>
 
@@ -27,6 +29,8 @@ public:
     QString getLastSavedWithVersion() const;
 
 private:
+    void take(const Plist::Dictionary& plist);
+
     QDateTime m_lastModifiedAt;
     QDateTime m_createdAt;
     qint64 m_alternativesCount = 1;

@@ -96,6 +96,30 @@ TEST(HostileDatabase, DoesNotHoldUpTheEndAndTheEditsAreWritten) {
     EXPECT_EQ(log.count("interrupted"), 1);
 }
 
+TEST(HostileDatabase, ThatAnotherProgramHoldsHoldsUpTheEndOnlyOnceAndEachLostEditIsTold) {
+    TestDatabase database;
+    TaskManager& tasks = *database.tasks;
+    database.rows("CREATE TABLE t (a)");
+    auto other = QSqlDatabase::addDatabase("QSQLITE", "other");
+    other.setDatabaseName(database.mainPath());
+    ASSERT_TRUE(other.open());
+    QSqlQuery(other).exec("BEGIN IMMEDIATE");
+    const LogCapture log;
+    QElapsedTimer time;
+    time.start();
+    for (int i = 0; i < 10; ++i)
+        tasks.addTask(std::make_shared<EditTask>(
+            [] { return QString(); }, [](const auto&) { return QStringList("INSERT INTO t VALUES (1)"); },
+            tasks.mainDatabase()));
+    tasks.shutDown();
+    // Each may wait for five seconds otherwise.
+    EXPECT_LT(time.elapsed(), 20'000);
+    EXPECT_EQ(log.count("an edit could not be saved"), 10);
+    other.close();
+    other = {};
+    QSqlDatabase::removeDatabase("other");
+}
+
 TEST(HostileDatabase, ACheckAndACopyOfAFileEndWhenTheyAreGivenUp) {
     TestDatabase database;
     ASSERT_TRUE(database.initialise());

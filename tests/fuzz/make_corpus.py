@@ -50,7 +50,7 @@ def write_lists():
     write("lists", "types-xml", plistlib.dumps(TYPES, fmt=plistlib.FMT_XML))
     write("lists", "uid", plistlib.dumps([plistlib.UID(7)], fmt=plistlib.FMT_BINARY))
     write("lists", "contains-itself", binary_list([b"\xa1\x00"]))
-    write("lists", "doublings", binary_list([bytes([0xA2, i, i]) for i in range(1, 60)] + [b"\x09"]))
+    write("lists", "slow-doublings", binary_list([bytes([0xA2, i, i]) for i in range(1, 60)] + [b"\x09"]))
     write("lists", "shared-text", binary_list([b"\xaf\x10\x3f" + b"\x01" * 63, b"\x5f\x10\x40" + b"x" * 64]))
     write("lists", "endless-length", binary_list([b"\xaf\x13" + b"\x20" + bytes(7)], reference_size=8))
     write("lists", "unknown-node", b"<plist><set/></plist>")

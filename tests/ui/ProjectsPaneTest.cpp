@@ -270,7 +270,7 @@ TEST_F(ProjectsPaneTest, ACatalogueThatCannotBeReadSaysSoAndIsTriedAgain) {
     open();
     EXPECT_TRUE(emptyState().isVisible());
     EXPECT_EQ(emptyState().reason(), EmptyState::Reason::Unreadable);
-    EXPECT_EQ(status(), "The projects could not be loaded.");
+    EXPECT_EQ(status(), "The projects could not be loaded. If this stays, start Stemhaven again.");
     database.rows("ALTER TABLE elsewhere RENAME TO projects");
     clickTheButtonThatLeadsOn();
     EXPECT_EQ(names(), QStringList("Alpha"));
@@ -281,5 +281,19 @@ TEST_F(ProjectsPaneTest, ACatalogueThatCannotBeReadSaysSoAndIsTriedAgain) {
     refresh();
     EXPECT_EQ(names(), QStringList("Alpha"));
     EXPECT_TRUE(table().isVisible());
-    EXPECT_EQ(status(), "The projects could not be loaded.");
+    EXPECT_EQ(status(), "The projects could not be loaded. If this stays, start Stemhaven again.");
+
+    // Nor is the table cut off at a value that only another program can have written.
+    database.rows("ALTER TABLE elsewhere RENAME TO projects");
+    insert({"Beta", "Gamma"});
+    refresh();
+    EXPECT_EQ(names(), (QStringList{"Alpha", "Beta", "Gamma"}));
+    EXPECT_EQ(
+        outsideRows(
+            database.mainPath(),
+            {"UPDATE projects SET name='Beta' || hex(zeroblob(9000000)) WHERE name='Beta'"}),
+        QStringList());
+    refresh();
+    EXPECT_EQ(names(), (QStringList{"Alpha", "Beta", "Gamma"}));
+    EXPECT_EQ(status(), "The projects could not be loaded. If this stays, start Stemhaven again.");
 }

@@ -132,7 +132,10 @@ void EmptyState::present(Reason reason, const QString& name) {
     case Reason::Unreadable:
         setTexts(
             tr("Your projects could not be read"),
-            tr("Another program may be using the catalogue, or it may be damaged. The log says more:\n%1")
+            tr("Another program may be using the catalogue, or may have spoilt it. Close the other program "
+               "and "
+               "try again. If that does not help, quit Stemhaven and start it again: it then checks the "
+               "catalogue and says what to do. The log says more:\n%1")
                 .arg(breakable(name)),
             tr("Try Again"));
         break;

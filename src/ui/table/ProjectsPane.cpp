@@ -349,7 +349,7 @@ void ProjectsPane::showReason() {
 void ProjectsPane::showUnreadable() {
     m_isWayToTable = false;
     m_table->releaseKeys();
-    m_statusLine->setStatus(tr("The projects could not be loaded."));
+    m_statusLine->setStatus(tr("The projects could not be loaded. If this stays, start Stemhaven again."));
     if (m_model->rowCount() > 0)
         return;
     m_emptyState->present(EmptyState::Reason::Unreadable, QDir::toNativeSeparators(Logging::Log::filepath()));
