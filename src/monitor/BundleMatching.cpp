@@ -141,18 +141,19 @@ std::optional<ProjectRecord> BundleMatching::certainRecord(const Subject& subjec
         return record;
     if (const auto record = movedRecord(subject))
         return record;
-    if (const auto record = firstThat([&](const auto& it) { return note && note->first == it.id; }))
+    if (const auto record = firstThat(
+            [&](const auto& it) { return note && note->first == it.id && mayHaveCome(subject, it); }))
         return record;
     if (note && subject.candidates.byNotedId) {
         const auto noted = current(*subject.candidates.byNotedId);
         if (noted.sufid.toStdString() == note->second &&
-            Places::isRenumbered(noted, subject.bundle.details.sufid))
+            Places::isRenumbered(noted, subject.bundle.details.sufid) && mayHaveCome(subject, noted))
             return noted;
     }
     const bool isIdentityNoted =
         note && !subject.candidates.byNotedId && note->second == subject.sufid.toStdString();
     if (isIdentityNoted)
-        return firstThat([](const auto&) { return true; });
+        return firstThat([&](const auto& it) { return mayHaveCome(subject, it); });
     // A note that could not be written anew still names the record of what the bundle was copied from.
     if (note && subject.candidates.byNotedId) {
         const auto noted = current(*subject.candidates.byNotedId);
@@ -220,7 +221,18 @@ std::optional<BundleMatching::Origin> BundleMatching::originByNote(const Subject
             << "Since it is corrupted it is unusable. Replacing with newly found project with matching SFUID";
         qDebug() << "\t" << subject.bundle.details;
     }
-    return Origin{record, m_places.isAway(record, subject.bundle.details.sufid)};
+    return Origin{record, isAway(subject, record)};
+}
+
+/// Devices are numbered anew, and so are the folders of each volume: where the record's volume is missing, a
+/// number and a note prove nothing without the last save.
+bool BundleMatching::mayHaveCome(const Subject& subject, const ProjectRecord& record) const {
+    return isSameSave(subject.bundle, record) || !isAway(subject, record);
+}
+
+bool BundleMatching::isAway(const Subject& subject, const ProjectRecord& record) const {
+    const bool mayBeRenumbered = isSameSave(subject.bundle, record);
+    return m_places.isAway(record, mayBeRenumbered ? subject.bundle.details.sufid : SystemUniqueFileID());
 }
 
 /// Whether the bundle is found at that path as well, as when one root is a link to another. Its record keeps

@@ -97,6 +97,8 @@ private:
     std::optional<ProjectRecord> certainRecord(const Subject& subject) const;
     std::optional<ProjectRecord> movedRecord(const Subject& subject) const;
     std::optional<Origin> originByNote(const Subject& subject) const;
+    bool mayHaveCome(const Subject& subject, const ProjectRecord& record) const;
+    bool isAway(const Subject& subject, const ProjectRecord& record) const;
     bool isAlsoAt(const Subject& subject, const QString& path) const;
 
     Outcome update(const Subject& subject, const ProjectRecord& record);

@@ -354,6 +354,54 @@ TEST_F(Identity, ANoteThatAnotherCatalogueWroteSpeaksForNoRecord) {
     EXPECT_TRUE(becomes(expected));
 }
 
+TEST_F(Identity, ANoteTakesNoRecordOfAVolumeThatIsAwayThoughItsBundleHasTheNumber) {
+    // The folder where a volume is mounted can stay, empty, when the volume goes.
+    for (const bool staysEmpty : {false, true}) {
+        SCOPED_TRACE(staysEmpty);
+        make("../drive/Song.logicx", 1);
+        start();
+        rate("../drive/Song.logicx", 5);
+        restart([&] {
+            rename(path("../drive"), path("../unplugged"));
+            if (staysEmpty)
+                fs::create_directories(path("../drive"));
+            makeBundle("Strange.logicx");
+            setSaved("Strange.logicx", std::chrono::hours(2));
+            auto number = ProjectDetails(at("Strange.logicx")).sufid;
+            number.device = 99;
+            m_database.rows("UPDATE projects SET SUFID='" + number.toString() + "' WHERE name='Song'");
+            writeNote(path("Strange.logicx"), idOf("Song"), number.toString().toStdString());
+        });
+        EXPECT_TRUE(becomes({"../drive/Song.logicx|5", "Strange.logicx|5"}));
+        restart([&] {
+            removeAll(path("../drive"));
+            removeAll(path("../unplugged"));
+            fs::create_directories(path("../drive"));
+            removeAll(path("Strange.logicx"));
+            m_database.rows("DELETE FROM projects");
+        });
+    }
+}
+
+TEST_F(Identity, ANoteTakesNoRecordOfAVolumeThatIsAwayWhoseNumberAnotherVolumeHasNow) {
+    makeBundle("Strange.logicx");
+    auto found = FoundBundle::read(at("Strange.logicx"));
+    const auto number = found.details.sufid.toString();
+    RecordCandidates candidates;
+    // On another device than the one that is in the identity.
+    candidates.byIdentity = {{7, "/dev/away/", "Song.logicx", number, found.savedAt - 3600}};
+    for (const bool isIdKnown : {true, false}) {
+        SCOPED_TRACE(isIdKnown);
+        found.note = {isIdKnown ? 7 : 8, number.toStdString()};
+        candidates.byNotedId = isIdKnown ? std::optional(candidates.byIdentity[0]) : std::nullopt;
+        if (!isIdKnown)
+            candidates.byNotedIdentity = candidates.byIdentity;
+        BundleMatching matching(Places({}), [](const QString&) { return true; });
+        matching.match(found, candidates, {}, BundleMatching::Knowledge::Settled);
+        EXPECT_EQ(matching.vacatedPaths(), QStringList());
+    }
+}
+
 TEST_F(Identity, ACopyOfASongOnADriveThatIsAwayBeginsWithItsUserData) {
     make("../drive/A/Song.logicx", 1);
     make("Other.logicx", 2);
