@@ -53,8 +53,10 @@ void SqlQueryModelTask::fill(QSqlQueryModel& model) const {
     model.setQuery(std::move(query));
     while (model.canFetchMore())
         model.fetchMore();
-    if (model.lastError().type() != QSqlError::NoError)
-        throw DbException(database(), QStringLiteral("Query had an error"));
+    // The model itself takes a row that cannot be read for the end.
+    QSqlQuery filled = model.query();
+    if (filled.lastError().type() != QSqlError::NoError)
+        throw DbException(&filled, QStringLiteral("Query had an error"));
 }
 
 } // namespace Stemhaven
