@@ -7,6 +7,7 @@
 
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
+#include <QLocale>
 #include <QTimer>
 
 using enum FilterType;
@@ -26,7 +27,7 @@ TEST_F(BrowsingTest, TheDetailsShowTheSelectedProjectAndWriteNothing) {
     const QStringList before = values("*");
     select({1});
     EXPECT_EQ(text("projectNameLabel"), "Beta");
-    EXPECT_EQ(text("projectDetailsLabel"), "128.5 BPM - 4/4 - C");
+    EXPECT_EQ(text("projectDetailsLabel"), QLocale().toString(128.5) + " BPM - 4/4 - C");
     EXPECT_EQ(text("projectFilepathLabel"), "/music/Beta.logicx");
     EXPECT_EQ(text("projectProgressLabel"), "Progress: 57%");
     EXPECT_EQ(slider().value(), 57);
