@@ -1,7 +1,7 @@
 // Any bytes as a picture: what is taken for plain is taken for the same again, and its decoder survives it.
 
 #include "FuzzTarget.h"
-#include "picture/PreviewImage.h"
+#include "project/picture/PreviewImage.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>

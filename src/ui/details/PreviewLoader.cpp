@@ -1,7 +1,7 @@
 #include "ui/details/PreviewLoader.h"
 
-#include "picture/PreviewImage.h"
 #include "project/ProjectInformation.h"
+#include "project/picture/PreviewImage.h"
 
 #include <QtConcurrent>
 

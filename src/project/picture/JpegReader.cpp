@@ -1,6 +1,6 @@
-#include "picture/JpegReader.h"
+#include "project/picture/JpegReader.h"
 
-#include "picture/BigEndian.h"
+#include "project/picture/BigEndian.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#include "picture/PlainPicture.h"
+#include "project/picture/PlainPicture.h"
 
-#include "picture/JpegReader.h"
-#include "picture/PngReader.h"
+#include "project/picture/JpegReader.h"
+#include "project/picture/PngReader.h"
 
 #include <string_view>
 

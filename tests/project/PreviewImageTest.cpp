@@ -1,4 +1,4 @@
-#include "picture/PreviewImage.h"
+#include "project/picture/PreviewImage.h"
 
 #include <QBuffer>
 #include <QFile>

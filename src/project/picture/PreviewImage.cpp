@@ -1,4 +1,4 @@
-#include "picture/PreviewImage.h"
+#include "project/picture/PreviewImage.h"
 
 #include "platform/DecodingTurn.h"
 #include "platform/PlainFile.h"

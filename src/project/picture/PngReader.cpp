@@ -1,6 +1,6 @@
-#include "picture/PngReader.h"
+#include "project/picture/PngReader.h"
 
-#include "picture/BigEndian.h"
+#include "project/picture/BigEndian.h"
 
 #include <algorithm>
 

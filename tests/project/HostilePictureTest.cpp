@@ -1,4 +1,4 @@
-#include "picture/PlainPicture.h"
+#include "project/picture/PlainPicture.h"
 
 #include <QByteArray>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/PlainPicture.h"
+#include "project/picture/PlainPicture.h"
 
 #include <QImage>
 #include <QSize>
