@@ -8,6 +8,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace Stemhaven {
@@ -54,6 +56,11 @@ bool Places::isMissing(
     const bool isRootMissing = std::any_of(
         rootsAbove.begin(), rootsAbove.end(), [](const QString& root) { return !QDir(root).isReadable(); });
     if (isRootMissing)
+        return true;
+    // As where a folder on the way may not be entered.
+    std::error_code ignored;
+    const auto there = std::filesystem::status(QFile::encodeName(record.path()).toStdString(), ignored);
+    if (there.type() == std::filesystem::file_type::none)
         return true;
     const auto recorded = SystemUniqueFileID::fromString(record.sufid);
     return recorded.valid && folderAbove(record.path()).device != recorded.device &&

@@ -21,7 +21,8 @@ public:
     static std::optional<SystemUniqueFileID> bundleAt(const QString& path);
 
     /// Whether nobody can tell now if the record's bundle is still at its place, because the watched folder
-    /// or the volume that it lay on is missing. found is the identity of the bundle that may be it.
+    /// or the volume that it lay on is missing, or the way there is barred. found is the identity of the
+    /// bundle that may be it.
     bool isAway(const ProjectRecord& record, const SystemUniqueFileID& found) const;
 
     /// Whether found is the record's identity under another number of the device: some systems number their

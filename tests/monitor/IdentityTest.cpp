@@ -419,6 +419,22 @@ TEST_F(Identity, ACopyOfASongOnADriveThatIsAwayBeginsWithItsUserData) {
     restart([&] { rename(path("../unplugged"), path("../drive")); });
     EXPECT_TRUE(becomes({"../drive/A/Song.logicx|5", "B/Song.logicx|1", "Other.logicx|0"}));
 
+    // So is one whose folder cannot be entered.
+    restart([&] {
+        copy(path("../drive/A/Song.logicx"), path("D/Song.logicx"));
+        rename(path("../drive/A"), path("../barred"));
+        fs::create_directory_symlink("A", path("../drive/A"));
+    });
+    EXPECT_TRUE(
+        becomes({"../drive/A/Song.logicx|5", "B/Song.logicx|1", "D/Song.logicx|5", "Other.logicx|0"}));
+    restart([&] {
+        removeAll(path("D"));
+        m_database.rows("DELETE FROM projects WHERE filepath LIKE '%/D/'");
+        fs::remove(path("../drive/A"));
+        rename(path("../barred"), path("../drive/A"));
+    });
+    EXPECT_TRUE(becomes({"../drive/A/Song.logicx|5", "B/Song.logicx|1", "Other.logicx|0"}));
+
     // A folder that was taken off the list is not missing: what was there and is found elsewhere has moved.
     restart([&] {
         copy(path("../drive/A/Song.logicx"), path("C/Song.logicx"));
