@@ -1,6 +1,7 @@
 #include "WatchedFolder.h"
 #include "platform/linux/BundleStamp.h"
 #include "support/LogCapture.h"
+#include "support/linux/MountPermission.h"
 
 #include <sys/inotify.h>
 #include <sys/mount.h>
